@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Q3Connection.h"
+
+// Creates an empty database (character set UTF8) through the Firebird client
+// library; raises EQ3Exception with Firebird's message on failure.
+Q3_EXPORT void CreateQ3Database(const TQ3DatabaseTarget &target);
+
+// Drops a database; raises EQ3Exception on failure.
+Q3_EXPORT void DropQ3Database(const TQ3DatabaseTarget &target);
+
+// True when the target is an embedded database file that does not exist yet.
+Q3_EXPORT bool Q3DatabaseFileMissing(const TQ3DatabaseTarget &target);

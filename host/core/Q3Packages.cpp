@@ -1,0 +1,46 @@
+#include "Q3Packages.h"
+
+QList<TQ3PackageEntry> &PackageList()
+{
+    static QList<TQ3PackageEntry> list;
+    return list;
+}
+
+void RegisterPackage(const QString &fileName, const QString &description, TQ3ModuleClass moduleClass)
+{
+    TQ3PackageEntry entry;
+    entry.FileName = fileName;
+    entry.Description = description;
+    entry.ModuleClass = std::move(moduleClass);
+    PackageList().append(entry);
+}
+
+int GetPackageIndex(const QString &fileName)
+{
+    const QList<TQ3PackageEntry> &list = PackageList();
+    for (int i = 0; i < list.size(); ++i) {
+        if (list.at(i).FileName.compare(fileName, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+QList<IQ3Module *> CreatePackageMainObjects(QObject *owner)
+{
+    QList<IQ3Module *> created;
+    for (TQ3PackageEntry &entry : PackageList()) {
+        if (entry.MainObject || !entry.ModuleClass)
+            continue;
+        entry.MainObject = entry.ModuleClass(owner);
+        created.append(entry.MainObject);
+    }
+    return created;
+}
+
+void ReleasePackageMainObject(IQ3Module *mainObject)
+{
+    for (TQ3PackageEntry &entry : PackageList()) {
+        if (entry.MainObject == mainObject)
+            entry.MainObject = nullptr;
+    }
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Q3Module.h"
+
+#include <QList>
+
+#include <functional>
+
+// The extension of module library files.
+inline constexpr char Q3ModuleFileExtension[] = ".so";
+
+// Makes a module's main object, owned by the given owner (the application).
+using TQ3ModuleClass = std::function<IQ3Module *(QObject *owner)>;
+
+struct Q3_EXPORT TQ3PackageEntry
+{
+    QString FileName;
+    QString Description;
+    TQ3ModuleClass ModuleClass;
+    IQ3Module *MainObject = nullptr;
+};
+
+Q3_EXPORT void RegisterPackage(const QString &fileName, const QString &description, TQ3ModuleClass moduleClass);
+Q3_EXPORT QList<TQ3PackageEntry> &PackageList();
+// Index of a module by its file name, -1 when not loaded.
+Q3_EXPORT int GetPackageIndex(const QString &fileName);
+
+// Creates the main object of every registered module that has none yet, with
+// the given owner; answers the ones created, in registration order.
+Q3_EXPORT QList<IQ3Module *> CreatePackageMainObjects(QObject *owner);
+// Forgets a module's main object (it is being destroyed).
+Q3_EXPORT void ReleasePackageMainObject(IQ3Module *mainObject);
+

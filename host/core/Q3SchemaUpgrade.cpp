@@ -1,0 +1,103 @@
+#include "Q3SchemaUpgrade.h"
+
+#include "Q3Exception.h"
+#include "Q3Sql.h"
+
+namespace {
+const QString FirstVersion = QStringLiteral("1.0.0");
+}
+
+TQ3SchemaStep Q3CreateTableStep(const QString &key, const QString &createTable, const QString &table,
+                                const QString &entity, const QStringList &seeds)
+{
+    TQ3SchemaStep step;
+    step.Key = key;
+    step.To = FirstVersion;
+    step.Statements = {
+        createTable,
+        QStringLiteral("CREATE GENERATOR GN_ID%1").arg(entity),
+        QStringLiteral("CREATE TRIGGER TG_BI_%1 FOR %1 BEFORE INSERT AS BEGIN NEW.ID%2 = GEN_ID(GN_ID%2, 1); END")
+            .arg(table, entity),
+    };
+    step.Seeds = seeds;
+    return step;
+}
+
+TQ3SchemaUpgrade::TQ3SchemaUpgrade(QSqlDatabase db) : m_db(std::move(db)) {}
+
+void TQ3SchemaUpgrade::Exec(const QString &sql)
+{
+    if (m_observer)
+        m_observer(sql);
+    ExecSQL(m_db, sql);
+}
+
+QString TQ3SchemaUpgrade::RecordedVersion(const QString &key, bool *found)
+{
+    const QString sql = QStringLiteral("SELECT * FROM TABLE_VERSION");
+    if (m_observer)
+        m_observer(sql);
+    QSqlQuery query = OpenQuery(m_db, sql);
+    *found = false;
+    QString version;
+    while (query.next()) {
+        if (query.value(QStringLiteral("TABELLA")).toString() == key) {
+            *found = true;
+            version = query.value(QStringLiteral("VERSIONE")).toString();
+            break;
+        }
+    }
+    return version;
+}
+
+void TQ3SchemaUpgrade::RunStep(const TQ3SchemaStep &step)
+{
+    try {
+        TQ3Transaction transaction(m_db);
+        for (const QString &statement : step.Statements)
+            Exec(statement);
+        if (step.IsCreate())
+            Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES (%1, %2)")
+                     .arg(QuotedStr(step.Key), QuotedStr(step.To)));
+        else
+            Exec(QStringLiteral("UPDATE TABLE_VERSION SET VERSIONE = %1 WHERE TABELLA = %2")
+                     .arg(QuotedStr(step.To), QuotedStr(step.Key)));
+        transaction.Commit();
+    } catch (const std::exception &) {
+        Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Errore durante l'aggiornamento del database!"),
+                     step.FailureIcon);
+    }
+}
+
+void TQ3SchemaUpgrade::Run(const QList<TQ3SchemaStep> &steps)
+{
+    for (const TQ3SchemaStep &step : steps) {
+        bool found = false;
+        const QString version = RecordedVersion(step.Key, &found);
+        if (step.IsCreate()) {
+            if (found)
+                continue;
+            RunStep(step);
+            for (const QString &seed : step.Seeds)
+                Exec(seed);
+        } else if (found && version == step.From) {
+            RunStep(step);
+        }
+    }
+}
+
+bool Q3TableExists(const QSqlDatabase &db, const QString &table)
+{
+    return QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = %1")
+                               .arg(QuotedStr(table)))
+               .toInt()
+           > 0;
+}
+
+void Q3EnsureTableVersion(const QSqlDatabase &db)
+{
+    if (Q3TableExists(db, QStringLiteral("TABLE_VERSION")))
+        return;
+    ExecSQL(db, QStringLiteral("CREATE TABLE TABLE_VERSION (TABELLA VARCHAR(50) NOT NULL, VERSIONE VARCHAR(20) NOT NULL, "
+                               "CONSTRAINT PK_TABLE_VERSION PRIMARY KEY(TABELLA))"));
+}

@@ -1,0 +1,75 @@
+#include "Q3Sql.h"
+
+#include "Q3Exception.h"
+
+#include <QSqlError>
+
+QString QuotedStr(const QString &value)
+{
+    QString quoted = value;
+    quoted.replace(QLatin1Char('\''), QStringLiteral("''"));
+    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
+}
+
+QString SqlErrorText(const QSqlError &error)
+{
+    QString text = error.databaseText().trimmed();
+    const QString driver = error.driverText().trimmed();
+    if (text.isEmpty())
+        return driver;
+    if (!driver.isEmpty() && !text.contains(driver))
+        text = driver + QLatin1Char('\n') + text;
+    return text;
+}
+
+void ExecSQL(const QSqlDatabase &db, const QString &sql)
+{
+    QSqlQuery query(db);
+    if (!query.exec(sql))
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+}
+
+QSqlQuery OpenQuery(const QSqlDatabase &db, const QString &sql)
+{
+    QSqlQuery query(db);
+    query.setForwardOnly(true);
+    if (!query.exec(sql))
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+    return query;
+}
+
+QVariant QueryScalar(const QSqlDatabase &db, const QString &sql)
+{
+    QSqlQuery query = OpenQuery(db, sql);
+    return query.next() ? query.value(0) : QVariant();
+}
+
+TQ3Transaction::TQ3Transaction(QSqlDatabase db) : m_db(std::move(db))
+{
+    if (!m_db.transaction())
+        throw EQ3Exception(SqlErrorText(m_db.lastError()));
+    m_open = true;
+}
+
+TQ3Transaction::~TQ3Transaction()
+{
+    if (m_open)
+        m_db.rollback();
+}
+
+void TQ3Transaction::Commit()
+{
+    if (!m_open)
+        return;
+    if (!m_db.commit())
+        throw EQ3Exception(SqlErrorText(m_db.lastError()));
+    m_open = false;
+}
+
+void TQ3Transaction::Rollback()
+{
+    if (!m_open)
+        return;
+    m_open = false;
+    m_db.rollback();
+}

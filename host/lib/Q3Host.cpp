@@ -1,0 +1,236 @@
+#include "Q3Host.h"
+
+#include "Q3DatabaseFile.h"
+#include "Q3Exception.h"
+#include "Q3HostSchema.h"
+#include "Q3LoginDialog.h"
+#include "Q3Messages.h"
+#include "Q3Registry.h"
+#include "Q3Users.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QPluginLoader>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <cstdio>
+
+namespace {
+
+QCommandLineParser &Parser()
+{
+    static QCommandLineParser parser;
+    static bool ready = false;
+    if (!ready) {
+        parser.setApplicationDescription(QStringLiteral("Quillo 3: gestionale per piccole imprese"));
+        parser.addHelpOption();
+        parser.addOptions({
+            {QStringLiteral("database"), QStringLiteral("Database: un file, oppure host:/percorso o host/porta:/percorso."), QStringLiteral("db")},
+            {QStringLiteral("db-user"), QStringLiteral("Utente del server Firebird (altrimenti ISC_USER)."), QStringLiteral("name")},
+            {QStringLiteral("db-password-file"), QStringLiteral("File con la password del server Firebird (altrimenti ISC_PASSWORD)."), QStringLiteral("file")},
+            {QStringLiteral("headless"), QStringLiteral("Senza finestre: accede, aggiorna il database ed esce.")},
+            {QStringLiteral("user"), QStringLiteral("Utente di Quillo 3 (modalità headless)."), QStringLiteral("name")},
+            {QStringLiteral("password-file"), QStringLiteral("File con la password dell'utente (modalità headless)."), QStringLiteral("file")},
+        });
+        ready = true;
+    }
+    return parser;
+}
+
+void PrintError(const QString &text)
+{
+    std::fprintf(stderr, "quillo3: %s\n", text.toLocal8Bit().constData());
+    std::fflush(stderr);
+}
+
+} // namespace
+
+bool TQ3StartOptions::Parse(const QStringList &arguments, QString *error)
+{
+    QCommandLineParser &parser = Parser();
+    if (!parser.parse(arguments)) {
+        *error = parser.errorText();
+        return false;
+    }
+    Database = parser.value(QStringLiteral("database"));
+    DbUser = parser.value(QStringLiteral("db-user"));
+    DbPasswordFile = parser.value(QStringLiteral("db-password-file"));
+    User = parser.value(QStringLiteral("user"));
+    PasswordFile = parser.value(QStringLiteral("password-file"));
+    Headless = parser.isSet(QStringLiteral("headless"));
+    if (Headless && (User.isEmpty() || PasswordFile.isEmpty())) {
+        *error = QStringLiteral("La modalità --headless richiede --user e --password-file.");
+        return false;
+    }
+    return true;
+}
+
+QString DefaultQ3Database()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return QDir(folder).filePath(QStringLiteral("quillo3.fdb"));
+}
+
+QString ReadQ3SecretFile(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw EQ3Exception(QStringLiteral("Impossibile leggere il file \"%1\": %2").arg(fileName, file.errorString()));
+    return QString::fromUtf8(file.readLine()).remove(QLatin1Char('\n')).remove(QLatin1Char('\r'));
+}
+
+TQ3Host::TQ3Host(const TQ3StartOptions &options) : m_options(options) {}
+
+TQ3Host::~TQ3Host()
+{
+    UnloadModules();
+}
+
+QString TQ3Host::ModulesFolder()
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("modules"));
+}
+
+void TQ3Host::OpenDatabase()
+{
+    m_target.Database = m_options.Database.isEmpty() ? DefaultQ3Database() : m_options.Database;
+    if (m_target.IsRemote()) {
+        m_target.User = m_options.DbUser.isEmpty() ? qEnvironmentVariable("ISC_USER") : m_options.DbUser;
+        m_target.Password = m_options.DbPasswordFile.isEmpty() ? qEnvironmentVariable("ISC_PASSWORD")
+                                                               : ReadQ3SecretFile(m_options.DbPasswordFile);
+    } else if (Q3DatabaseFileMissing(m_target)) {
+        QDir().mkpath(QFileInfo(m_target.Database).absolutePath());
+        CreateQ3Database(m_target);
+    }
+
+    m_mainForm = std::make_unique<TQ3MainForm>();
+    m_connection = new TQ3Connection(m_mainForm.get());
+    m_connection->setObjectName(QStringLiteral("Q3ADOConn"));
+    m_connection->SetConnectionString(m_target.ConnectionString());
+    m_connection->Open();
+    UpgradeQ3HostSchema(m_connection->Database());
+}
+
+bool TQ3Host::Login()
+{
+    TQ3Users users(m_connection->Database());
+    QString logged;
+    if (m_options.Headless) {
+        const QString password = ReadQ3SecretFile(m_options.PasswordFile);
+        if (users.NeedsPassword(m_options.User))
+            users.SetPassword(m_options.User, password);
+        logged = users.Login(m_options.User, password);
+        if (logged.isEmpty()) {
+            // A wrong password costs time, so that guessing from a script is slow.
+            QThread::sleep(1);
+            PrintError(QStringLiteral("nome utente o password non validi."));
+            return false;
+        }
+    } else {
+        const QString admin = QString::fromLatin1(Q3AdminUser);
+        if (users.NeedsPassword(admin)) {
+            TQ3SetPasswordDialog setPassword(admin);
+            if (setPassword.exec() != QDialog::Accepted)
+                return false;
+            users.SetPassword(admin, setPassword.Password());
+        }
+        TQ3LoginDialog login(users, m_target.Database);
+        if (login.exec() != QDialog::Accepted)
+            return false;
+        logged = login.LoggedUser();
+    }
+    SetQ3CurrentUserName(logged);
+    m_mainForm->SetStatusInfo(logged, m_target.Database);
+    return true;
+}
+
+void TQ3Host::LoadModules()
+{
+    const QDir folder(ModulesFolder());
+    const QString pattern = QStringLiteral("*") + QString::fromLatin1(Q3ModuleFileExtension);
+    for (const QString &name : folder.entryList({pattern}, QDir::Files, QDir::Name)) {
+        QPluginLoader loader(folder.filePath(name));
+        if (!loader.load() || !qobject_cast<IQ3ModulePlugin *>(loader.instance()))
+            m_loadErrors << QStringLiteral("Impossibile caricare il modulo \"%1\": %2").arg(name, loader.errorString());
+    }
+    const QList<IQ3Module *> created = CreatePackageMainObjects(qApp);
+    for (IQ3Module *module : created) {
+        m_modules.append(module);
+        try {
+            module->Initialize();
+        } catch (const std::exception &e) {
+            Q3ShowError(ExceptionMessage(e));
+        }
+    }
+    for (const QString &error : std::as_const(m_loadErrors))
+        Q3ShowError(error);
+}
+
+void TQ3Host::UnloadModules()
+{
+    for (IQ3Module *module : std::as_const(m_modules))
+        module->ModuloFinalize();
+    for (IQ3Module *module : std::as_const(m_modules))
+        module->Finalize();
+    for (IQ3Module *module : std::as_const(m_modules)) {
+        ReleasePackageMainObject(module);
+        delete module->AsObject();
+    }
+    m_modules.clear();
+}
+
+int RunQuillo3(int argc, char **argv)
+{
+    bool headless = false;
+    for (int i = 1; i < argc; ++i)
+        headless = headless || qstrcmp(argv[i], "--headless") == 0;
+    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quillo3"));
+    QApplication::setOrganizationName(QStringLiteral("Quillo3"));
+    QApplication::setApplicationVersion(QStringLiteral("3.0.0"));
+    if (QLocale::system().language() == QLocale::C)
+        QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+
+    TQ3StartOptions options;
+    QString error;
+    if (!options.Parse(QApplication::arguments(), &error)) {
+        PrintError(error);
+        return 2;
+    }
+
+    std::unique_ptr<TQ3StderrResponder> stderrResponder;
+    if (options.Headless) {
+        stderrResponder = std::make_unique<TQ3StderrResponder>();
+        SetQ3MessageResponder(stderrResponder.get());
+    }
+
+    TQ3Host host(options);
+    try {
+        host.OpenDatabase();
+        if (!host.Login())
+            return options.Headless ? 3 : 0;
+        host.LoadModules();
+    } catch (const std::exception &e) {
+        if (options.Headless)
+            PrintError(ExceptionMessage(e));
+        else
+            Q3ShowError(ExceptionMessage(e));
+        return 1;
+    }
+
+    int code = 0;
+    if (!options.Headless) {
+        host.MainForm()->show();
+        code = QApplication::exec();
+    }
+    host.UnloadModules();
+    SetQ3MessageResponder(nullptr);
+    return code;
+}

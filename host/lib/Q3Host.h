@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Q3Connection.h"
+#include "Q3MainForm.h"
+#include "Q3Module.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <memory>
+
+// How the host was asked to start.
+struct Q3_EXPORT TQ3StartOptions
+{
+    QString Database;          // empty: the embedded default in the user's data folder
+    QString DbUser;
+    QString DbPasswordFile;
+    QString User;
+    QString PasswordFile;
+    bool Headless = false;
+
+    // Reads the command line; answers false with a message when it is wrong.
+    bool Parse(const QStringList &arguments, QString *error);
+};
+
+// The embedded database used when none is named.
+Q3_EXPORT QString DefaultQ3Database();
+
+// The first line of a text file, without its line ending; raises EQ3Exception.
+Q3_EXPORT QString ReadQ3SecretFile(const QString &fileName);
+
+// The host application's life: database, login, modules, main window.
+class Q3_EXPORT TQ3Host
+{
+public:
+    explicit TQ3Host(const TQ3StartOptions &options);
+    ~TQ3Host();
+
+    // Opens (creating an embedded file when missing) and upgrades the database;
+    // raises EQ3Exception when it cannot be opened.
+    void OpenDatabase();
+    // Headless: logs in with the password file (which sets the password of a
+    // user who has none). Interactive: the set-password and login dialogs.
+    // Answers false when no user logged in.
+    bool Login();
+    // Loads every module library of the modules folder, creates the main
+    // objects and initialises them.
+    void LoadModules();
+    // ModuloFinalize, then Finalize, of every module; then the main objects go.
+    void UnloadModules();
+
+    TQ3MainForm *MainForm() const { return m_mainForm.get(); }
+    TQ3Connection *Connection() const { return m_connection; }
+    QString LoadErrors() const { return m_loadErrors.join(QLatin1Char('\n')); }
+
+    static QString ModulesFolder();
+
+private:
+    TQ3StartOptions m_options;
+    TQ3DatabaseTarget m_target;
+    std::unique_ptr<TQ3MainForm> m_mainForm;
+    TQ3Connection *m_connection = nullptr;
+    QList<IQ3Module *> m_modules;
+    QStringList m_loadErrors;
+};
+
+// The whole program: answers the process exit code.
+Q3_EXPORT int RunQuillo3(int argc, char **argv);

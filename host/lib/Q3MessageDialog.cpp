@@ -1,0 +1,61 @@
+#include "Q3Messages.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace {
+
+QMessageBox::Icon DialogIcon(TQ3MsgIcon icon)
+{
+    switch (icon) {
+    case TQ3MsgIcon::Information: return QMessageBox::Information;
+    case TQ3MsgIcon::Warning: return QMessageBox::Warning;
+    case TQ3MsgIcon::Error: return QMessageBox::Critical;
+    case TQ3MsgIcon::Question: return QMessageBox::Question;
+    case TQ3MsgIcon::None: break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+TQ3MsgResult ShowDialog(const TQ3Message &message)
+{
+    // Texts keep their "\n\r" line breaks; a dialog shows them as one break.
+    QString shown = message.Text;
+    shown.replace(QStringLiteral("\n\r"), QStringLiteral("\n"));
+    QMessageBox box(DialogIcon(message.Icon), message.Title, shown, QMessageBox::NoButton,
+                    QApplication::activeWindow());
+    QPushButton *yes = nullptr;
+    QPushButton *no = nullptr;
+    if (message.Buttons == TQ3MsgButtons::Ok) {
+        QPushButton *ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        box.setDefaultButton(ok);
+        box.setEscapeButton(ok);
+    } else {
+        yes = box.addButton(QStringLiteral("&Sì"), QMessageBox::YesRole);
+        no = box.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
+        box.setDefaultButton(yes);
+        if (message.Buttons == TQ3MsgButtons::YesNoCancel)
+            box.setEscapeButton(box.addButton(QStringLiteral("Annulla"), QMessageBox::RejectRole));
+        else
+            box.setEscapeButton(no);
+    }
+    box.exec();
+    const QAbstractButton *clicked = box.clickedButton();
+    if (clicked && clicked == yes)
+        return TQ3MsgResult::Yes;
+    if (clicked && clicked == no)
+        return TQ3MsgResult::No;
+    if (message.Buttons == TQ3MsgButtons::Ok)
+        return TQ3MsgResult::Ok;
+    return message.Buttons == TQ3MsgButtons::YesNo ? TQ3MsgResult::No : TQ3MsgResult::Cancel;
+}
+
+// Loading the widget library gives the application its message dialogs.
+const struct DialogPresenterInstaller
+{
+    DialogPresenterInstaller() { SetQ3MessagePresenter(&ShowDialog); }
+} dialogPresenterInstaller;
+
+} // namespace

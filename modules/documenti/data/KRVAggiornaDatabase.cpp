@@ -1,0 +1,13 @@
+#include "KRVAggiornaDatabase.h"
+
+#include "KRVSession.h"
+
+QList<TQ3SchemaStep> KRVSchemaSteps()
+{
+    return {};
+}
+
+void AggiornaDatabase()
+{
+    TQ3SchemaUpgrade(KRVModuleDatabase()).Run(KRVSchemaSteps());
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+// The host's option store OPZIONI. Both swallow every failure and answer false.
+bool GetOptionValue(const QString &option, QVariant &value);
+// Updates an existing option only; never inserts.
+bool SetOptionValue(const QString &option, const QVariant &value);
+
+// The words "True"/"False" and numbers (0 false, any other true) as a boolean;
+// raises EQ3Exception for any other text.
+bool KRVStrToBool(const QString &text);

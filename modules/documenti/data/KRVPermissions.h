@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+// Whether the user holds the permission or the master permission
+// "Controllo completo". User names match without regard to case, permission
+// texts exactly. Failures come back as "[UserHasAbilitazione]" + "\n\r" + message.
+bool UserHasAbilitazione(const QString &abilitazione, const QString &userName, const QSqlDatabase &connection);
+
+// The message shown when a permission is missing.
+inline constexpr char KRVMsgDirittiInsufficienti[] = "Non si dispone di diritti sufficienti per eseguire questa operazione.";

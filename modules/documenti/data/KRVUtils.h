@@ -1,0 +1,11 @@
+#pragma once
+
+// The module's shared services: schema upgrade, options and permissions,
+// lookups, existence tests, delete rules and document numbering. Each works on
+// the module database session, which it finds through the host's registry.
+#include "KRVAggiornaDatabase.h"
+#include "KRVDeleteRules.h"
+#include "KRVLookups.h"
+#include "KRVNumbering.h"
+#include "KRVOptions.h"
+#include "KRVPermissions.h"

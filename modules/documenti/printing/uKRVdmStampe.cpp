@@ -1,0 +1,6 @@
+#include "uKRVdmStampe.h"
+
+TKRVdmStampe::TKRVdmStampe(QObject *owner) : QObject(owner)
+{
+    setObjectName(QStringLiteral("KRVdmStampe"));
+}

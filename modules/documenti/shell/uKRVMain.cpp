@@ -1,0 +1,325 @@
+#include "uKRVMain.h"
+
+#include "KRVUtils.h"
+#include "Q3Exception.h"
+#include "Q3Guards.h"
+#include "Q3MainForm.h"
+#include "Q3Messages.h"
+#include "Q3Registry.h"
+#include "Q3Users.h"
+#include "uKRVImages.h"
+#include "uKRVMainForms.h"
+#include "uKRVdmStampe.h"
+
+#include <QCoreApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileInfo>
+#include <QToolButton>
+
+namespace {
+
+int KRVMainLoadCounter = 0;
+
+struct TKRVToolButton
+{
+    const char *Action;
+    int Image;
+    const char *HintTitle;
+    const char *HintNote;
+};
+
+const QString ReqFatturaCiclica = QStringLiteral("Nuova fattura di vendita ciclica");
+const QString ReqFatturaDaDdt = QStringLiteral("Crea fattura di vendita da D.d.T.");
+
+int ActionImage(const TKRVActionInfo &info)
+{
+    if (info.Name.contains(QLatin1String("Clienti")) || info.Name.endsWith(QLatin1String("Cliente")))
+        return KRVImgClienti;
+    if (info.Name.contains(QLatin1String("Articol")) || info.Name.contains(QLatin1String("AnaMaga")))
+        return KRVImgArticoli;
+    if (info.Name.contains(QLatin1String("Serviz")))
+        return KRVImgServizi;
+    if (info.Category == QLatin1String("Statistiche"))
+        return KRVImgStatistiche;
+    if (info.Category == QLatin1String("Stampe"))
+        return KRVImgStampa;
+    if (info.Category == QLatin1String("Tabelle"))
+        return KRVImgTabelle;
+    return KRVImgFatture;
+}
+
+} // namespace
+
+TKRVMain::TKRVMain(QObject *owner) : QObject(owner), m_container(std::make_unique<QWidget>())
+{
+    setObjectName(QStringLiteral("KRVMain"));
+    m_container->setObjectName(QStringLiteral("KRVMainContainer"));
+    CreateActions();
+    CreateToolBars();
+    CreateMenus();
+    m_modADOConn = new TQ3Connection(this);
+    m_modADOConn->setObjectName(QStringLiteral("ModADOConn"));
+    m_modADOConn->SetConnectionString(DesignedConnectionString());
+    m_rProject = new TQ3ReportProject(this);
+    m_rProject->setObjectName(QStringLiteral("rProject"));
+    m_rProject->SetProjectFile(QStringLiteral("Documenti.rav"));
+}
+
+TKRVMain::~TKRVMain()
+{
+    for (const QPointer<QWidget> &form : std::as_const(m_forms))
+        delete form.data();
+    ReleasePackageMainObject(this);
+}
+
+QString TKRVMain::DesignedConnectionString()
+{
+    return QStringLiteral("Provider=MSDASQL.1;Persist Security Info=False;Data Source=QUILLO3_LOCAL;");
+}
+
+QString TKRVMain::ReportProjectPath()
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("Documenti.rav"));
+}
+
+void TKRVMain::CreateActions()
+{
+    const QHash<QString, TKRVFormClass> &forms = KRVFormClasses();
+    for (const TKRVActionInfo &info : KRVActionCatalogue()) {
+        auto action = new QAction(info.Caption, this);
+        action->setObjectName(info.Name);
+        action->setProperty("Category", info.Category);
+        action->setIcon(KRVImage(ActionImage(info)));
+        action->setEnabled(forms.contains(info.Name));
+        const QString name = info.Name;
+        connect(action, &QAction::triggered, this, [this, name] { Run(name); });
+        m_actions.insert(info.Name, action);
+        m_actionList.append(action);
+    }
+}
+
+void TKRVMain::CreateToolBars()
+{
+    const TKRVToolButton documenti[] = {
+        {"actRicercaFattureVendita", KRVImgFatture, "Ricerca fatture di vendita", "Cerca una fattura di vendita."}};
+    const TKRVToolButton anagrafiche[] = {
+        {"actRicercaClienti", KRVImgClienti, "Gestione clienti",
+         "Apre la maschera per la ricerca, modifica e creazione di anagrafiche cliente."},
+        {"actRicercaArticoli", KRVImgArticoli, "Gestione articoli",
+         "Apre la maschera per cercare, creare o eliminare gli articoli."},
+        {"actRicercaServizi", KRVImgServizi, "Gestione servizi",
+         "Apre la maschera per cercare, creare o eliminare i servizi."}};
+
+    auto build = [this](const QString &name, const QString &caption, const auto &buttons) {
+        auto bar = new QToolBar(caption, m_container.get());
+        bar->setObjectName(name);
+        for (const TKRVToolButton &button : buttons) {
+            QAction *action = m_actions.value(QString::fromLatin1(button.Action));
+            bar->addAction(action);
+            SetRichHint(bar->widgetForAction(action), QString::fromUtf8(button.HintTitle),
+                        QString::fromUtf8(button.HintNote));
+        }
+        return bar;
+    };
+    m_tBarDocumenti = build(QStringLiteral("tBarKRVDocumenti"), QStringLiteral("Documenti"), documenti);
+    m_tBarAnagrafiche = build(QStringLiteral("tBarKRVAnagrafiche"), QStringLiteral("Anagrafiche"), anagrafiche);
+}
+
+void TKRVMain::CreateMenus()
+{
+    for (const TKRVMenuInfo &info : KRVMenus()) {
+        auto mainMenu = new QMenuBar(m_container.get());
+        mainMenu->setObjectName(info.MainMenu);
+        QMenu *top = mainMenu->addMenu(info.Caption);
+        top->setObjectName(info.Name);
+        SetMenuGroupIndex(top, info.GroupIndex);
+        for (const TKRVMenuEntry &entry : info.Entries) {
+            if (entry.Action == QLatin1String("-")) {
+                top->addSeparator();
+                continue;
+            }
+            QAction *action = m_actions.value(entry.Action);
+            if (entry.Caption.isEmpty()) {
+                top->addAction(action);
+                continue;
+            }
+            // An entry with a caption of its own stands for its action.
+            QAction *item = top->addAction(action->icon(), entry.Caption, action, &QAction::trigger);
+            item->setObjectName(QStringLiteral("mi") + entry.Action);
+            item->setEnabled(action->isEnabled());
+            connect(action, &QAction::enabledChanged, item, &QAction::setEnabled);
+        }
+        m_mainMenus.insert(info.MainMenu, mainMenu);
+        m_topItems.insert(info.Name, top);
+    }
+}
+
+void TKRVMain::Initialize()
+{
+    try {
+        for (const QString &name : {QStringLiteral("mnAnagrafiche"), QStringLiteral("mnDocumenti"),
+                                    QStringLiteral("mnTabelle"), QStringLiteral("mnStampe")})
+            MergeAdvMenuItems(qApp, name, m_topItems.value(name), true);
+        MergeAdvMenu(qApp, m_mainMenus.value(QStringLiteral("MenuStatistiche")));
+
+        TakeOverHostConnection();
+        OpenReportProject();
+        AggiornaDatabase();
+        m_dmStampe = new TKRVdmStampe(this);
+
+        TCommonToolBarProperties properties;
+        GetQ3CommonToolBarProperties(TQ3CommonToolBars(0), properties);
+        MergeAdvToolBarItems(qApp, properties, m_tBarDocumenti);
+        GetQ3CommonToolBarProperties(TQ3CommonToolBars(1), properties);
+        MergeAdvToolBarItems(qApp, properties, m_tBarAnagrafiche);
+    } catch (const std::exception &e) {
+        throw EQ3Exception(ExceptionMessage(e));
+    }
+}
+
+void TKRVMain::TakeOverHostConnection()
+{
+    TQ3MainForm *host = GetQ3MainForm();
+    if (!host)
+        return;
+    for (QObject *component : host->children()) {
+        if (auto hostConnection = qobject_cast<TQ3Connection *>(component)) {
+            m_modADOConn->Close();
+            m_modADOConn->SetConnectionString(hostConnection->ConnectionString());
+            m_modADOConn->Open();
+            return;
+        }
+    }
+}
+
+void TKRVMain::OpenReportProject()
+{
+    m_rProject->Close();
+    const QString path = ReportProjectPath();
+    if (!QFileInfo::exists(path)) {
+        Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Impossibile trovare il file delle stampe del modulo documenti!"),
+                     TQ3MsgIcon::Error);
+        return;
+    }
+    m_rProject->SetProjectFile(path);
+    m_rProject->Open();
+}
+
+void TKRVMain::ModuloFinalize()
+{
+    try {
+        // Everything else goes with its owner; the session is let go now, while
+        // the host still has its own connection open.
+        m_modADOConn->Close();
+    } catch (const std::exception &e) {
+        Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("[TKRVMain.ModuloFinalize]\n\r") + ExceptionMessage(e),
+                     TQ3MsgIcon::Error);
+    }
+}
+
+void TKRVMain::Finalize() {}
+
+void TKRVMain::Run(const QString &actionName)
+{
+    const TKRVActionInfo *info = KRVFindAction(actionName);
+    QAction *action = Action(actionName);
+    if (!info || !action || !action->isEnabled())
+        return;
+    Q3Guarded([&] { ExecuteAction(*info); });
+}
+
+void TKRVMain::ExecuteAction(const TKRVActionInfo &info)
+{
+    if (!info.Permission.isEmpty()
+        && !UserHasAbilitazione(info.Permission, GetQ3CurrentUserName(), m_modADOConn->Database())) {
+        Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(KRVMsgDirittiInsufficienti), TQ3MsgIcon::Warning);
+        return;
+    }
+    switch (info.Shape) {
+    case TKRVActionShape::ShowReused:
+        ShowQ3ChildForm(EnsureForm(info.Name));
+        break;
+    case TKRVActionShape::CreateOnly:
+        EnsureForm(info.Name);
+        break;
+    case TKRVActionShape::ModalPrint:
+    case TKRVActionShape::ModalStatistics:
+        ShowModal(info.Name);
+        break;
+    }
+}
+
+QWidget *TKRVMain::EnsureForm(const QString &actionName)
+{
+    QPointer<QWidget> &form = m_forms[actionName];
+    if (!form)
+        form = KRVFormClasses().value(actionName).Create(*this);
+    return form;
+}
+
+void TKRVMain::ShowModal(const QString &actionName)
+{
+    const TKRVFormClass formClass = KRVFormClasses().value(actionName);
+    auto dialog = qobject_cast<QDialog *>(EnsureForm(actionName));
+    if (!dialog)
+        return;
+    if (formClass.Prepare)
+        formClass.Prepare(dialog);
+    if (dialog->exec() == QDialog::Accepted && formClass.Accepted)
+        formClass.Accepted(*this, dialog);
+}
+
+int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &parameters, int lastIndex)
+{
+    try {
+        if (lastIndex != 0 || parameters.size() != 1)
+            return 0;
+        if (actionName == ReqFatturaCiclica)
+            return ApriFatturaCiclica(parameters);
+        if (actionName == ReqFatturaDaDdt) {
+            if (Form(QStringLiteral("actInserimentoFattureVendita"))) {
+                Q3MessageBox(QStringLiteral("Attenzione"),
+                             QStringLiteral("Impossibile proseguire, chiudere la maschera di inserimento fatture e riprovare."),
+                             TQ3MsgIcon::Warning);
+                Run(QStringLiteral("actInserimentoFattureVendita"));
+                return 0;
+            }
+            return ApriFatturaCiclica(parameters);
+        }
+    } catch (const std::exception &e) {
+        Q3ShowError(ExceptionMessage(e));
+    }
+    return 0;
+}
+
+int TKRVMain::ApriFatturaCiclica(const QVariantList &parameters)
+{
+    Run(QStringLiteral("actInserimentoFattureVendita"));
+    QWidget *editor = Form(QStringLiteral("actInserimentoFattureVendita"));
+    if (!editor)
+        return 0;
+    int opened = -1;
+    QMetaObject::invokeMethod(editor, "ApriRecord", Q_RETURN_ARG(int, opened), Q_ARG(int, parameters.first().toInt()));
+    if (opened == 0)
+        QMetaObject::invokeMethod(editor, "ImpostaFatturaCiclica");
+    return 0;
+}
+
+TKRVMain *KRVMain()
+{
+    const int index = GetPackageIndex(KRVModuleFileName());
+    return index < 0 ? nullptr : dynamic_cast<TKRVMain *>(PackageList().at(index).MainObject);
+}
+
+void KRVMainUnitInitialization()
+{
+    if (KRVMainLoadCounter-- == 0)
+        RegisterPackage(KRVModuleFileName(), QStringLiteral("Modulo Documenti"),
+                        [](QObject *owner) -> IQ3Module * { return new TKRVMain(owner); });
+}
+
+void KRVMainUnitFinalization()
+{
+    ++KRVMainLoadCounter;
+}

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "KRVActionCatalogue.h"
+#include "KRVSession.h"
+#include "Q3Module.h"
+#include "Q3Report.h"
+
+#include <QAction>
+#include <QHash>
+#include <QMenu>
+#include <QMenuBar>
+#include <QObject>
+#include <QPointer>
+#include <QToolBar>
+
+#include <memory>
+
+#include "uKRVdmStampe.h"
+
+// The module's main object: owns the actions, menus, toolbars, the module
+// database session and the report project, and keeps one instance of every
+// window its actions open.
+class TKRVMain : public QObject, public IQ3Module, public IKRVModuleSession
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVMain(QObject *owner);
+    ~TKRVMain() override;
+
+    // IQ3Module
+    QObject *AsObject() override { return this; }
+    void Initialize() override;
+    int ExecutePkgAction(const QString &actionName, const QVariantList &parameters, int lastIndex) override;
+    void ModuloFinalize() override;
+    void Finalize() override;
+
+    // IKRVModuleSession
+    TQ3Connection *ModADOConn() const override { return m_modADOConn; }
+
+    // The designed connection string, replaced by the host's at start.
+    static QString DesignedConnectionString();
+    // Where the report project is looked for: beside the host executable.
+    static QString ReportProjectPath();
+
+    QAction *Action(const QString &name) const { return m_actions.value(name); }
+    const QList<QAction *> &actListModDocumenti() const { return m_actionList; }
+    QMenuBar *MainMenu(const QString &name) const { return m_mainMenus.value(name); }
+    QMenu *TopItem(const QString &name) const { return m_topItems.value(name); }
+    QToolBar *tBarKRVDocumenti() const { return m_tBarDocumenti; }
+    QToolBar *tBarKRVAnagrafiche() const { return m_tBarAnagrafiche; }
+    TQ3ReportProject *rProject() const { return m_rProject; }
+    TKRVdmStampe *dmStampe() const { return m_dmStampe; }
+
+    // The window an action keeps, or null when it has none now.
+    QWidget *Form(const QString &actionName) const { return m_forms.value(actionName); }
+    template <typename T>
+    T *FormAs(const QString &actionName) const { return qobject_cast<T *>(Form(actionName)); }
+
+    // Runs an action as a menu entry would.
+    void Run(const QString &actionName);
+
+private:
+    void CreateActions();
+    void CreateMenus();
+    void CreateToolBars();
+    void TakeOverHostConnection();
+    void OpenReportProject();
+    void ExecuteAction(const TKRVActionInfo &info);
+    QWidget *EnsureForm(const QString &actionName);
+    void ShowModal(const QString &actionName);
+    int ApriFatturaCiclica(const QVariantList &parameters);
+
+    std::unique_ptr<QWidget> m_container;
+    QToolBar *m_tBarDocumenti = nullptr;
+    QToolBar *m_tBarAnagrafiche = nullptr;
+    QHash<QString, QMenuBar *> m_mainMenus;
+    QHash<QString, QMenu *> m_topItems;
+    QHash<QString, QAction *> m_actions;
+    QList<QAction *> m_actionList;
+    TQ3Connection *m_modADOConn = nullptr;
+    TQ3ReportProject *m_rProject = nullptr;
+    QPointer<TKRVdmStampe> m_dmStampe;
+    QHash<QString, QPointer<QWidget>> m_forms;
+};
+
+// The module's main object, found through the host's registry (null when the
+// module is not loaded).
+TKRVMain *KRVMain();
+
+// The module code's initialisation and finalisation: the first initialisation
+// registers the module with the host.
+void KRVMainUnitInitialization();
+void KRVMainUnitFinalization();

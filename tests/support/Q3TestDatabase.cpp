@@ -1,0 +1,104 @@
+#include "Q3TestDatabase.h"
+
+#include "Q3DatabaseFile.h"
+#include "Q3Exception.h"
+#include "Q3HostSchema.h"
+#include "Q3Sql.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTextStream>
+
+TQ3TestDatabase::TQ3TestDatabase(Where where, bool hostSchema)
+{
+    if (where == Where::Server) {
+        // The server runs as another process: the folder must be open to it.
+        QFile::setPermissions(m_dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther
+                                                | QFile::WriteOther | QFile::ExeOther | QFile::ReadGroup
+                                                | QFile::WriteGroup | QFile::ExeGroup);
+        m_target.Database = qEnvironmentVariable("Q3_TEST_SERVER") + QLatin1Char(':') + m_dir.filePath(QStringLiteral("test.fdb"));
+        m_target.User = qEnvironmentVariable("Q3_TEST_SERVER_USER");
+        m_target.Password = qEnvironmentVariable("Q3_TEST_SERVER_PASSWORD");
+    } else {
+        m_target.Database = m_dir.filePath(QStringLiteral("test.fdb"));
+    }
+    CreateQ3Database(m_target);
+    m_connection = std::make_unique<TQ3Connection>();
+    m_connection->SetConnectionString(m_target.ConnectionString());
+    m_connection->Open();
+    if (hostSchema)
+        UpgradeQ3HostSchema(Db());
+}
+
+TQ3TestDatabase::~TQ3TestDatabase()
+{
+    m_connection.reset();
+    if (m_target.IsRemote()) {
+        try {
+            DropQ3Database(m_target);
+        } catch (const EQ3Exception &) {
+            // Left for the temporary folder's removal.
+        }
+    }
+}
+
+bool TQ3TestDatabase::ServerConfigured()
+{
+    return !qEnvironmentVariableIsEmpty("Q3_TEST_SERVER");
+}
+
+void TQ3TestDatabase::Exec(const QString &sql) const
+{
+    ExecSQL(Db(), sql);
+}
+
+QVariant TQ3TestDatabase::Scalar(const QString &sql) const
+{
+    return QueryScalar(Db(), sql);
+}
+
+QStringList TQ3TestDatabase::Rows(const QString &sql) const
+{
+    QSqlQuery query = OpenQuery(Db(), sql);
+    QStringList rows;
+    while (query.next()) {
+        QStringList columns;
+        for (int i = 0; i < query.record().count(); ++i)
+            columns << (query.isNull(i) ? QStringLiteral("<null>") : query.value(i).toString().trimmed());
+        rows << columns.join(QLatin1Char('|'));
+    }
+    return rows;
+}
+
+void TQ3TestDatabase::LoadFixture(const QString &fileName) const
+{
+    QFile file(QDir(QStringLiteral(Q3_TEST_FIXTURES)).filePath(fileName));
+    if (!file.open(QIODevice::ReadOnly))
+        throw EQ3Exception(QStringLiteral("Fixture mancante: ") + file.fileName());
+    QString statement;
+    QTextStream in(&file);
+    while (!in.atEnd()) {
+        const QString line = in.readLine();
+        if (line.trimmed().startsWith(QLatin1String("--")))
+            continue;
+        statement += line + QLatin1Char('\n');
+        if (line.trimmed().endsWith(QLatin1Char(';'))) {
+            statement = statement.trimmed();
+            statement.chop(1);
+            Exec(statement);
+            statement.clear();
+        }
+    }
+}
+
+QString WriteQ3TestFile(const QString &folder, const QString &name, const QString &text)
+{
+    const QString path = QDir(folder).filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        throw EQ3Exception(QStringLiteral("Impossibile scrivere ") + path);
+    file.write(text.toUtf8());
+    return path;
+}
