@@ -2,6 +2,7 @@
 
 #include "KRVActionCatalogue.h"
 #include "KRVSession.h"
+#include "Q3Dataset.h"
 #include "Q3Module.h"
 #include "Q3Report.h"
 
@@ -50,6 +51,8 @@ public:
     QToolBar *tBarKRVDocumenti() const { return m_tBarDocumenti; }
     QToolBar *tBarKRVAnagrafiche() const { return m_tBarAnagrafiche; }
     TQ3ReportProject *rProject() const { return m_rProject; }
+    // The module's master datasets (adsAliquoteIVA, adsClienti, ...), on ModADOConn.
+    TQ3Dataset *Dataset(const QString &name) const { return m_datasets.value(name); }
     TKRVdmStampe *dmStampe() const { return m_dmStampe; }
 
     // The window an action keeps, or null when it has none now.
@@ -64,6 +67,7 @@ private:
     void CreateActions();
     void CreateMenus();
     void CreateToolBars();
+    void CreateDatasets();
     void TakeOverHostConnection();
     void OpenReportProject();
     void ExecuteAction(const TKRVActionInfo &info);
@@ -81,6 +85,7 @@ private:
     TQ3Connection *m_modADOConn = nullptr;
     TQ3ReportProject *m_rProject = nullptr;
     QPointer<TKRVdmStampe> m_dmStampe;
+    QHash<QString, TQ3Dataset *> m_datasets;
     QHash<QString, QPointer<QWidget>> m_forms;
 };
 
