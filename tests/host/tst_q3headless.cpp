@@ -1,0 +1,119 @@
+#include "Q3Connection.h"
+#include "Q3Sql.h"
+#include "Q3TestDatabase.h"
+#include "Q3TestHost.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+// The administrators' headless start: log in, load the modules, upgrade, exit.
+class TestQ3Headless : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newDatabaseIsCreatedAndUpgraded();
+    void secondRunChangesNothing();
+    void wrongPasswordFails();
+    void missingDatabaseFolderFails();
+    void messageBoxesGoToStandardError();
+
+private:
+    static QStringList Arguments(const QString &database, const QString &passwordFile,
+                                 const QString &user = QStringLiteral("admin"))
+    {
+        return {QStringLiteral("--headless"), QStringLiteral("--database"), database, QStringLiteral("--user"), user,
+                QStringLiteral("--password-file"), passwordFile};
+    }
+    static QStringList Snapshot(const QString &database)
+    {
+        TQ3Connection connection;
+        connection.SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
+        connection.Open();
+        QStringList rows;
+        QSqlQuery query = OpenQuery(connection.Database(), QStringLiteral(
+            "SELECT TABELLA || '=' || VERSIONE FROM TABLE_VERSION ORDER BY 1"));
+        while (query.next())
+            rows << query.value(0).toString();
+        for (const char *table : {"UTENTI", "ABILITAZIONI_UTENTE", "OPZIONI", "AZIENDA"})
+            rows << QString::fromLatin1(table) + QLatin1Char('#')
+                        + QueryScalar(connection.Database(), QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromLatin1(table)).toString();
+        rows << QueryScalar(connection.Database(), QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME='admin'")).toString();
+        return rows;
+    }
+};
+
+void TestQ3Headless::newDatabaseIsCreatedAndUpgraded()
+{
+    QTemporaryDir dir;
+    const QString database = dir.filePath(QStringLiteral("nuova.fdb"));
+    const QString password = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1\n"));
+    const TQ3HostRun run = RunQuillo3Process(Arguments(database, password));
+    QVERIFY2(run.ExitCode == 0, qPrintable(run.StdErr));
+    QVERIFY(QFileInfo::exists(database));
+    const QStringList snapshot = Snapshot(database);
+    QVERIFY(snapshot.contains(QStringLiteral("UTENTI=1.0.0")));
+    QVERIFY(snapshot.last().startsWith(QLatin1String("$argon2id$")));
+    // The module was loaded and initialised: its permissions are in the catalogue.
+    TQ3Connection connection;
+    connection.SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
+    connection.Open();
+    QCOMPARE(QueryScalar(connection.Database(), QStringLiteral("SELECT COUNT(*) FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'")).toInt(), 7);
+}
+
+void TestQ3Headless::secondRunChangesNothing()
+{
+    QTemporaryDir dir;
+    const QString database = dir.filePath(QStringLiteral("db.fdb"));
+    const QString password = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"));
+    QCOMPARE(RunQuillo3Process(Arguments(database, password)).ExitCode, 0);
+    const QStringList before = Snapshot(database);
+    const TQ3HostRun again = RunQuillo3Process(Arguments(database, password, QStringLiteral("ADMIN")));
+    QVERIFY2(again.ExitCode == 0, qPrintable(again.StdErr));
+    QCOMPARE(Snapshot(database), before);
+}
+
+void TestQ3Headless::wrongPasswordFails()
+{
+    QTemporaryDir dir;
+    const QString database = dir.filePath(QStringLiteral("db.fdb"));
+    QCOMPARE(RunQuillo3Process(Arguments(database, WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1")))).ExitCode, 0);
+    const QStringList before = Snapshot(database);
+    const TQ3HostRun run = RunQuillo3Process(Arguments(database, WriteQ3TestFile(dir.path(), QStringLiteral("bad"), QStringLiteral("sbagliata"))));
+    QVERIFY(run.ExitCode != 0);
+    QVERIFY2(run.StdErr.contains(QLatin1String("nome utente o password non validi")), qPrintable(run.StdErr));
+    QCOMPARE(Snapshot(database), before);
+    QVERIFY(RunQuillo3Process(Arguments(database, dir.filePath(QStringLiteral("pw")), QStringLiteral("mario"))).ExitCode != 0);
+}
+
+void TestQ3Headless::missingDatabaseFolderFails()
+{
+    QTemporaryDir dir;
+    const QString password = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"));
+    const TQ3HostRun run = RunQuillo3Process(Arguments(QStringLiteral("127.0.0.1/1:/nessuna/cartella/db.fdb"), password));
+    QVERIFY(run.ExitCode != 0);
+    QVERIFY2(run.StdErr.contains(QLatin1String("Impossibile aprire il database")), qPrintable(run.StdErr));
+}
+
+void TestQ3Headless::messageBoxesGoToStandardError()
+{
+    QTemporaryDir dir;
+    const QString database = dir.filePath(QStringLiteral("db.fdb"));
+    const QString password = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"));
+    QCOMPARE(RunQuillo3Process(Arguments(database, password)).ExitCode, 0);
+    {
+        // A version row whose key differs only in case makes the module try to
+        // create a table that exists: the failure is reported as a box.
+        TQ3Connection connection;
+        connection.SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
+        connection.Open();
+        ExecSQL(connection.Database(), QStringLiteral("UPDATE TABLE_VERSION SET TABELLA = 'fatt_vend' WHERE TABELLA = 'FATT_VEND'"));
+    }
+    const TQ3HostRun run = RunQuillo3Process(Arguments(database, password));
+    QCOMPARE(run.ExitCode, 0);
+    QVERIFY2(run.StdErr.contains(QLatin1String("Errore: Errore durante l'aggiornamento del database!")), qPrintable(run.StdErr));
+}
+
+QTEST_MAIN(TestQ3Headless)
+#include "tst_q3headless.moc"

@@ -1,0 +1,222 @@
+#include "KRVActionCatalogue.h"
+#include "KRVTestModule.h"
+#include "KRVUtils.h"
+#include "Q3Registry.h"
+#include "Q3Sql.h"
+#include "uKRVMainForms.h"
+
+#include <QMenuBar>
+#include <QSqlQuery>
+#include <QToolBar>
+#include <QtTest>
+
+namespace {
+
+QStringList Entries(const QMenu *menu)
+{
+    QStringList entries;
+    for (const QAction *action : menu->actions())
+        entries << (action->isSeparator() ? QStringLiteral("-") : action->text());
+    return entries;
+}
+
+QStringList TopMenus(const TQ3MainForm *form)
+{
+    QStringList captions;
+    for (const QAction *action : form->menuBar()->actions())
+        captions << action->text().remove(QLatin1Char('&'));
+    return captions;
+}
+
+} // namespace
+
+class TestKRVMain : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadingTwiceRegistersOnce();
+    void catalogueHasTheModuleActions();
+    void actionsWithoutWindowsAreDisabled();
+    void menusMergeIntoTheHost();
+    void toolBarsCarryTheirHints();
+    void takesOverTheHostConnection();
+    void lowerComponentIndexWins();
+    void withoutHostConnectionStaysClosed();
+    void reportProjectIsOpened();
+    void statisticsPermissions();
+    void namedRequestsIgnoreWrongShapes();
+};
+
+void TestKRVMain::loadingTwiceRegistersOnce()
+{
+    KRVMainUnitInitialization();
+    KRVMainUnitInitialization();
+    int entries = 0;
+    for (const TQ3PackageEntry &entry : PackageList())
+        entries += entry.FileName == KRVModuleFileName() ? 1 : 0;
+    QCOMPARE(entries, 1);
+    const TQ3PackageEntry &entry = PackageList().at(GetPackageIndex(QStringLiteral("Documenti.so")));
+    QCOMPARE(entry.Description, QStringLiteral("Modulo Documenti"));
+    QCOMPARE(GetPackageIndex(QStringLiteral("Magazzino.so")), -1);
+    KRVMainUnitFinalization();
+    KRVMainUnitFinalization();
+}
+
+void TestKRVMain::catalogueHasTheModuleActions()
+{
+    TKRVTestModule module;
+    QCOMPARE(module.Main->actListModDocumenti().size(), 36);
+    QCOMPARE(module.Main->parent(), qApp);
+    const QAction *action = module.Main->Action(QStringLiteral("actModSelezionaDdtScaricoMulti"));
+    QCOMPARE(action->text(), QStringLiteral("actModSelezionaDdtScaricoMulti"));
+    QCOMPARE(action->property("Category").toString(), QStringLiteral("Modali"));
+    QCOMPARE(module.Main->Action(QStringLiteral("actStatisticheMedieServizi1"))->text(), QStringLiteral("Medie produttività per servizio"));
+    QCOMPARE(module.Main->Action(QStringLiteral("actRicercaFattureVendita"))->text(), QStringLiteral("Fatture"));
+    QCOMPARE(KRVFindAction(QStringLiteral("actRicercaFattureVendita"))->Permission, QStringLiteral("Fatture di vendita (visualizzazione)"));
+    QCOMPARE(KRVFindAction(QStringLiteral("actRicercaNoteAccredito"))->Permission, QStringLiteral("Note di accredito (visualizzazione)"));
+    QStringList gated;
+    for (const TKRVActionInfo &info : KRVActionCatalogue()) {
+        if (!info.Permission.isEmpty())
+            gated << info.Name;
+    }
+    QCOMPARE(gated, (QStringList{"actRicercaFattureVendita", "actRicercaNoteAccredito", "actModStampaRiepilogoFatture",
+                                 "actModStampaFatturatoPerCliente", "actStatisticheFatturato",
+                                 "actStatisticheFatturatoPerServizio", "actStatisticheFatturatoPerArticolo",
+                                 "actStatisticheRedditivitaMensile", "actStatisticheFatturatoClientiServizi"}));
+}
+
+void TestKRVMain::actionsWithoutWindowsAreDisabled()
+{
+    TKRVTestModule module;
+    for (QAction *action : module.Main->actListModDocumenti())
+        QCOMPARE(action->isEnabled(), KRVFormClasses().contains(action->objectName()));
+    // A disabled action does nothing, not even its permission check.
+    TQ3RecordingResponder responder;
+    if (!module.Main->Action(QStringLiteral("actInserimentoFattureVendita"))->isEnabled()) {
+        module.Main->Run(QStringLiteral("actInserimentoFattureVendita"));
+        QVERIFY(responder.Messages().isEmpty());
+        QVERIFY(!module.Main->Form(QStringLiteral("actInserimentoFattureVendita")));
+    }
+}
+
+void TestKRVMain::menusMergeIntoTheHost()
+{
+    TKRVTestModule module;
+    const TQ3MainForm *form = module.MainForm.get();
+    QCOMPARE(TopMenus(form), (QStringList{"File", "Anagrafiche", "Documenti", "Tabelle", "Stampe", "Statistiche", "?"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Anagrafiche"))), (QStringList{"Clienti", "-", "Articoli", "Servizi"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Documenti"))), (QStringList{"Fatture di vendita", "-", "Note di accredito"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Tabelle"))),
+             (QStringList{"Aliquote IVA", "Unità di misura", "Tipi di pagamento", "Gestione categorie articoli",
+                          "Gestione categorie servizi", "Note documenti"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Stampe"))),
+             (QStringList{"Stampa riepilogo fatture", "Stampa fatturato per cliente"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Statistiche"))),
+             (QStringList{"Fatturato", "Fatturato per servizio", "Fatturato clienti-servizi", "Fatturato per articolo",
+                          "Redditività mensile"}));
+    QCOMPARE(MenuGroupIndex(module.Main->TopItem(QStringLiteral("mnAnagrafiche"))), 100);
+    QCOMPARE(MenuGroupIndex(module.Main->TopItem(QStringLiteral("mnDocumenti"))), 100);
+    QCOMPARE(MenuGroupIndex(module.Main->TopItem(QStringLiteral("mnTabelle"))), 100);
+    QVERIFY(MenuGroupIndex(module.Main->TopItem(QStringLiteral("mnStampe"))) != 100);
+    // The invoice entry stands for its action and follows its state.
+    QAction *entry = form->TopMenu(QStringLiteral("Documenti"))->actions().first();
+    QCOMPARE(entry->isEnabled(), module.Main->Action(QStringLiteral("actRicercaFattureVendita"))->isEnabled());
+}
+
+void TestKRVMain::toolBarsCarryTheirHints()
+{
+    TKRVTestModule module;
+    QToolBar *documenti = module.MainForm->findChild<QToolBar *>(QStringLiteral("tBarKRVDocumenti"));
+    QToolBar *anagrafiche = module.MainForm->findChild<QToolBar *>(QStringLiteral("tBarKRVAnagrafiche"));
+    QVERIFY(documenti && anagrafiche);
+    QCOMPARE(documenti->windowTitle(), QStringLiteral("Documenti"));
+    QCOMPARE(anagrafiche->windowTitle(), QStringLiteral("Anagrafiche"));
+    QStringList names;
+    for (const QAction *action : anagrafiche->actions())
+        names << action->objectName();
+    QCOMPARE(names, (QStringList{"actRicercaClienti", "actRicercaArticoli", "actRicercaServizi"}));
+    QCOMPARE(documenti->actions().size(), 1);
+    const QWidget *fatture = documenti->widgetForAction(module.Main->Action(QStringLiteral("actRicercaFattureVendita")));
+    QCOMPARE(RichHintTitle(fatture), QStringLiteral("Ricerca fatture di vendita"));
+    QCOMPARE(RichHintNote(fatture), QStringLiteral("Cerca una fattura di vendita."));
+    const struct { const char *action; const char *title; const char *note; } hints[] = {
+        {"actRicercaClienti", "Gestione clienti", "Apre la maschera per la ricerca, modifica e creazione di anagrafiche cliente."},
+        {"actRicercaArticoli", "Gestione articoli", "Apre la maschera per cercare, creare o eliminare gli articoli."},
+        {"actRicercaServizi", "Gestione servizi", "Apre la maschera per cercare, creare o eliminare i servizi."}};
+    for (const auto &hint : hints) {
+        const QWidget *button = anagrafiche->widgetForAction(module.Main->Action(QString::fromLatin1(hint.action)));
+        QCOMPARE(RichHintTitle(button), QString::fromUtf8(hint.title));
+        QCOMPARE(RichHintNote(button), QString::fromUtf8(hint.note));
+        QVERIFY(button->toolTip().contains(QString::fromUtf8(hint.title)));
+    }
+}
+
+void TestKRVMain::takesOverTheHostConnection()
+{
+    TKRVTestModule module;
+    QVERIFY(module.Main->ModADOConn()->Connected());
+    QCOMPARE(module.Main->ModADOConn()->ConnectionString(), module.Database.ConnectionString());
+    QCOMPARE(KRVModuleDatabase().connectionName(), module.Db().connectionName());
+}
+
+void TestKRVMain::lowerComponentIndexWins()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
+    TQ3TestDatabase other;
+    // A second connection added later to the main window comes after the first.
+    auto second = new TQ3Connection(module.MainForm.get());
+    second->SetConnectionString(other.ConnectionString());
+    module.Main->Initialize();
+    QCOMPARE(module.Main->ModADOConn()->ConnectionString(), module.Database.ConnectionString());
+}
+
+void TestKRVMain::withoutHostConnectionStaysClosed()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
+    delete module.MainForm->findChild<TQ3Connection *>();
+    TQ3RecordingResponder responder;
+    QVERIFY_THROWS_EXCEPTION(EQ3Exception, module.Main->Initialize());
+    QCOMPARE(module.Main->ModADOConn()->ConnectionString(), TKRVMain::DesignedConnectionString());
+    QVERIFY(!module.Main->ModADOConn()->Connected());
+    // The first query fails with the connection's own error.
+    QSqlQuery query(module.Main->ModADOConn()->Database());
+    QVERIFY(!query.exec(QStringLiteral("SELECT 1 FROM RDB$DATABASE")));
+}
+
+void TestKRVMain::reportProjectIsOpened()
+{
+    TQ3RecordingResponder responder;
+    TKRVTestModule module;
+    QVERIFY(module.Main->rProject()->Active());
+    QCOMPARE(module.Main->rProject()->ProjectFile(), TKRVMain::ReportProjectPath());
+    QVERIFY(module.Main->dmStampe());
+    for (const TQ3Message &message : responder.Messages())
+        QVERIFY2(!message.Text.contains(QLatin1String("stampe")), qPrintable(message.Text));
+}
+
+void TestKRVMain::statisticsPermissions()
+{
+    TKRVTestModule module;
+    module.Database.Exec(QStringLiteral("INSERT INTO UTENTI (IDUTENTE, USER_NAME) VALUES (0, 'mario')"));
+    QVERIFY(!UserHasAbilitazione(QStringLiteral("Statistiche (visualizzazione)"), QStringLiteral("mario"), module.Db()));
+    QVERIFY(UserHasAbilitazione(QStringLiteral("Statistiche (visualizzazione)"), QStringLiteral("ADMIN"), module.Db()));
+    // "Medie produttività per servizio" is the one statistics action run without a check.
+    QVERIFY(KRVFindAction(QStringLiteral("actStatisticheMedieServizi1"))->Permission.isEmpty());
+    QCOMPARE(KRVFindAction(QStringLiteral("actStatisticheFatturatoPerServizio"))->Permission, QStringLiteral("Statistiche (visualizzazione)"));
+}
+
+void TestKRVMain::namedRequestsIgnoreWrongShapes()
+{
+    TKRVTestModule module;
+    TQ3RecordingResponder responder;
+    module.Main->ExecutePkgAction(QStringLiteral("Nuova fattura di vendita ciclica"), {}, -1);
+    module.Main->ExecutePkgAction(QStringLiteral("Nuova fattura di vendita ciclica"), {1, 2}, 1);
+    module.Main->ExecutePkgAction(QStringLiteral("nuova fattura di vendita ciclica"), {1}, 0);
+    module.Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da d.d.t."), {1}, 0);
+    QVERIFY(responder.Messages().isEmpty());
+    QVERIFY(!module.Main->Form(QStringLiteral("actInserimentoFattureVendita")));
+}
+
+QTEST_MAIN(TestKRVMain)
+#include "tst_krvmain.moc"
