@@ -5,27 +5,30 @@
 
 namespace {
 
+// A create step for a table without a key generator of its own.
+TQ3SchemaStep CreateStep(const QString &key, const QStringList &statements, const QStringList &seeds)
+{
+    TQ3SchemaStep step;
+    step.Key = key;
+    step.To = QStringLiteral("1.0.0");
+    step.Statements = statements;
+    step.Seeds = seeds;
+    return step;
+}
+
 QList<TQ3SchemaStep> HostSteps()
 {
     const QString master = QString::fromLatin1(Q3MasterPermission);
     const QString admin = QString::fromLatin1(Q3AdminUser);
     const QString adminRole = QString::fromLatin1(Q3AdminRole);
 
-    TQ3SchemaStep tableVersion;
-    tableVersion.Key = QStringLiteral("TABLE_VERSION");
-    tableVersion.To = QStringLiteral("1.0.0");
-
-    TQ3SchemaStep opzioni;
-    opzioni.Key = QStringLiteral("OPZIONI");
-    opzioni.To = QStringLiteral("1.0.0");
-    opzioni.Statements = {QStringLiteral("CREATE TABLE OPZIONI (OPZIONE VARCHAR(100) NOT NULL, VALORE VARCHAR(1000), "
-                                         "CONSTRAINT PK_OPZIONI PRIMARY KEY(OPZIONE))")};
-    opzioni.Seeds = {QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES (%1, %2)")
-                         .arg(QuotedStr(QStringLiteral("NUMERAZIONE_UNICA_FATTURE")), QuotedStr(QStringLiteral("False")))};
-
     return {
-        tableVersion,
-        opzioni,
+        CreateStep(QStringLiteral("TABLE_VERSION"), {}, {}),
+        CreateStep(QStringLiteral("OPZIONI"),
+                   {QStringLiteral("CREATE TABLE OPZIONI (OPZIONE VARCHAR(100) NOT NULL, VALORE VARCHAR(1000), "
+                                   "CONSTRAINT PK_OPZIONI PRIMARY KEY(OPZIONE))")},
+                   {QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES (%1, %2)")
+                        .arg(QuotedStr(QStringLiteral("NUMERAZIONE_UNICA_FATTURE")), QuotedStr(QStringLiteral("False")))}),
         Q3CreateTableStep(QStringLiteral("RUOLI_UTENTE"),
                           QStringLiteral("CREATE TABLE RUOLI_UTENTE (IDRUOLO_UTENTE INTEGER NOT NULL, RUOLO_UTENTE VARCHAR(50) NOT NULL, "
                                          "CONSTRAINT PK_RUOLI_UTENTE PRIMARY KEY(IDRUOLO_UTENTE), "
@@ -39,19 +42,14 @@ QList<TQ3SchemaStep> HostSteps()
                           QStringLiteral("ABILITAZIONI_UTENTE"), QStringLiteral("ABILITAZIONE_UTENTE"),
                           {QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES(0, %1, %2)")
                                .arg(QuotedStr(master), QuotedStr(QStringLiteral("Quillo 3")))}),
-        [&] {
-            TQ3SchemaStep step;
-            step.Key = QStringLiteral("ABILITAZIONI_RUOLI");
-            step.To = QStringLiteral("1.0.0");
-            step.Statements = {QStringLiteral("CREATE TABLE ABILITAZIONI_RUOLI (IDRUOLO_UTENTE INTEGER NOT NULL, "
-                                              "IDABILITAZIONE_UTENTE INTEGER NOT NULL, "
-                                              "CONSTRAINT PK_ABILITAZIONI_RUOLI PRIMARY KEY(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE))")};
-            step.Seeds = {QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) "
-                                         "SELECT R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A "
-                                         "WHERE R.RUOLO_UTENTE = %1 AND A.ABILITAZIONE_UTENTE = %2")
-                              .arg(QuotedStr(adminRole), QuotedStr(master))};
-            return step;
-        }(),
+        CreateStep(QStringLiteral("ABILITAZIONI_RUOLI"),
+                   {QStringLiteral("CREATE TABLE ABILITAZIONI_RUOLI (IDRUOLO_UTENTE INTEGER NOT NULL, "
+                                   "IDABILITAZIONE_UTENTE INTEGER NOT NULL, "
+                                   "CONSTRAINT PK_ABILITAZIONI_RUOLI PRIMARY KEY(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE))")},
+                   {QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) "
+                                   "SELECT R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A "
+                                   "WHERE R.RUOLO_UTENTE = %1 AND A.ABILITAZIONE_UTENTE = %2")
+                        .arg(QuotedStr(adminRole), QuotedStr(master))}),
         Q3CreateTableStep(QStringLiteral("UTENTI"),
                           QStringLiteral("CREATE TABLE UTENTI (IDUTENTE INTEGER NOT NULL, USER_NAME VARCHAR(50) NOT NULL, "
                                          "NOME_COMPLETO VARCHAR(100), PASSWORD_HASH VARCHAR(255), "
@@ -60,18 +58,13 @@ QList<TQ3SchemaStep> HostSteps()
                           QStringLiteral("UTENTI"), QStringLiteral("UTENTE"),
                           {QStringLiteral("INSERT INTO UTENTI (IDUTENTE, USER_NAME, NOME_COMPLETO) VALUES (0, %1, %2)")
                                .arg(QuotedStr(admin), QuotedStr(QStringLiteral("Amministratore")))}),
-        [&] {
-            TQ3SchemaStep step;
-            step.Key = QStringLiteral("UTENTI_RUOLI");
-            step.To = QStringLiteral("1.0.0");
-            step.Statements = {QStringLiteral("CREATE TABLE UTENTI_RUOLI (USER_NAME VARCHAR(50) NOT NULL, "
-                                              "IDRUOLO_UTENTE INTEGER NOT NULL, "
-                                              "CONSTRAINT PK_UTENTI_RUOLI PRIMARY KEY(USER_NAME, IDRUOLO_UTENTE))")};
-            step.Seeds = {QStringLiteral("INSERT INTO UTENTI_RUOLI (USER_NAME, IDRUOLO_UTENTE) "
-                                         "SELECT %1, IDRUOLO_UTENTE FROM RUOLI_UTENTE WHERE RUOLO_UTENTE = %2")
-                              .arg(QuotedStr(admin), QuotedStr(adminRole))};
-            return step;
-        }(),
+        CreateStep(QStringLiteral("UTENTI_RUOLI"),
+                   {QStringLiteral("CREATE TABLE UTENTI_RUOLI (USER_NAME VARCHAR(50) NOT NULL, "
+                                   "IDRUOLO_UTENTE INTEGER NOT NULL, "
+                                   "CONSTRAINT PK_UTENTI_RUOLI PRIMARY KEY(USER_NAME, IDRUOLO_UTENTE))")},
+                   {QStringLiteral("INSERT INTO UTENTI_RUOLI (USER_NAME, IDRUOLO_UTENTE) "
+                                   "SELECT %1, IDRUOLO_UTENTE FROM RUOLI_UTENTE WHERE RUOLO_UTENTE = %2")
+                        .arg(QuotedStr(admin), QuotedStr(adminRole))}),
         Q3CreateTableStep(QStringLiteral("AZIENDA"),
                           QStringLiteral("CREATE TABLE AZIENDA (IDAZIENDA INTEGER NOT NULL, "
                                          "RAGIONESOCIALE VARCHAR(100) DEFAULT '' NOT NULL, "

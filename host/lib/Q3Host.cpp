@@ -193,7 +193,6 @@ int RunQuillo3(int argc, char **argv)
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillo3"));
-    QApplication::setOrganizationName(QStringLiteral("Quillo3"));
     QApplication::setApplicationVersion(QStringLiteral("3.0.0"));
     if (QLocale::system().language() == QLocale::C)
         QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
@@ -227,7 +226,7 @@ int RunQuillo3(int argc, char **argv)
 
     int code = 0;
     if (!options.Headless) {
-        host.MainForm()->show();
+        host.MainForm()->showMaximized();
         code = QApplication::exec();
     }
     host.UnloadModules();
