@@ -7,6 +7,7 @@
 #include "Q3Messages.h"
 #include "Q3Registry.h"
 #include "Q3Users.h"
+#include "Q3WidgetServices.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -204,6 +205,7 @@ int RunQuillo3(int argc, char **argv)
         return 2;
     }
 
+    InstallQ3WidgetServices();
     std::unique_ptr<TQ3StderrResponder> stderrResponder;
     if (options.Headless) {
         stderrResponder = std::make_unique<TQ3StderrResponder>();

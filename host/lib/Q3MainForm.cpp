@@ -1,6 +1,7 @@
 #include "Q3MainForm.h"
 
 #include "Q3Registry.h"
+#include "Q3WidgetServices.h"
 
 #include <QApplication>
 #include <QMdiSubWindow>
@@ -23,6 +24,7 @@ TQ3MainForm::TQ3MainForm(QWidget *parent)
     : QMainWindow(parent), m_mdiArea(new QMdiArea(this)), m_userLabel(new QLabel(this)),
       m_databaseLabel(new QLabel(this))
 {
+    InstallQ3WidgetServices();
     setObjectName(QStringLiteral("Q3MainForm"));
     setWindowTitle(QStringLiteral("Quillo 3"));
     m_mdiArea->setObjectName(QStringLiteral("mdiArea"));

@@ -1,3 +1,4 @@
+#include "Q3Exception.h"
 #include "KRVActionCatalogue.h"
 #include "KRVTestModule.h"
 #include "KRVUtils.h"

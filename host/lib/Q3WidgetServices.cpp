@@ -1,7 +1,11 @@
+#include "Q3WidgetServices.h"
+
+#include "Q3Guards.h"
 #include "Q3Messages.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCursor>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -52,10 +56,22 @@ TQ3MsgResult ShowDialog(const TQ3Message &message)
     return message.Buttons == TQ3MsgButtons::YesNo ? TQ3MsgResult::No : TQ3MsgResult::Cancel;
 }
 
-// Loading the widget library gives the application its message dialogs.
-const struct DialogPresenterInstaller
+void ShowBusy()
 {
-    DialogPresenterInstaller() { SetQ3MessagePresenter(&ShowDialog); }
-} dialogPresenterInstaller;
+    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
+        QApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+}
+
+void RestoreBusy()
+{
+    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
+        QApplication::restoreOverrideCursor();
+}
 
 } // namespace
+
+void InstallQ3WidgetServices()
+{
+    SetQ3MessagePresenter(&ShowDialog);
+    SetQ3BusyCursorHooks(&ShowBusy, &RestoreBusy);
+}
