@@ -1,7 +1,9 @@
 #pragma once
 
 // For the module's tests: a host main window on a new database, with the
-// "Documenti" module registered, created and initialised on it.
+// "Documenti" module registered, created and initialised on it. The module has
+// one main object per process, so one of these lives at a time.
+#include "Q3Exception.h"
 #include "Q3HostSchema.h"
 #include "Q3MainForm.h"
 #include "Q3Messages.h"
@@ -28,6 +30,8 @@ public:
         SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
         if (GetPackageIndex(KRVModuleFileName()) < 0)
             KRVMainUnitInitialization();
+        if (KRVMain())
+            throw EQ3Exception(QStringLiteral("Un solo modulo di prova alla volta."));
         CreatePackageMainObjects(qApp);
         Main = KRVMain();
         if (initialize)

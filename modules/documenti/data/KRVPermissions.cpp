@@ -14,8 +14,12 @@ bool UserHasAbilitazione(const QString &abilitazione, const QString &userName, c
             + QuotedStr(userName.toUpper());
         QSqlQuery query = OpenQuery(connection, sql);
         QStringList granted;
-        while (query.next())
-            granted << query.value(QStringLiteral("ABILITAZIONE_UTENTE")).toString();
+        // A role whose permission link is missing gives a row of nulls: it grants nothing.
+        while (query.next()) {
+            const QVariant abilitazioneUtente = query.value(QStringLiteral("ABILITAZIONE_UTENTE"));
+            if (!abilitazioneUtente.isNull())
+                granted << abilitazioneUtente.toString();
+        }
         return granted.contains(QStringLiteral("Controllo completo")) || granted.contains(abilitazione);
     });
 }

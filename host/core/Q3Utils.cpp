@@ -1,0 +1,78 @@
+#include "Q3Utils.h"
+
+#include "Q3Sql.h"
+
+#include <QLocale>
+#include <QSet>
+
+int GetLastGeneratorValue(const QString &generator, const QSqlDatabase &connection)
+{
+    return QueryScalar(connection, QStringLiteral("SELECT GEN_ID(") + generator + QStringLiteral(", 0) FROM RDB$DATABASE"))
+        .toInt();
+}
+
+QString GetCustomCodice(int number, const QString &prefix, const QString &suffix, int length)
+{
+    const int digits = length - prefix.length() - suffix.length();
+    return prefix + QString::number(number).rightJustified(digits, QLatin1Char('0')) + suffix;
+}
+
+QString DateToString_YYYYMMDD(const QDate &date)
+{
+    return date.toString(QStringLiteral("yyyy-MM-dd"));
+}
+
+QString GetCurrencyPrefix()
+{
+    return QLocale().currencySymbol();
+}
+
+QString BoolToStrIta(bool value)
+{
+    return value ? QStringLiteral("Sì") : QStringLiteral("No");
+}
+
+TCustomBoolean StrToCustomBoolean(const QVariant &value)
+{
+    if (value.isNull())
+        return TCustomBoolean::cbNull;
+    const QString text = value.toString();
+    if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
+        return TCustomBoolean::cbTrue;
+    if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
+        return TCustomBoolean::cbFalse;
+    return TCustomBoolean::cbNull;
+}
+
+QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &table, const QSqlDatabase &connection)
+{
+    // Depth first, so that every key comes before the keys below it; a key met
+    // twice (a damaged tree) is not followed again.
+    QList<int> keys;
+    QSet<int> seen;
+    QList<int> pending{key};
+    while (!pending.isEmpty()) {
+        const int current = pending.takeLast();
+        if (seen.contains(current))
+            continue;
+        seen.insert(current);
+        keys.append(current);
+        QSqlQuery children = OpenQuery(connection, QStringLiteral("SELECT ") + keyColumn + QStringLiteral(" FROM ") + table
+                                                       + QStringLiteral(" WHERE IDPADRE=") + QString::number(current)
+                                                       + QStringLiteral(" ORDER BY ") + keyColumn + QStringLiteral(" DESC"));
+        while (children.next())
+            pending.append(children.value(0).toInt());
+    }
+    return keys;
+}
+
+QString FormatCurrency(double value)
+{
+    const QLocale locale;
+    return locale.toCurrencyString(value, locale.currencySymbol(), 2);
+}
+
+QString FormatNumber(double value, int decimals)
+{
+    return QLocale().toString(value, 'f', decimals);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Q3Global.h"
+
+#include <QDate>
+#include <QList>
+#include <QSqlDatabase>
+#include <QString>
+#include <QVariant>
+
+// A flag column read as three states: "True", "False" or no value.
+enum class TCustomBoolean { cbFalse, cbTrue, cbNull };
+
+// The generator's current value, read without advancing it (GEN_ID(generator, 0)).
+Q3_EXPORT int GetLastGeneratorValue(const QString &generator, const QSqlDatabase &connection);
+
+// prefix + number left-padded with zeros + suffix, `length` characters in all; a longer number is kept whole.
+Q3_EXPORT QString GetCustomCodice(int number, const QString &prefix, const QString &suffix, int length);
+
+// The date as "YYYY-MM-DD", which Firebird accepts as a date literal once quoted.
+Q3_EXPORT QString DateToString_YYYYMMDD(const QDate &date);
+
+// The currency symbol of the application's locale.
+Q3_EXPORT QString GetCurrencyPrefix();
+
+// "Sì" or "No".
+Q3_EXPORT QString BoolToStrIta(bool value);
+
+// "True"/"False" (in any case) as cbTrue/cbFalse; null or any other value as cbNull.
+Q3_EXPORT TCustomBoolean StrToCustomBoolean(const QVariant &value);
+
+// The key and every key below it in the table's IDPADRE tree, each parent before its children.
+Q3_EXPORT QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &table,
+                                       const QSqlDatabase &connection);
+
+// Money in the application's locale currency format, with 2 decimals.
+Q3_EXPORT QString FormatCurrency(double value);
+
+// A number in the application's locale, with the given decimals and group separators.
+Q3_EXPORT QString FormatNumber(double value, int decimals);

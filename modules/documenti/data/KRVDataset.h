@@ -1,0 +1,27 @@
+#pragma once
+
+// The two shapes of the services' reads on the module database session: each
+// runs a query of its own, opened, read and freed within the call.
+#include "KRVSession.h"
+#include "Q3Sql.h"
+
+#include <QSqlQuery>
+#include <QString>
+
+// Runs the query and, when it is not empty, hands its first row to read.
+// Answers whether there was a row.
+template <typename Read>
+bool KRVReadFirstRow(const QString &sql, Read &&read)
+{
+    QSqlQuery dataset = OpenQuery(KRVModuleDatabase(), sql);
+    if (!dataset.next())
+        return false;
+    read(dataset);
+    return true;
+}
+
+// Whether the count in the first column of a counting query is above 0.
+inline bool KRVCountAboveZero(const QString &countSql)
+{
+    return QueryScalar(KRVModuleDatabase(), countSql).toInt() > 0;
+}

@@ -1,0 +1,45 @@
+#include "KRVOptions.h"
+
+#include "KRVDataset.h"
+#include "Q3Exception.h"
+
+#include <QSqlQuery>
+
+bool GetOptionValue(const QString &option, QVariant &value)
+{
+    try {
+        return KRVReadFirstRow(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option),
+                               [&](const QSqlQuery &row) { value = row.value(QStringLiteral("VALORE")); });
+    } catch (const std::exception &) {
+        return false;
+    }
+}
+
+bool SetOptionValue(const QString &option, const QVariant &value)
+{
+    try {
+        const QSqlDatabase db = KRVModuleDatabase();
+        if (!OpenQuery(db, QStringLiteral("SELECT * FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option)).next())
+            return false;
+        QSqlQuery update(db);
+        update.prepare(QStringLiteral("UPDATE OPZIONI SET VALORE = :VALORE WHERE OPZIONE = :OPZIONE"));
+        update.bindValue(QStringLiteral(":VALORE"), value);
+        update.bindValue(QStringLiteral(":OPZIONE"), option);
+        return update.exec();
+    } catch (const std::exception &) {
+        return false;
+    }
+}
+
+bool KRVStrToBool(const QString &text)
+{
+    if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
+        return true;
+    if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
+        return false;
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber)
+        throw EQ3Exception(QLatin1Char('\'') + text + QStringLiteral("' non è un valore booleano valido"));
+    return number != 0;
+}

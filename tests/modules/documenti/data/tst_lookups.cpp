@@ -1,0 +1,291 @@
+#include "KRVLookups.h"
+#include "KRVServiceRows.h"
+#include "KRVTestModule.h"
+#include "Q3Exception.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+class TestLookups : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void failuresWithoutModule_data();
+    void failuresWithoutModule();
+    void aliquotaIVA();
+    void umAndTipoPagamento();
+    void clienteById();
+    void clienteByCodeIgnoresCase();
+    void unknownClienteIsEmpty();
+    void servizioWithCategory();
+    void articoloWithCategory();
+    void unknownArticoloAndServizioAreEmpty();
+    void categoriesAndNotes();
+    void codiceClienteExists();
+    void codeExistenceTests();
+    void titoloNotaDocumentiExists();
+
+private:
+    TKRVTestModule &Module();
+    std::unique_ptr<TKRVTestModule> m_module;
+};
+
+TKRVTestModule &TestLookups::Module()
+{
+    if (!m_module)
+        m_module = std::make_unique<TKRVTestModule>();
+    return *m_module;
+}
+
+void TestLookups::failuresWithoutModule_data()
+{
+    QTest::addColumn<std::function<void()>>("call");
+    QTest::addColumn<QString>("prefix");
+    const QString none;
+    QTest::newRow("GetAliquotaIVA") << std::function<void()>([] { GetAliquotaIVA(1); }) << none;
+    QTest::newRow("GetUM") << std::function<void()>([] { GetUM(1); }) << none;
+    QTest::newRow("GetTipoPagamento") << std::function<void()>([] { GetTipoPagamento(1); }) << none;
+    QTest::newRow("GetCliente(id)") << std::function<void()>([] { GetCliente(1); }) << none;
+    QTest::newRow("GetCliente(codice)") << std::function<void()>([] { GetCliente(QStringLiteral("C001")); })
+                                        << QStringLiteral("[GetCliente]\n\r");
+    QTest::newRow("GetServizio") << std::function<void()>([] { GetServizio(1); }) << none;
+    QTest::newRow("GetArticolo") << std::function<void()>([] { GetArticolo(1); }) << QStringLiteral("[GetArticolo]\n\r");
+    QTest::newRow("GetCategoriaAnaMaga") << std::function<void()>([] { GetCategoriaAnaMaga(1); })
+                                         << QStringLiteral("[GetCategoriaAnaMaga]\n\r");
+    QTest::newRow("GetCategoriaServizio") << std::function<void()>([] { GetCategoriaServizio(1); })
+                                          << QStringLiteral("[GetCategoriaServizio]\n\r");
+    QTest::newRow("GetNotaDocumento") << std::function<void()>([] { GetNotaDocumento(1); })
+                                      << QStringLiteral("[GetNotaDocumento]\n\r");
+    QTest::newRow("CodiceAliquotaIvaExists") << std::function<void()>([] { CodiceAliquotaIvaExists(QStringLiteral("20"), 0); })
+                                             << none;
+    QTest::newRow("CodiceUMExists") << std::function<void()>([] { CodiceUMExists(QStringLiteral("KG"), 0); }) << none;
+    QTest::newRow("CodiceTipoPagamentoExists")
+        << std::function<void()>([] { CodiceTipoPagamentoExists(QStringLiteral("Rimessa diretta"), 0); }) << none;
+    QTest::newRow("CodiceAnaMagaExists") << std::function<void()>([] { CodiceAnaMagaExists(QStringLiteral("A1"), 0); })
+                                         << none;
+    QTest::newRow("CodiceServizioExists") << std::function<void()>([] { CodiceServizioExists(QStringLiteral("S1"), 0); })
+                                          << none;
+    QTest::newRow("CodiceClienteExists") << std::function<void()>([] { CodiceClienteExists(QStringLiteral("C001"), 0); })
+                                         << none;
+    QTest::newRow("TitoloNotaDocumentiExists")
+        << std::function<void()>([] { TitoloNotaDocumentiExists(QStringLiteral("Nota"), 0); }) << none;
+}
+
+// Before the module is loaded there is no session: the wrapping lookups put
+// their name in brackets before the failure, the others let it pass unchanged.
+void TestLookups::failuresWithoutModule()
+{
+    QFETCH(std::function<void()>, call);
+    QFETCH(QString, prefix);
+    try {
+        call();
+        QFAIL("no failure raised");
+    } catch (const EQ3Exception &e) {
+        QCOMPARE(e.Message(), prefix + QString::fromUtf8(KRVMsgModuloNonCaricato));
+    }
+}
+
+void TestLookups::aliquotaIVA()
+{
+    Module();
+    const TAliquotaIVA standard = GetAliquotaIVA(1);
+    QCOMPARE(standard.IDALIQUOTA_IVA, 1);
+    QCOMPARE(standard.CODICE, QStringLiteral("20"));
+    QCOMPARE(standard.DESCRIZIONE, QStringLiteral("Aliquota standard"));
+    QCOMPARE(standard.ALIQUOTA, 20.0);
+
+    const TAliquotaIVA unknown = GetAliquotaIVA(999);
+    QCOMPARE(unknown.IDALIQUOTA_IVA, 0);
+    QVERIFY(unknown.CODICE.isEmpty());
+    QVERIFY(unknown.DESCRIZIONE.isEmpty());
+    QCOMPARE(unknown.ALIQUOTA, 0.0);
+}
+
+void TestLookups::umAndTipoPagamento()
+{
+    Module();
+    QCOMPARE(GetUM(2), QStringLiteral("ORE"));
+    QCOMPARE(GetUM(999), QString());
+    QCOMPARE(GetTipoPagamento(1), QStringLiteral("Rimessa diretta"));
+    QCOMPARE(GetTipoPagamento(999), QString());
+}
+
+void TestLookups::clienteById()
+{
+    const TQ3TestDatabase &db = Module().Database;
+    db.Exec(QStringLiteral(
+        "INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, CODICEFISCALE, PARTITAIVA, "
+        "IDTIPO_PAGAMENTO, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL, WEB, NOTE) VALUES ('CL01', 'Rossi S.r.l.', "
+        "'Via Roma 1', 'Torino', '10100', 'TO', 'Italia', 'RSSMRA80A01L219X', '01234567890', 2, '011 1', '011 2', "
+        "'011 3', '011 4', 'info@rossi.it', 'www.rossi.it', 'nota')"));
+    const int id = GetLastGeneratorValue(QStringLiteral("GN_IDCLIENTE"), db.Db());
+
+    const TCliente cliente = GetCliente(id);
+    QCOMPARE(cliente.IDCLIENTE, id);
+    QCOMPARE(cliente.CODICE, QStringLiteral("CL01"));
+    QCOMPARE(cliente.RAGIONESOCIALE, QStringLiteral("Rossi S.r.l."));
+    QCOMPARE(cliente.INDIRIZZO, QStringLiteral("Via Roma 1"));
+    QCOMPARE(cliente.CITTA, QStringLiteral("Torino"));
+    QCOMPARE(cliente.CAP, QStringLiteral("10100"));
+    QCOMPARE(cliente.PROVINCIA, QStringLiteral("TO"));
+    QCOMPARE(cliente.NAZIONE, QStringLiteral("Italia"));
+    QCOMPARE(cliente.CODICEFISCALE, QStringLiteral("RSSMRA80A01L219X"));
+    QCOMPARE(cliente.PARTITAIVA, QStringLiteral("01234567890"));
+    QCOMPARE(cliente.IDTIPO_PAGAMENTO, 2);
+    QCOMPARE(cliente.TIPO_PAGAMENTO, QStringLiteral("Bonifico 30 gg Data Fattura"));
+    QCOMPARE(cliente.TELEFONO1, QStringLiteral("011 1"));
+    QCOMPARE(cliente.TELEFONO2, QStringLiteral("011 2"));
+    QCOMPARE(cliente.TELEFONO3, QStringLiteral("011 3"));
+    QCOMPARE(cliente.FAX, QStringLiteral("011 4"));
+    QCOMPARE(cliente.EMAIL, QStringLiteral("info@rossi.it"));
+    QCOMPARE(cliente.WEB, QStringLiteral("www.rossi.it"));
+}
+
+void TestLookups::clienteByCodeIgnoresCase()
+{
+    const int id = KRVInsertCliente(Module().Database, QStringLiteral("Bianchi"), QStringLiteral("Bianchi S.p.A."), 5);
+    const TCliente cliente = GetCliente(QStringLiteral("bIANCHI"));
+    QCOMPARE(cliente.IDCLIENTE, id);
+    QCOMPARE(cliente.CODICE, QStringLiteral("Bianchi"));
+    QCOMPARE(cliente.RAGIONESOCIALE, QStringLiteral("Bianchi S.p.A."));
+    QCOMPARE(cliente.TIPO_PAGAMENTO, QStringLiteral("Ri.Ba. 30 gg Fine Mese"));
+    QVERIFY(cliente.INDIRIZZO.isEmpty());
+}
+
+void TestLookups::unknownClienteIsEmpty()
+{
+    Module();
+    for (const TCliente &cliente : {GetCliente(999), GetCliente(QStringLiteral("NESSUNO"))}) {
+        QCOMPARE(cliente.IDCLIENTE, 0);
+        QCOMPARE(cliente.IDTIPO_PAGAMENTO, 0);
+        for (const QString &text : {cliente.CODICE, cliente.RAGIONESOCIALE, cliente.INDIRIZZO, cliente.CITTA, cliente.CAP,
+                                    cliente.PROVINCIA, cliente.NAZIONE, cliente.CODICEFISCALE, cliente.PARTITAIVA,
+                                    cliente.TIPO_PAGAMENTO, cliente.TELEFONO1, cliente.TELEFONO2, cliente.TELEFONO3,
+                                    cliente.FAX, cliente.EMAIL, cliente.WEB})
+            QVERIFY(text.isEmpty());
+    }
+}
+
+void TestLookups::servizioWithCategory()
+{
+    const TQ3TestDatabase &db = Module().Database;
+    const int categoria = KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_SERVIZI (CATEGORIA, IDPADRE) VALUES ('Consulenza', 1)"),
+                                       QStringLiteral("GN_IDCATEGORIA_SERVIZI"));
+    const int id = KRVInsertServizio(db, QStringLiteral("S01"), categoria, 2, 2);
+    const TServizio servizio = GetServizio(id);
+    QCOMPARE(servizio.IDSERVIZIO, id);
+    QCOMPARE(servizio.CODICE, QStringLiteral("S01"));
+    QCOMPARE(servizio.DESCRIZIONE, QStringLiteral("Servizio di prova"));
+    QCOMPARE(servizio.IDCATEGORIA_SERVIZI, categoria);
+    QCOMPARE(servizio.CATEGORIA_SERVIZI, QStringLiteral("Consulenza"));
+    QCOMPARE(servizio.PREZZO, 50.0);
+    QCOMPARE(servizio.COSTO, 20.5);
+    QCOMPARE(servizio.IDALIQUOTA_IVA, 2);
+    QCOMPARE(servizio.IDUM, 2);
+}
+
+void TestLookups::articoloWithCategory()
+{
+    const TQ3TestDatabase &db = Module().Database;
+    const int categoria = KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA (CATEGORIA, IDPADRE) VALUES ('Viti', 1)"),
+                                       QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"));
+    const int id = KRVInsertArticolo(db, QStringLiteral("A01"), categoria, 3, 4);
+    const TArticolo articolo = GetArticolo(id);
+    QCOMPARE(articolo.IDANA_MAGA, id);
+    QCOMPARE(articolo.CODICE, QStringLiteral("A01"));
+    QCOMPARE(articolo.DESCRIZIONE, QStringLiteral("Articolo di prova"));
+    QCOMPARE(articolo.SOTTOSCORTA, 2.5);
+    QCOMPARE(articolo.RIORDINO, 10.0);
+    QCOMPARE(articolo.IDCATEGORIA_ANA_MAGA, categoria);
+    QCOMPARE(articolo.CATEGORIA_ANA_MAGA, QStringLiteral("Viti"));
+    QCOMPARE(articolo.PREZZO, 12.34);
+    QCOMPARE(articolo.COSTO, 5.6);
+    QCOMPARE(articolo.IDALIQUOTA_IVA, 3);
+    QCOMPARE(articolo.IDUM, 4);
+}
+
+void TestLookups::unknownArticoloAndServizioAreEmpty()
+{
+    Module();
+    const TArticolo articolo = GetArticolo(999);
+    QCOMPARE(articolo.IDANA_MAGA, 0);
+    QVERIFY(articolo.CODICE.isEmpty());
+    QVERIFY(articolo.CATEGORIA_ANA_MAGA.isEmpty());
+    QCOMPARE(articolo.PREZZO, 0.0);
+    QCOMPARE(articolo.IDCATEGORIA_ANA_MAGA, 0);
+
+    const TServizio servizio = GetServizio(999);
+    QCOMPARE(servizio.IDSERVIZIO, 0);
+    QVERIFY(servizio.CODICE.isEmpty());
+    QVERIFY(servizio.CATEGORIA_SERVIZI.isEmpty());
+    QCOMPARE(servizio.COSTO, 0.0);
+}
+
+void TestLookups::categoriesAndNotes()
+{
+    const int nota = KRVInsertNotaDocumenti(Module().Database, QStringLiteral("Esenzione"),
+                                            QStringLiteral("Operazione esente\nart. 10"));
+    QCOMPARE(GetCategoriaAnaMaga(1), QStringLiteral("Altro"));
+    QCOMPARE(GetCategoriaServizio(1), QStringLiteral("Altro"));
+    QCOMPARE(GetCategoriaAnaMaga(999), QString());
+    QCOMPARE(GetCategoriaServizio(999), QString());
+    QCOMPARE(GetNotaDocumento(nota), QStringLiteral("Operazione esente\nart. 10"));
+    QCOMPARE(GetNotaDocumento(999), QString());
+}
+
+void TestLookups::codiceClienteExists()
+{
+    const TQ3TestDatabase &db = Module().Database;
+    db.Exec(QStringLiteral("SET GENERATOR GN_IDCLIENTE TO 6"));
+    QCOMPARE(KRVInsertCliente(db, QStringLiteral("C001"), QStringLiteral("Cliente sette")), 7);
+    // Only customer 7 has the code: editing 7 keeps it, a new customer may not take it.
+    QVERIFY(!CodiceClienteExists(QStringLiteral("c001"), 7));
+    QVERIFY(CodiceClienteExists(QStringLiteral("c001"), 0));
+
+    // Another customer has it: customer 7 may not take it.
+    db.Exec(QStringLiteral("UPDATE CLIENTI SET CODICE = 'C007' WHERE IDCLIENTE = 7"));
+    KRVInsertCliente(db, QStringLiteral("C001"), QStringLiteral("Cliente otto"));
+    QVERIFY(CodiceClienteExists(QStringLiteral("c001"), 7));
+    QVERIFY(!CodiceClienteExists(QStringLiteral("c0001"), 7));
+}
+
+void TestLookups::codeExistenceTests()
+{
+    const TQ3TestDatabase &db = Module().Database;
+    QVERIFY(CodiceAliquotaIvaExists(QStringLiteral("n0"), 0));
+    QVERIFY(!CodiceAliquotaIvaExists(QStringLiteral("n0"), 2));
+    QVERIFY(CodiceAliquotaIvaExists(QStringLiteral("n0"), 1));
+    QVERIFY(!CodiceAliquotaIvaExists(QStringLiteral("N9"), 0));
+
+    QVERIFY(CodiceUMExists(QStringLiteral("pezzi"), 0));
+    QVERIFY(!CodiceUMExists(QStringLiteral("pezzi"), 1));
+    QVERIFY(!CodiceUMExists(QStringLiteral("MT"), 0));
+
+    QVERIFY(CodiceTipoPagamentoExists(QStringLiteral("RIMESSA DIRETTA"), 0));
+    QVERIFY(!CodiceTipoPagamentoExists(QStringLiteral("rimessa diretta"), 1));
+    QVERIFY(!CodiceTipoPagamentoExists(QStringLiteral("Contanti"), 0));
+
+    const int articolo = KRVInsertArticolo(db, QStringLiteral("VITE-M4"));
+    QVERIFY(CodiceAnaMagaExists(QStringLiteral("vite-m4"), 0));
+    QVERIFY(!CodiceAnaMagaExists(QStringLiteral("vite-m4"), articolo));
+    QVERIFY(!CodiceAnaMagaExists(QStringLiteral("vite-m5"), 0));
+
+    const int servizio = KRVInsertServizio(db, QStringLiteral("Posa"));
+    QVERIFY(CodiceServizioExists(QStringLiteral("POSA"), 0));
+    QVERIFY(!CodiceServizioExists(QStringLiteral("posa"), servizio));
+    QVERIFY(!CodiceServizioExists(QStringLiteral("Trasporto"), 0));
+}
+
+void TestLookups::titoloNotaDocumentiExists()
+{
+    const int nota = KRVInsertNotaDocumenti(Module().Database, QStringLiteral("Reverse charge"), QStringLiteral("testo"));
+    QVERIFY(TitoloNotaDocumentiExists(QStringLiteral("REVERSE CHARGE"), 0));
+    QVERIFY(!TitoloNotaDocumentiExists(QStringLiteral("reverse charge"), nota));
+    QVERIFY(!TitoloNotaDocumentiExists(QStringLiteral("Reverse"), 0));
+}
+
+QTEST_MAIN(TestLookups)
+#include "tst_lookups.moc"

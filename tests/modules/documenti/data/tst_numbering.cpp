@@ -1,0 +1,233 @@
+#include "KRVNumbering.h"
+#include "KRVServiceRows.h"
+#include "KRVTestModule.h"
+#include "Q3Exception.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+class TestNumbering : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void failuresWithoutModule();
+    void init();
+    void cleanup();
+    void noInvoiceGivesOne();
+    void highestPlusOne();
+    void otherYearsDoNotCount();
+    void deletedLastNumberIsFreeAgain();
+    void sharedSequence();
+    void sharedSequenceWithAccompanyingOnly();
+    void sharedSequenceAsNumber();
+    void fattVendExists();
+    void fattVendExistsForAccompanyingInvoice();
+    void notaAccreditoNumbering();
+    void missingOptionRaisesBracketedError();
+    void nonBooleanOptionRaisesBracketedError();
+    void missingOptionReachesExistenceTestUnchanged();
+
+private:
+    void SetShared(const QString &value) const;
+    const TQ3TestDatabase &Db() const { return m_module->Database; }
+    std::unique_ptr<TKRVTestModule> m_module;
+};
+
+// Once the module is gone there is no session: both proposals bracket the
+// failure. For invoices it is the option's, which reads as absent.
+void TestNumbering::failuresWithoutModule()
+{
+    m_module.reset();
+    const QList<std::pair<std::function<void()>, QString>> calls{
+        {[] { GetNextNumeroFattVend(2024); }, QStringLiteral("[GetNextNumeroFattVend]\n\r'' non è un valore booleano valido")},
+        {[] { GetNextNumeroNotaAccredito(2024); },
+         QStringLiteral("[GetNextNumeroNotaAccredito]\n\r") + QString::fromUtf8(KRVMsgModuloNonCaricato)},
+        {[] { NotaAccreditoExists(1, 2024, 0); }, QString::fromUtf8(KRVMsgModuloNonCaricato)},
+    };
+    for (const auto &[call, message] : calls) {
+        try {
+            call();
+            QFAIL("no failure raised");
+        } catch (const EQ3Exception &e) {
+            QCOMPARE(e.Message(), message);
+        }
+    }
+}
+
+// Every case starts on a new database, with the warehouse tables and the
+// option set to "False" as the host creates it.
+void TestNumbering::init()
+{
+    m_module = std::make_unique<TKRVTestModule>();
+    Db().LoadFixture(QStringLiteral("magazzino.sql"));
+}
+
+void TestNumbering::cleanup()
+{
+    m_module.reset();
+}
+
+void TestNumbering::SetShared(const QString &value) const
+{
+    Db().Exec(QStringLiteral("UPDATE OPZIONI SET VALORE = ") + QuotedStr(value)
+              + QStringLiteral(" WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
+}
+
+namespace {
+
+void InsertFattAcc(const TQ3TestDatabase &db, int numero, int anno)
+{
+    db.Exec(QStringLiteral("INSERT INTO FATT_ACC (NUMERO, DATA, ANNO) VALUES (%1, '%2-03-01', %2)").arg(numero).arg(anno));
+}
+
+} // namespace
+
+void TestNumbering::noInvoiceGivesOne()
+{
+    QCOMPARE(GetNextNumeroFattVend(2024), 1);
+    SetShared(QStringLiteral("True"));
+    QCOMPARE(GetNextNumeroFattVend(2024), 1);
+}
+
+void TestNumbering::highestPlusOne()
+{
+    for (int numero : {1, 2, 5})
+        KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), numero, 2024);
+    QCOMPARE(GetNextNumeroFattVend(2024), 6);
+}
+
+void TestNumbering::otherYearsDoNotCount()
+{
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 40, 2023);
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 3, 2024);
+    QCOMPARE(GetNextNumeroFattVend(2024), 4);
+    QCOMPARE(GetNextNumeroFattVend(2023), 41);
+    QCOMPARE(GetNextNumeroFattVend(2025), 1);
+}
+
+void TestNumbering::deletedLastNumberIsFreeAgain()
+{
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, 2024);
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 2, 2024);
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 3, 2024);
+    Db().Exec(QStringLiteral("DELETE FROM FATT_VEND WHERE NUMERO = 2"));
+    QCOMPARE(GetNextNumeroFattVend(2024), 4);
+    Db().Exec(QStringLiteral("DELETE FROM FATT_VEND WHERE NUMERO = 3"));
+    QCOMPARE(GetNextNumeroFattVend(2024), 2);
+}
+
+void TestNumbering::sharedSequence()
+{
+    for (int numero = 1; numero <= 7; ++numero)
+        KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), numero, 2024);
+    for (int numero : {8, 9})
+        InsertFattAcc(Db(), numero, 2024);
+    InsertFattAcc(Db(), 50, 2023);
+    QCOMPARE(GetNextNumeroFattVend(2024), 8);
+    SetShared(QStringLiteral("True"));
+    QCOMPARE(GetNextNumeroFattVend(2024), 10);
+}
+
+void TestNumbering::sharedSequenceWithAccompanyingOnly()
+{
+    SetShared(QStringLiteral("True"));
+    InsertFattAcc(Db(), 3, 2024);
+    QCOMPARE(GetNextNumeroFattVend(2024), 4);
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2024);
+    QCOMPARE(GetNextNumeroFattVend(2024), 13);
+}
+
+void TestNumbering::sharedSequenceAsNumber()
+{
+    InsertFattAcc(Db(), 9, 2024);
+    SetShared(QStringLiteral("1"));
+    QCOMPARE(GetNextNumeroFattVend(2024), 10);
+    SetShared(QStringLiteral("0"));
+    QCOMPARE(GetNextNumeroFattVend(2024), 1);
+}
+
+void TestNumbering::fattVendExists()
+{
+    const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 4, 2024);
+    QVERIFY(FattVendExists(4, 2024, 0));
+    QVERIFY(!FattVendExists(4, 2024, id));
+    QVERIFY(!FattVendExists(4, 2023, 0));
+    QVERIFY(!FattVendExists(5, 2024, 0));
+}
+
+void TestNumbering::fattVendExistsForAccompanyingInvoice()
+{
+    InsertFattAcc(Db(), 6, 2024);
+    QVERIFY(!FattVendExists(6, 2024, 0));
+    SetShared(QStringLiteral("True"));
+    QVERIFY(FattVendExists(6, 2024, 0));
+    QVERIFY(!FattVendExists(6, 2025, 0));
+    // The own invoice is excluded from sales invoices only.
+    const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 7, 2024);
+    InsertFattAcc(Db(), 7, 2024);
+    QVERIFY(FattVendExists(7, 2024, id));
+}
+
+void TestNumbering::notaAccreditoNumbering()
+{
+    QCOMPARE(GetNextNumeroNotaAccredito(2024), 1);
+    SetShared(QStringLiteral("True"));
+    InsertFattAcc(Db(), 30, 2024);
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 20, 2024);
+    int id = 0;
+    for (int numero : {1, 2, 5})
+        id = KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), numero, 2024);
+    QCOMPARE(GetNextNumeroNotaAccredito(2024), 6);
+    QCOMPARE(GetNextNumeroNotaAccredito(2025), 1);
+    QVERIFY(NotaAccreditoExists(5, 2024, 0));
+    QVERIFY(!NotaAccreditoExists(5, 2024, id));
+    QVERIFY(!NotaAccreditoExists(20, 2024, 0));
+    QVERIFY(!NotaAccreditoExists(30, 2024, 0));
+}
+
+void TestNumbering::missingOptionRaisesBracketedError()
+{
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, 2024);
+    Db().Exec(QStringLiteral("DELETE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
+    try {
+        GetNextNumeroFattVend(2024);
+        QFAIL("no failure raised");
+    } catch (const EQ3Exception &e) {
+        QCOMPARE(e.Message(), QStringLiteral("[GetNextNumeroFattVend]\n\r'' non è un valore booleano valido"));
+    }
+    // Credit notes do not read the option.
+    QCOMPARE(GetNextNumeroNotaAccredito(2024), 1);
+}
+
+void TestNumbering::nonBooleanOptionRaisesBracketedError()
+{
+    SetShared(QStringLiteral("Sì"));
+    try {
+        GetNextNumeroFattVend(2024);
+        QFAIL("no failure raised");
+    } catch (const EQ3Exception &e) {
+        QCOMPARE(e.Message(), QStringLiteral("[GetNextNumeroFattVend]\n\r'Sì' non è un valore booleano valido"));
+    }
+}
+
+// The option is read whatever the invoices' own count found.
+void TestNumbering::missingOptionReachesExistenceTestUnchanged()
+{
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, 2024);
+    Db().Exec(QStringLiteral("DELETE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
+    for (int numero : {1, 2}) {
+        try {
+            FattVendExists(numero, 2024, 0);
+            QFAIL("no failure raised");
+        } catch (const EQ3Exception &e) {
+            QCOMPARE(e.Message(), QStringLiteral("'' non è un valore booleano valido"));
+        }
+    }
+    QVERIFY(!NotaAccreditoExists(1, 2024, 0));
+}
+
+QTEST_MAIN(TestNumbering)
+#include "tst_numbering.moc"

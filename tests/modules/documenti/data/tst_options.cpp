@@ -1,0 +1,139 @@
+#include "KRVOptions.h"
+#include "KRVTestModule.h"
+#include "Q3Exception.h"
+
+#include <QtTest>
+
+#include <memory>
+
+class TestOptions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void failuresWithoutModuleAnswerFalse();
+    void getExistingOption();
+    void getOptionWithNullValue();
+    void getMissingOptionLeavesValueUntouched();
+    void setExistingOption();
+    void setNumberValue();
+    void setMissingOptionChangesNothing();
+    void missingTableAnswersFalse();
+    void strToBoolWords();
+    void strToBoolNumbers();
+    void strToBoolRejectsOtherTexts();
+
+private:
+    TKRVTestModule &Module();
+    std::unique_ptr<TKRVTestModule> m_module;
+};
+
+TKRVTestModule &TestOptions::Module()
+{
+    if (!m_module)
+        m_module = std::make_unique<TKRVTestModule>();
+    return *m_module;
+}
+
+void TestOptions::failuresWithoutModuleAnswerFalse()
+{
+    QVariant value(QStringLiteral("invariato"));
+    QVERIFY(!GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QCOMPARE(value, QVariant(QStringLiteral("invariato")));
+    QVERIFY(!SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
+}
+
+void TestOptions::getExistingOption()
+{
+    Module().Database.Exec(QStringLiteral("UPDATE OPZIONI SET VALORE = 'False' WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
+    QVariant value;
+    QVERIFY(GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QCOMPARE(value.toString(), QStringLiteral("False"));
+}
+
+void TestOptions::getOptionWithNullValue()
+{
+    Module().Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('OPZIONE_VUOTA', NULL)"));
+    QVariant value(7);
+    QVERIFY(GetOptionValue(QStringLiteral("OPZIONE_VUOTA"), value));
+    QVERIFY(value.isNull());
+}
+
+void TestOptions::getMissingOptionLeavesValueUntouched()
+{
+    QVariant value(42);
+    QVERIFY(!GetOptionValue(QStringLiteral("OPZIONE_INESISTENTE"), value));
+    QCOMPARE(value, QVariant(42));
+    // The name is compared whole and exactly.
+    QVERIFY(!GetOptionValue(QStringLiteral("numerazione_unica_fatture"), value));
+    QCOMPARE(value, QVariant(42));
+}
+
+void TestOptions::setExistingOption()
+{
+    QVERIFY(SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
+    QCOMPARE(Module().Database.Rows(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'")),
+             QStringList{QStringLiteral("True")});
+    QVariant value;
+    QVERIFY(GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QCOMPARE(value.toString(), QStringLiteral("True"));
+}
+
+void TestOptions::setNumberValue()
+{
+    Module().Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('OPZIONE_NUMERO', '0')"));
+    QVERIFY(SetOptionValue(QStringLiteral("OPZIONE_NUMERO"), 15));
+    QCOMPARE(Module().Database.Rows(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'OPZIONE_NUMERO'")),
+             QStringList{QStringLiteral("15")});
+}
+
+void TestOptions::setMissingOptionChangesNothing()
+{
+    const QString everything = QStringLiteral("SELECT OPZIONE, VALORE FROM OPZIONI ORDER BY OPZIONE");
+    const QStringList before = Module().Database.Rows(everything);
+    QVERIFY(!SetOptionValue(QStringLiteral("OPZIONE_INESISTENTE"), QStringLiteral("True")));
+    QCOMPARE(Module().Database.Rows(everything), before);
+    QCOMPARE(Module().Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'OPZIONE_INESISTENTE'")).toInt(), 0);
+}
+
+void TestOptions::missingTableAnswersFalse()
+{
+    // On a database of its own: one module main object lives at a time.
+    m_module.reset();
+    Module().Database.Exec(QStringLiteral("DROP TABLE OPZIONI"));
+    QVariant value(1);
+    QVERIFY(!GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QCOMPARE(value, QVariant(1));
+    QVERIFY(!SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
+}
+
+void TestOptions::strToBoolWords()
+{
+    QVERIFY(KRVStrToBool(QStringLiteral("True")));
+    QVERIFY(!KRVStrToBool(QStringLiteral("False")));
+    QVERIFY(KRVStrToBool(QStringLiteral("true")));
+    QVERIFY(!KRVStrToBool(QStringLiteral("FALSE")));
+}
+
+void TestOptions::strToBoolNumbers()
+{
+    QVERIFY(!KRVStrToBool(QStringLiteral("0")));
+    QVERIFY(KRVStrToBool(QStringLiteral("1")));
+    QVERIFY(KRVStrToBool(QStringLiteral("-1")));
+    QVERIFY(KRVStrToBool(QStringLiteral("2.5")));
+}
+
+void TestOptions::strToBoolRejectsOtherTexts()
+{
+    for (const QString &text : {QString(), QStringLiteral("Sì"), QStringLiteral("forse")}) {
+        try {
+            KRVStrToBool(text);
+            QFAIL("no failure raised");
+        } catch (const EQ3Exception &e) {
+            QCOMPARE(e.Message(), QLatin1Char('\'') + text + QStringLiteral("' non è un valore booleano valido"));
+        }
+    }
+}
+
+QTEST_MAIN(TestOptions)
+#include "tst_options.moc"
