@@ -102,7 +102,8 @@ void TestQ3TreeUtils::fillNestsChildReadBeforeItsParent()
     auto root = new QTreeWidgetItem(&tree, {QStringLiteral("Categorie")});
     FillTreeView(&tree, root, QStringLiteral("CATEGORIE_PROVA"), QStringLiteral("IDCAT"), QStringLiteral("IDPADRE"),
                  QStringLiteral("CATEGORIA"), QStringLiteral("ORDER BY IDCAT DESC"), m_database->Db());
-    QCOMPARE(Children(root), (QStringList{QStringLiteral("Orfana"), QStringLiteral("Ferramenta"), QStringLiteral("utensili")}));
+    QCOMPARE(Children(root),
+             (QStringList{QStringLiteral("Orfana"), QStringLiteral("Ferramenta"), QStringLiteral("utensili")}));
     QTreeWidgetItem *ferramenta = root->child(1);
     QCOMPARE(Children(ferramenta), (QStringList{QStringLiteral("Viti"), QStringLiteral("Bulloni")}));
     QCOMPARE(Children(ferramenta->child(0)), QStringList{QStringLiteral("Brugole")});
@@ -115,7 +116,8 @@ void TestQ3TreeUtils::fillFollowsTheOrderingClause()
     auto root = new QTreeWidgetItem(&tree, {QStringLiteral("Categorie")});
     FillTreeView(&tree, root, QStringLiteral("CATEGORIE_PROVA"), QStringLiteral("IDCAT"), QStringLiteral("IDPADRE"),
                  QStringLiteral("CATEGORIA"), QStringLiteral("ORDER BY UPPER(CATEGORIA)"), m_database->Db());
-    QCOMPARE(Children(root), (QStringList{QStringLiteral("Ferramenta"), QStringLiteral("Orfana"), QStringLiteral("utensili")}));
+    QCOMPARE(Children(root),
+             (QStringList{QStringLiteral("Ferramenta"), QStringLiteral("Orfana"), QStringLiteral("utensili")}));
     QCOMPARE(Children(root->child(0)), (QStringList{QStringLiteral("Bulloni"), QStringLiteral("Viti")}));
 }
 
@@ -187,6 +189,12 @@ void TestQ3TreeUtils::imagesFollowExpandedState()
     UpdateTreeNodeImages(parent, 38, 39);
     QCOMPARE(parent->icon(0).cacheKey(), closed.cacheKey());
     QCOMPARE(TreeImage(&tree, 39).cacheKey(), open.cacheKey());
+
+    // An entry with nothing below it shows the closed folder even when expanded.
+    QTreeWidgetItem *leaf = parent->child(0);
+    leaf->setExpanded(true);
+    UpdateTreeNodeImages(leaf, 38, 39);
+    QCOMPARE(leaf->icon(0).cacheKey(), closed.cacheKey());
 }
 
 void TestQ3TreeUtils::imagesWithoutImageListAreEmpty()

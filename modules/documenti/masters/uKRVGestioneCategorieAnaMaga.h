@@ -1,0 +1,12 @@
+#pragma once
+
+#include "uKRVGestioneCategorieBase.h"
+
+// The tree of article categories (CATEGORIE_ANA_MAGA).
+class TKRVGestioneCategorieAnaMaga : public TKRVGestioneCategorieBase
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVGestioneCategorieAnaMaga(TKRVMain &main, QWidget *parent = nullptr);
+};

@@ -1,0 +1,13 @@
+#include "uKRVGestioneCategorieServizi.h"
+
+#include "KRVDeleteRules.h"
+
+TKRVGestioneCategorieServizi::TKRVGestioneCategorieServizi(TKRVMain &main, QWidget *parent)
+    : TKRVGestioneCategorieBase(main,
+                                {QStringLiteral("Gestione categorie servizi"), QStringLiteral("CATEGORIE_SERVIZI"),
+                                 QStringLiteral("IDCATEGORIA_SERVIZI"), QStringLiteral("GN_IDCATEGORIA_SERVIZI"),
+                                 QStringLiteral("adsCategorieServizi"), &CanDeleteCategoriaServizi},
+                                parent)
+{
+    setObjectName(QStringLiteral("KRVGestioneCategorieServizi"));
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "uKRVGestioneCategorieBase.h"
+
+// The tree of service categories (CATEGORIE_SERVIZI).
+class TKRVGestioneCategorieServizi : public TKRVGestioneCategorieBase
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVGestioneCategorieServizi(TKRVMain &main, QWidget *parent = nullptr);
+};
