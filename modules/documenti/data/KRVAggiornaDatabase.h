@@ -3,6 +3,9 @@
 #include "Q3SchemaUpgrade.h"
 
 #include <QList>
+#include <QString>
+
+#include <functional>
 
 // The module's schema history, step by step, in the order it must run.
 QList<TQ3SchemaStep> KRVSchemaSteps();
@@ -10,3 +13,8 @@ QList<TQ3SchemaStep> KRVSchemaSteps();
 // Brings the module's tables to their current shape on the module database
 // session, recording each step in TABLE_VERSION.
 void AggiornaDatabase();
+
+// Sees every statement AggiornaDatabase sends to the database, the version
+// queries included; the tests use it to check what a run executes. An empty
+// function removes it.
+void SetAggiornaDatabaseObserver(std::function<void(const QString &)> observer);

@@ -1,0 +1,48 @@
+#include "schema_testing.h"
+
+#include <QTest>
+
+// The schema upgrade against a database on a Firebird server, where DDL and
+// the version rows travel through the network protocol.
+class TestAggiornaDatabaseServer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void freshDatabaseOnServer();
+};
+
+void TestAggiornaDatabaseServer::init()
+{
+    if (!TQ3TestDatabase::ServerConfigured())
+        QSKIP("No Firebird server configured (Q3_TEST_SERVER).");
+}
+
+void TestAggiornaDatabaseServer::freshDatabaseOnServer()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Server, false);
+    QVERIFY(module.Database.Target().IsRemote());
+    OpenModuleSession(module);
+
+    TQ3RecordingResponder boxes;
+    AggiornaDatabase();
+    QVERIFY(boxes.Messages().isEmpty());
+    VerifyFreshUpgrade(module.Database);
+    if (QTest::currentTestFailed())
+        return;
+
+    TQ3TestDatabase handWritten(TQ3TestDatabase::Where::Server);
+    LoadSchemaFile(handWritten, QStringLiteral("schema_final.sql"));
+    QCOMPARE(SchemaMetadata(module.Database), SchemaMetadata(handWritten));
+
+    const QStringList data = ModuleData(module.Database);
+    TStatementRecorder recorder;
+    AggiornaDatabase();
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(recorder.Statements(), QStringList(30, TStatementRecorder::VersionQuery()));
+    QCOMPARE(ModuleData(module.Database), data);
+}
+
+QTEST_MAIN(TestAggiornaDatabaseServer)
+#include "tst_aggiornadatabase_server.moc"
