@@ -119,7 +119,9 @@ void ShowQ3ChildForm(QWidget *form)
     if (!sub) {
         sub = frame->MdiArea()->addSubWindow(form);
         sub->setAttribute(Qt::WA_DeleteOnClose);
-        sub->resize(form->size());
+        // The frame's title bar and borders come on top of the window's own size.
+        const QMargins frame = sub->contentsMargins();
+        sub->resize(form->size().grownBy(frame));
     }
     sub->showNormal();
     form->show();

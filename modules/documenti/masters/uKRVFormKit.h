@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QString>
+#include <QToolBar>
+#include <QWidget>
+
+#include <functional>
+
+// Building blocks shared by the module's editors, search lists and selection
+// dialogs.
+
+// A toolbar whose buttons show their captions beside their icons.
+QToolBar *KRVCreaToolBar(QWidget *owner, const QString &name);
+
+// An action of a window, named for tests and screen readers; its handler runs
+// under the failure guard, so a failure is shown and the window stays as it was.
+QAction *KRVCreaAzione(QWidget *owner, const QString &name, const QString &caption, int image,
+                       std::function<void()> handler);
+
+// The label of an input: its buddy, and the input's accessible name.
+QLabel *KRVEtichetta(const QString &caption, QWidget *field);
+
+// A text input of at most maxLength characters (0: no limit), typed in upper
+// case when asked.
+QLineEdit *KRVCampoTesto(const QString &name, int maxLength = 0, bool upperCase = false);

@@ -1,0 +1,101 @@
+#include "uKRVInserimentoAliquoteIVA.h"
+
+#include "KRVUtils.h"
+#include "Q3Dataset.h"
+#include "Q3Guards.h"
+#include "uKRVFormKit.h"
+
+namespace {
+
+const QString MsgAliquotaFuoriIntervallo = QStringLiteral("L'aliquota IVA deve essere compresa tra 0 e 100!");
+
+} // namespace
+
+TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(TKRVMain &main)
+    : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica aliquote IVA"),
+                                 .MinimumSize = QSize(500, 200),
+                                 .Dataset = QStringLiteral("adsAliquoteIVA"),
+                                 .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
+                                 .Generator = QStringLiteral("GN_IDALIQUOTA_IVA"),
+                                 .SearchAction = QStringLiteral("actRicercaAliquoteIVA"),
+                                 .RefreshAfterSave = true,
+                                 .RefreshAfterDelete = true,
+                                 .CheckIcon = TQ3MsgIcon::None,
+                                 .SaveFailureIcon = TQ3MsgIcon::None,
+                                 .CanDelete = &CanDeleteAliquotaIVA,
+                                 .Delete = &DeleteAliquotaIVA,
+                                 .DeleteRefused = QStringLiteral(
+                                     "Non è possibile eliminare questa aliquota,\n\resistono dei dati correlati!")}),
+      txtCodice(KRVCampoTesto(QStringLiteral("txtCodice"), 2, true)),
+      txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)),
+      txtAliquota(new QDoubleSpinBox)
+{
+    setObjectName(QStringLiteral("KRVInserimentoAliquoteIVA"));
+    txtAliquota->setObjectName(QStringLiteral("txtAliquota"));
+    txtAliquota->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    txtAliquota->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtAliquota->setDecimals(2);
+    // Any amount may be typed: the range is the field's own check, with its message.
+    txtAliquota->setRange(-99999999999.99, 99999999999.99);
+    txtAliquota->setSuffix(QStringLiteral(" %"));
+    txtAliquota->setFixedWidth(120);
+    connect(txtAliquota, &QDoubleSpinBox::editingFinished, this, [this] { Q3Guarded([this] { txtAliquotaValueValidate(); }); });
+
+    AggiungiCampo(QStringLiteral("Codice"), txtCodice);
+    AggiungiCampo(QStringLiteral("Descrizione"), txtDescrizione);
+    AggiungiCampo(QStringLiteral("Aliquota"), txtAliquota);
+    BloccaSeSalvato(txtCodice);
+    FormCreate();
+}
+
+bool TKRVInserimentoAliquoteIVA::AliquotaValida() const
+{
+    return txtAliquota->value() >= 0 && txtAliquota->value() <= 100;
+}
+
+bool TKRVInserimentoAliquoteIVA::txtAliquotaValueValidate()
+{
+    // The box takes the focus, which would finish the editing a second time.
+    if (m_validating || AliquotaValida())
+        return true;
+    m_validating = true;
+    Q3MessageBox(QStringLiteral("Attenzione"), MsgAliquotaFuoriIntervallo);
+    m_validating = false;
+    txtAliquota->setFocus();
+    return false;
+}
+
+void TKRVInserimentoAliquoteIVA::ClearFields()
+{
+    txtCodice->clear();
+    txtDescrizione->clear();
+    txtAliquota->setValue(0);
+}
+
+void TKRVInserimentoAliquoteIVA::FillFields(const TQ3Dataset &dataset)
+{
+    txtCodice->setText(dataset.FieldValue(QStringLiteral("CODICE")).toString());
+    txtDescrizione->setText(dataset.FieldValue(QStringLiteral("DESCRIZIONE")).toString());
+    txtAliquota->setValue(dataset.FieldValue(QStringLiteral("ALIQUOTA")).toDouble());
+}
+
+void TKRVInserimentoAliquoteIVA::WriteFields(TQ3Dataset &dataset)
+{
+    dataset.SetFieldValue(QStringLiteral("CODICE"), txtCodice->text());
+    dataset.SetFieldValue(QStringLiteral("DESCRIZIONE"), txtDescrizione->text());
+    dataset.SetFieldValue(QStringLiteral("ALIQUOTA"), txtAliquota->value());
+}
+
+QString TKRVInserimentoAliquoteIVA::ValidationError()
+{
+    if (txtCodice->text().isEmpty())
+        return QStringLiteral("Non è stato indicato il codice!");
+    if (txtDescrizione->text().isEmpty())
+        return QStringLiteral("Non è stata indicata la descrizione!");
+    if (CodiceAliquotaIvaExists(txtCodice->text(), IdRecord()))
+        return QStringLiteral("Codice già utilizzato!");
+    // A percentage the field refused is never written.
+    if (!AliquotaValida())
+        return MsgAliquotaFuoriIntervallo;
+    return {};
+}

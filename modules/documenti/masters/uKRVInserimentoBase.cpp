@@ -1,0 +1,313 @@
+#include "uKRVInserimentoBase.h"
+
+#include "KRVSession.h"
+#include "Q3Dataset.h"
+#include "Q3Guards.h"
+#include "Q3MainForm.h"
+#include "Q3Sql.h"
+#include "Q3Utils.h"
+#include "uKRVFormKit.h"
+#include "uKRVImages.h"
+#include "uKRVMain.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+TKRVInserimentoBase::TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info)
+    : m_main(main), m_info(std::move(info)), m_campi(new QFormLayout)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(m_info.Caption);
+    setWindowIcon(KRVImage(KRVImgTabelle));
+
+    QToolBar *toolBar = KRVCreaToolBar(this, QStringLiteral("tBarStandard"));
+    m_actNuovo = KRVCreaAzione(this, QStringLiteral("actNuovo"), QStringLiteral("Nuovo"), KRVImgNuovo,
+                               [this] { actNuovoExecute(); });
+    QAction *elimina = KRVCreaAzione(this, QStringLiteral("actElimina"), QStringLiteral("Elimina"), KRVImgElimina,
+                                     [this] { actEliminaExecute(); });
+    m_actSalva = KRVCreaAzione(this, QStringLiteral("actSalva"), QStringLiteral("Salva"), KRVImgSalva,
+                               [this] { actSalvaExecute(); });
+    QAction *chiudi = KRVCreaAzione(this, QStringLiteral("actChiudi"), QStringLiteral("Chiudi"), KRVImgChiudi,
+                                    [this] { actChiudiExecute(); });
+    toolBar->addAction(m_actNuovo);
+    toolBar->addAction(elimina);
+    toolBar->addAction(m_actSalva);
+    toolBar->addSeparator();
+    toolBar->addAction(chiudi);
+
+    auto panel = new QWidget(this);
+    panel->setObjectName(QStringLiteral("pnlCampi"));
+    panel->setLayout(m_campi);
+    m_campi->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_campi->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    m_campi->setContentsMargins(12, 12, 12, 12);
+    m_campi->setHorizontalSpacing(12);
+
+    auto layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(toolBar);
+    layout->addWidget(panel);
+    layout->addStretch(1);
+
+    m_actSalva->setEnabled(m_modified);
+    m_actNuovo->setEnabled(!m_newRecord);
+}
+
+TKRVInserimentoBase::~TKRVInserimentoBase() = default;
+
+QString TKRVInserimentoBase::MsgModificheNonSalvate()
+{
+    return QStringLiteral("Ci sono delle modifiche non salvate.\n\rContinuare comunque?");
+}
+
+TQ3Dataset *TKRVInserimentoBase::Dataset() const
+{
+    return m_main.Dataset(m_info.Dataset);
+}
+
+void TKRVInserimentoBase::FormCreate()
+{
+    Q3Guarded([this] {
+        setMinimumSize(m_info.MinimumSize);
+        resize(minimumSize());
+        NuovoRecord();
+    });
+}
+
+void TKRVInserimentoBase::AggiungiCampo(const QString &label, QWidget *field)
+{
+    m_campi->addRow(KRVEtichetta(label, field), field);
+    CollegaCampo(field);
+}
+
+void TKRVInserimentoBase::CollegaCampo(QWidget *field)
+{
+    const auto changed = [this] { DataChanged(); };
+    if (auto edit = qobject_cast<QLineEdit *>(field))
+        connect(edit, &QLineEdit::textChanged, this, changed);
+    else if (auto spin = qobject_cast<QDoubleSpinBox *>(field))
+        connect(spin, &QDoubleSpinBox::valueChanged, this, changed);
+    else if (auto whole = qobject_cast<QSpinBox *>(field))
+        connect(whole, &QSpinBox::valueChanged, this, changed);
+    else if (auto text = qobject_cast<QPlainTextEdit *>(field))
+        connect(text, &QPlainTextEdit::textChanged, this, changed);
+    else if (auto combo = qobject_cast<QComboBox *>(field))
+        connect(combo, &QComboBox::currentIndexChanged, this, changed);
+    else if (auto button = qobject_cast<QAbstractButton *>(field))
+        connect(button, &QAbstractButton::toggled, this, changed);
+}
+
+QTabWidget *TKRVInserimentoBase::ImpaginaCampi(const QString &firstPage)
+{
+    QWidget *panel = m_campi->parentWidget();
+    auto pages = new QTabWidget(this);
+    pages->setObjectName(QStringLiteral("pgPagine"));
+    auto box = static_cast<QVBoxLayout *>(layout());
+    delete box->replaceWidget(panel, pages);
+    // The pages take the room the stretch below the panel kept.
+    delete box->takeAt(box->count() - 1);
+    box->setStretchFactor(pages, 1);
+    pages->addTab(panel, firstPage);
+    return pages;
+}
+
+void TKRVInserimentoBase::ImpostaContenuto(QWidget *content)
+{
+    m_campi->parentWidget()->hide();
+    auto layout = static_cast<QVBoxLayout *>(this->layout());
+    // The content takes the room of the stretch below the field panel.
+    delete layout->takeAt(layout->count() - 1);
+    layout->addWidget(content, 1);
+}
+
+void TKRVInserimentoBase::BloccaSeSalvato(QWidget *field)
+{
+    m_bloccati.append(field);
+    field->setEnabled(m_newRecord);
+}
+
+void TKRVInserimentoBase::SetIdRecord(int value)
+{
+    m_idRecord = value;
+}
+
+void TKRVInserimentoBase::SetNewRecord(bool value)
+{
+    m_newRecord = value;
+    m_actNuovo->setEnabled(!value);
+    for (QWidget *field : std::as_const(m_bloccati))
+        field->setEnabled(value);
+}
+
+void TKRVInserimentoBase::SetModified(bool value)
+{
+    m_modified = value;
+    m_actSalva->setEnabled(value);
+}
+
+void TKRVInserimentoBase::DataChanged()
+{
+    SetModified(true);
+}
+
+void TKRVInserimentoBase::NuovoRecord()
+{
+    Q3Guarded([this] {
+        TQ3BusyCursor busy;
+        ClearFields();
+        SetNewRecord(true);
+        SetModified(false);
+        SetIdRecord(-1);
+    });
+}
+
+int TKRVInserimentoBase::ApriRecord(int id)
+{
+    int result = -1;
+    Q3Guarded([&] {
+        if (m_modified && !Q3AskYesNo(MsgModificheNonSalvate()))
+            return;
+        TQ3Dataset *dataset = Dataset();
+        dataset->Close();
+        dataset->SetParamValue(m_info.KeyField, id);
+        dataset->Open();
+        if (dataset->IsEmpty())
+            return;
+        SetIdRecord(id);
+        FillFields(*dataset);
+        SetModified(false);
+        SetNewRecord(false);
+        result = 0;
+    });
+    return result;
+}
+
+void TKRVInserimentoBase::SalvaRecord()
+{
+    const QString problem = ValidationError();
+    if (!problem.isEmpty()) {
+        Q3MessageBox(QStringLiteral("Attenzione"), problem, m_info.CheckIcon);
+        return;
+    }
+    try {
+        ScriviRecord();
+    } catch (const std::exception &) {
+        Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Si è verificato un errore durante il salvataggio dei dati!"),
+                     m_info.SaveFailureIcon);
+    }
+    // Whatever the outcome, the record now counts as saved.
+    SetModified(false);
+    SetNewRecord(false);
+    DopoSalvataggio();
+}
+
+void TKRVInserimentoBase::DopoSalvataggio()
+{
+    if (m_info.RefreshAfterSave)
+        AggiornaRicerca();
+}
+
+void TKRVInserimentoBase::ScriviRecord()
+{
+    TQ3BusyCursor busy;
+    TQ3Dataset *dataset = Dataset();
+    const QSqlDatabase db = m_main.ModADOConn()->Database();
+    TQ3Transaction transaction(db);
+    try {
+        if (m_newRecord) {
+            const int id = GetLastGeneratorValue(m_info.Generator, db) + 1;
+            SetIdRecord(id);
+            dataset->Close();
+            dataset->SetParamValue(m_info.KeyField, id);
+            dataset->Open();
+            dataset->Append();
+            dataset->SetFieldValue(m_info.KeyField, id);
+        } else {
+            dataset->Edit();
+        }
+        WriteFields(*dataset);
+        dataset->Post();
+        transaction.Commit();
+    } catch (...) {
+        dataset->Cancel();
+        transaction.Rollback();
+        throw;
+    }
+}
+
+void TKRVInserimentoBase::AggiornaRicerca()
+{
+    QWidget *list = m_main.Form(m_info.SearchAction);
+    if (!list)
+        return;
+    if (auto cerca = list->findChild<QAction *>(QStringLiteral("actCerca")))
+        cerca->trigger();
+}
+
+bool TKRVInserimentoBase::CanDeleteRecord()
+{
+    return m_info.CanDelete(m_idRecord);
+}
+
+bool TKRVInserimentoBase::DeleteRecord()
+{
+    return m_newRecord || m_info.Delete(m_idRecord, true);
+}
+
+bool TKRVInserimentoBase::ConsentiChiusura()
+{
+    return !m_modified || Q3AskYesNo(MsgModificheNonSalvate());
+}
+
+void TKRVInserimentoBase::actNuovoExecute()
+{
+    if (m_modified && !Q3AskYesNo(MsgModificheNonSalvate()))
+        return;
+    NuovoRecord();
+}
+
+void TKRVInserimentoBase::actEliminaExecute()
+{
+    if (!CanDeleteRecord()) {
+        Q3ShowWarning(m_info.DeleteRefused);
+        return;
+    }
+    if (!DeleteRecord())
+        return;
+    NuovoRecord();
+    if (m_info.RefreshAfterDelete)
+        AggiornaRicerca();
+}
+
+void TKRVInserimentoBase::actSalvaExecute()
+{
+    SalvaRecord();
+}
+
+void TKRVInserimentoBase::actChiudiExecute()
+{
+    CloseQ3ChildForm(this);
+}
+
+void TKRVInserimentoBase::closeEvent(QCloseEvent *event)
+{
+    bool allowed = false;
+    Q3Guarded([&] { allowed = ConsentiChiusura(); });
+    if (allowed)
+        event->accept();
+    else
+        event->ignore();
+}
+
+void TKRVInserimentoBase::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Q3Guarded([this] { RidimensionaForm(); });
+}

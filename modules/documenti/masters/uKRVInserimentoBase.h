@@ -1,0 +1,132 @@
+#pragma once
+
+#include "Q3Messages.h"
+
+#include <QAction>
+#include <QFormLayout>
+#include <QSize>
+#include <QString>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QWidget>
+
+class TKRVMain;
+class TQ3Dataset;
+
+// What an editor of one table row states about itself.
+struct TKRVInserimentoInfo
+{
+    QString Caption;
+    QSize MinimumSize;
+    QString Dataset;        // the main object's dataset that reads and writes the row
+    QString KeyField;
+    QString Generator;      // the new row's key is its current value plus one
+    QString SearchAction;   // the search list kept in step with the editor
+    bool RefreshAfterSave = false;
+    bool RefreshAfterDelete = true;
+    TQ3MsgIcon CheckIcon = TQ3MsgIcon::Warning;        // boxes of the save checks
+    TQ3MsgIcon SaveFailureIcon = TQ3MsgIcon::Error;
+    // Delete rule and delete service of a record known by its key.
+    bool (*CanDelete)(int id) = nullptr;
+    bool (*Delete)(int id, bool ask) = nullptr;
+    QString DeleteRefused;
+};
+
+// The editor window of a master table: toolbar "Nuovo", "Elimina", "Salva",
+// "Chiudi" over the input fields of one row, with the record's key and its
+// new and modified flags.
+//
+// A concrete editor lays out its fields with AggiungiCampo (or wires them with
+// CollegaCampo) and provides ClearFields, FillFields, WriteFields and
+// ValidationError; a record not deleted by key through the info's services
+// overrides CanDeleteRecord and DeleteRecord.
+class TKRVInserimentoBase : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ~TKRVInserimentoBase() override;
+
+    int IdRecord() const { return m_idRecord; }
+    bool NewRecord() const { return m_newRecord; }
+    bool Modified() const { return m_modified; }
+
+    void SetIdRecord(int value);
+    void SetNewRecord(bool value);
+    void SetModified(bool value);
+    void DataChanged();
+
+    // A blank new record.
+    Q_INVOKABLE void NuovoRecord();
+    // Shows the row with that key: 0 when shown, -1 when not (the user kept
+    // the unsaved changes, or no row has the key).
+    Q_INVOKABLE int ApriRecord(int id);
+    // Checks and writes the record.
+    void SalvaRecord();
+
+    QAction *actNuovo() const { return m_actNuovo; }
+    QAction *actSalva() const { return m_actSalva; }
+
+    static QString MsgModificheNonSalvate();
+
+protected:
+    TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info);
+
+    TKRVMain &Main() const { return m_main; }
+    const TKRVInserimentoInfo &Info() const { return m_info; }
+    TQ3Dataset *Dataset() const;
+
+    // Sizes the window and shows a new record; the constructor of the
+    // concrete editor calls it once its fields exist.
+    void FormCreate();
+    // A labelled input in the editor's panel, its changes marking the record modified.
+    void AggiungiCampo(const QString &label, QWidget *field);
+    // Marks the record modified whenever the input changes.
+    void CollegaCampo(QWidget *field);
+    // The editor's own layout (pages, groups) in place of the single field
+    // panel, taking the window's free height.
+    void ImpostaContenuto(QWidget *content);
+    // Puts the fields' panel on the first page, of that caption, of pages that
+    // then fill the window; the editor adds its other pages.
+    QTabWidget *ImpaginaCampi(const QString &firstPage);
+    // The input is enabled only while the record is new.
+    void BloccaSeSalvato(QWidget *field);
+    // Makes the search list search again, when it is open.
+    void AggiornaRicerca();
+
+    virtual void ClearFields() = 0;
+    virtual void FillFields(const TQ3Dataset &dataset) = 0;
+    virtual void WriteFields(TQ3Dataset &dataset) = 0;
+    // The message of the first failed save check, or an empty text.
+    virtual QString ValidationError() = 0;
+    virtual bool CanDeleteRecord();
+    // Deletes the record; answers false when it stays.
+    virtual bool DeleteRecord();
+    // Whether the window may close now.
+    virtual bool ConsentiChiusura();
+    // Runs after every save, whatever its outcome: by default the search list
+    // searches again when the editor says so.
+    virtual void DopoSalvataggio();
+    virtual void RidimensionaForm() {}
+
+    void actNuovoExecute();
+    void actEliminaExecute();
+    void actSalvaExecute();
+    void actChiudiExecute();
+
+    void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void ScriviRecord();
+
+    TKRVMain &m_main;
+    TKRVInserimentoInfo m_info;
+    QFormLayout *m_campi;
+    QList<QWidget *> m_bloccati;
+    QAction *m_actNuovo;
+    QAction *m_actSalva;
+    int m_idRecord = -1;
+    bool m_newRecord = true;
+    bool m_modified = false;
+};

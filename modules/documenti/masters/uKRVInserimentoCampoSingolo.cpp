@@ -1,0 +1,37 @@
+#include "uKRVInserimentoCampoSingolo.h"
+
+#include "Q3Dataset.h"
+#include "uKRVFormKit.h"
+
+TKRVInserimentoCampoSingolo::TKRVInserimentoCampoSingolo(TKRVMain &main, TKRVInserimentoInfo info,
+                                                         TKRVCampoSingoloInfo campo)
+    : TKRVInserimentoBase(main, std::move(info)), m_campo(std::move(campo)),
+      m_edit(KRVCampoTesto(m_campo.Name, m_campo.MaxLength, m_campo.UpperCase))
+{
+    AggiungiCampo(m_campo.Label, m_edit);
+    FormCreate();
+}
+
+void TKRVInserimentoCampoSingolo::ClearFields()
+{
+    m_edit->clear();
+}
+
+void TKRVInserimentoCampoSingolo::FillFields(const TQ3Dataset &dataset)
+{
+    m_edit->setText(dataset.FieldValue(m_campo.Column).toString());
+}
+
+void TKRVInserimentoCampoSingolo::WriteFields(TQ3Dataset &dataset)
+{
+    dataset.SetFieldValue(m_campo.Column, m_edit->text());
+}
+
+QString TKRVInserimentoCampoSingolo::ValidationError()
+{
+    if (m_edit->text().isEmpty())
+        return m_campo.MsgVuoto;
+    if (m_campo.Exists(m_edit->text(), IdRecord()))
+        return m_campo.MsgEsistente;
+    return {};
+}

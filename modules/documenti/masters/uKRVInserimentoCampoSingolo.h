@@ -1,0 +1,37 @@
+#pragma once
+
+#include "uKRVInserimentoBase.h"
+
+#include <QLineEdit>
+
+// What an editor of a one-text table adds to the editor's own description.
+struct TKRVCampoSingoloInfo
+{
+    QString Name;           // the input
+    QString Label;
+    int MaxLength = 0;
+    bool UpperCase = false;
+    QString Column;
+    QString MsgVuoto;       // the text is empty
+    bool (*Exists)(const QString &text, int id) = nullptr;
+    QString MsgEsistente;   // another row holds the text
+};
+
+// Editor of a table whose rows are one text besides their key (units of
+// measure, payment types).
+class TKRVInserimentoCampoSingolo : public TKRVInserimentoBase
+{
+    Q_OBJECT
+
+protected:
+    TKRVInserimentoCampoSingolo(TKRVMain &main, TKRVInserimentoInfo info, TKRVCampoSingoloInfo campo);
+
+    void ClearFields() override;
+    void FillFields(const TQ3Dataset &dataset) override;
+    void WriteFields(TQ3Dataset &dataset) override;
+    QString ValidationError() override;
+
+private:
+    TKRVCampoSingoloInfo m_campo;
+    QLineEdit *m_edit;
+};

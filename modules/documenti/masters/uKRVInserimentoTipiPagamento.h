@@ -1,0 +1,12 @@
+#pragma once
+
+#include "uKRVInserimentoCampoSingolo.h"
+
+// Editor of the payment types.
+class TKRVInserimentoTipiPagamento : public TKRVInserimentoCampoSingolo
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVInserimentoTipiPagamento(TKRVMain &main);
+};

@@ -1,0 +1,20 @@
+#include "uKRVModSelezionaTipoPagamento.h"
+
+TKRVModSelezionaTipoPagamento::TKRVModSelezionaTipoPagamento()
+    : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un tipo di pagamento"),
+                            .QueryHead = QStringLiteral("SELECT * FROM TIPI_PAGAMENTO "),
+                            .QueryTail = QStringLiteral(" ORDER BY UPPER(TIPO_PAGAMENTO)"),
+                            .KeyField = QStringLiteral("IDTIPO_PAGAMENTO"),
+                            .Columns = {{QStringLiteral("Tipo di pagamento"), 420, QStringLiteral("TIPO_PAGAMENTO"),
+                                         TKRVTipoColonna::Testo}},
+                            .Filters = {}},
+                           QSize(480, 420))
+{
+    setObjectName(QStringLiteral("KRVModSelezionaTipoPagamento"));
+    FormCreate();
+}
+
+TKRVVoceSelezionata TKRVModSelezionaTipoPagamento::ApriSelezionato() const
+{
+    return VoceSelezionata(1);
+}

@@ -1,0 +1,20 @@
+#include "uKRVModSelezionaUM.h"
+
+TKRVModSelezionaUM::TKRVModSelezionaUM()
+    : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un'unità di misura"),
+                            .QueryHead = QStringLiteral("SELECT * FROM UM "),
+                            .QueryTail = QStringLiteral(" ORDER BY UPPER(UM)"),
+                            .KeyField = QStringLiteral("IDUM"),
+                            .Columns = {{QStringLiteral("Unità di misura"), 300, QStringLiteral("UM"),
+                                         TKRVTipoColonna::Testo}},
+                            .Filters = {}},
+                           QSize(360, 420))
+{
+    setObjectName(QStringLiteral("KRVModSelezionaUM"));
+    FormCreate();
+}
+
+TKRVVoceSelezionata TKRVModSelezionaUM::ApriSelezionato() const
+{
+    return VoceSelezionata(1);
+}

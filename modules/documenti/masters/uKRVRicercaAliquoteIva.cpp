@@ -1,0 +1,25 @@
+#include "uKRVRicercaAliquoteIva.h"
+
+#include "KRVUtils.h"
+
+TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(TKRVMain &main)
+    : TKRVRicercaBase(
+          main, {.Elenco = {.Caption = QStringLiteral("Aliquote IVA"),
+                            .QueryHead = QStringLiteral("SELECT * FROM ALIQUOTE_IVA "),
+                            .QueryTail = QStringLiteral(" ORDER BY CODICE"),
+                            .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
+                            .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
+                                        {QStringLiteral("Descrizione"), 610, QStringLiteral("DESCRIZIONE"),
+                                         TKRVTipoColonna::Testo},
+                                        {QStringLiteral("Aliquota"), 100, QStringLiteral("ALIQUOTA"),
+                                         TKRVTipoColonna::Percentuale}},
+                            .Filters = {{QStringLiteral("txtDescrizione"), QStringLiteral("Descrizione"),
+                                         QStringLiteral("DESCRIZIONE CONTAINING ")}}},
+                 .EditorAction = QStringLiteral("actInserimentoAliquoteIVA"),
+                 .ColonnaDescrizione = 2,
+                 .CanDelete = &CanDeleteAliquotaIVA,
+                 .Delete = &DeleteAliquotaIVA})
+{
+    setObjectName(QStringLiteral("KRVRicercaAliquoteIva"));
+    FormCreate();
+}

@@ -1,0 +1,135 @@
+#include "uKRVRicercaBase.h"
+
+#include "Q3Guards.h"
+#include "Q3MainForm.h"
+#include "Q3Messages.h"
+#include "uKRVFormKit.h"
+#include "uKRVImages.h"
+#include "uKRVMain.h"
+
+#include <QVBoxLayout>
+
+TKRVRicercaBase::TKRVRicercaBase(TKRVMain &main, TKRVRicercaInfo info)
+    : m_main(main), m_info(std::move(info)),
+      m_elenco(new TKRVElencoRicerca(this, QStringLiteral("GridRisultati"), m_info.Elenco,
+                                     [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
+      m_barraStandard(KRVCreaToolBar(this, QStringLiteral("tBarStandard")))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(m_info.Elenco.Caption);
+    setWindowIcon(KRVImage(KRVImgTabelle));
+
+    m_barraStandard->addAction(KRVCreaAzione(this, QStringLiteral("actChiudi"), QStringLiteral("Chiudi"), KRVImgChiudi,
+                                             [this] { actChiudiExecute(); }));
+    m_barraStandard->addSeparator();
+    m_barraStandard->addAction(KRVCreaAzione(this, QStringLiteral("actModifica"), QStringLiteral("Modifica"),
+                                             KRVImgModifica, [this] { actModificaExecute(); }));
+    m_barraStandard->addAction(KRVCreaAzione(this, QStringLiteral("actNuovo"), QStringLiteral("Nuovo"), KRVImgNuovo,
+                                             [this] { actNuovoExecute(); }));
+    m_barraStandard->addAction(KRVCreaAzione(this, QStringLiteral("actElimina"), QStringLiteral("Elimina"),
+                                             KRVImgElimina, [this] { actEliminaExecute(); }));
+
+    TKRVGrigliaRisultati *grid = m_elenco->Griglia();
+    connect(grid, &QTableWidget::cellDoubleClicked, this, [this] { Q3Guarded([this] { GridRisultatiDblClickCell(); }); });
+    connect(grid, &TKRVGrigliaRisultati::Ridimensionata, this, [this] { Q3Guarded([this] { RidimensionaGriglia(); }); });
+
+    auto layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_barraStandard);
+    layout->addWidget(m_elenco->BarraRicerca());
+    layout->addWidget(grid, 1);
+}
+
+TKRVRicercaBase::~TKRVRicercaBase() = default;
+
+QString TKRVRicercaBase::MsgDatiCorrelati()
+{
+    return QStringLiteral("Impossibile eliminare, esistono dei dati correlati!");
+}
+
+void TKRVRicercaBase::FormCreate()
+{
+    Q3Guarded([this] {
+        setMinimumSize(800, 600);
+        resize(minimumSize());
+        CreaGrigliaVuota();
+        RicercaIniziale();
+    });
+}
+
+void TKRVRicercaBase::RicercaIniziale()
+{
+    actCercaExecute();
+}
+
+void TKRVRicercaBase::CreaGrigliaVuota()
+{
+    m_elenco->CreaGrigliaVuota();
+    RidimensionaGriglia();
+}
+
+void TKRVRicercaBase::AggiornaGriglia(const QString &where)
+{
+    m_elenco->AggiornaGriglia(where);
+}
+
+void TKRVRicercaBase::RidimensionaGriglia()
+{
+    m_elenco->Griglia()->AdattaColonna(m_info.ColonnaDescrizione);
+}
+
+void TKRVRicercaBase::ApriSelezionato()
+{
+    const int id = m_elenco->Griglia()->ChiaveSelezionata();
+    if (id < 0)
+        return;
+    m_main.Run(m_info.EditorAction);
+    // The editor asks about its own unsaved changes; what it answers is its business.
+    int opened = -1;
+    if (QWidget *editor = m_main.Form(m_info.EditorAction))
+        QMetaObject::invokeMethod(editor, "ApriRecord", Q_RETURN_ARG(int, opened), Q_ARG(int, id));
+}
+
+void TKRVRicercaBase::actCercaExecute()
+{
+    AggiornaGriglia(m_elenco->ClausolaFiltri());
+}
+
+void TKRVRicercaBase::actRipristinaExecute()
+{
+    m_elenco->SvuotaFiltri();
+}
+
+void TKRVRicercaBase::actEliminaExecute()
+{
+    const int id = m_elenco->Griglia()->ChiaveSelezionata();
+    if (id < 0)
+        return;
+    if (!m_info.CanDelete(id)) {
+        Q3ShowWarning(MsgDatiCorrelati());
+        return;
+    }
+    if (m_info.Delete(id, true))
+        m_elenco->Griglia()->RimuoviSelezionata();
+}
+
+void TKRVRicercaBase::actModificaExecute()
+{
+    ApriSelezionato();
+}
+
+void TKRVRicercaBase::actNuovoExecute()
+{
+    m_main.Run(m_info.EditorAction);
+}
+
+void TKRVRicercaBase::actChiudiExecute()
+{
+    CloseQ3ChildForm(this);
+}
+
+void TKRVRicercaBase::GridRisultatiDblClickCell()
+{
+    ApriSelezionato();
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "uKRVRicercaBase.h"
+
+// Search list of the payment types: every row, no filter.
+class TKRVRicercaTipiPagamento : public TKRVRicercaBase
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVRicercaTipiPagamento(TKRVMain &main);
+};

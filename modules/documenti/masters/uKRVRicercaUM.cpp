@@ -1,0 +1,21 @@
+#include "uKRVRicercaUM.h"
+
+#include "KRVUtils.h"
+
+TKRVRicercaUM::TKRVRicercaUM(TKRVMain &main)
+    : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Unità di misura"),
+                                        .QueryHead = QStringLiteral("SELECT * FROM UM "),
+                                        .QueryTail = QStringLiteral(" ORDER BY UPPER(UM)"),
+                                        .KeyField = QStringLiteral("IDUM"),
+                                        .Columns = {{QStringLiteral("Unità di misura"), 770, QStringLiteral("UM"),
+                                                     TKRVTipoColonna::Testo}},
+                                        .Filters = {{QStringLiteral("txtUnitaMisura"), QStringLiteral("Unità di misura"),
+                                                     QStringLiteral("UM CONTAINING ")}}},
+                             .EditorAction = QStringLiteral("actInserimentoUM"),
+                             .ColonnaDescrizione = 1,
+                             .CanDelete = &CanDeleteUM,
+                             .Delete = &DeleteUM})
+{
+    setObjectName(QStringLiteral("KRVRicercaUM"));
+    FormCreate();
+}

@@ -1,0 +1,132 @@
+#pragma once
+
+// Driving the master-data windows as a user would: actions, inputs, grid rows,
+// and the message boxes they show.
+#include "KRVTestModule.h"
+#include "Q3Messages.h"
+#include "Q3Utils.h"
+#include "uKRVGrigliaRisultati.h"
+
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMdiSubWindow>
+#include <QTableWidget>
+#include <QtTest>
+
+namespace KRVTest {
+
+// The windows show money and percentages in the Italian way.
+inline void UseItalianLocale()
+{
+    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+}
+
+inline QAction *Action(QWidget *window, const QString &name)
+{
+    auto action = window->findChild<QAction *>(name);
+    if (!action)
+        qFatal("no action %s", qPrintable(name));
+    return action;
+}
+
+inline void Trigger(QWidget *window, const QString &name)
+{
+    Action(window, name)->trigger();
+}
+
+template <typename T = QLineEdit>
+T *Field(QWidget *window, const QString &name)
+{
+    auto field = window->findChild<T *>(name);
+    if (!field)
+        qFatal("no field %s", qPrintable(name));
+    return field;
+}
+
+// Replaces the text of an input by typing, as the user does.
+inline void Type(QWidget *field, const QString &text)
+{
+    if (auto edit = qobject_cast<QLineEdit *>(field))
+        edit->selectAll();
+    else if (auto spin = qobject_cast<QAbstractSpinBox *>(field))
+        spin->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+
+inline void PressEnter(QWidget *field)
+{
+    QTest::keyClick(field, Qt::Key_Return);
+}
+
+// Runs a main-object action and answers the window it keeps.
+template <typename T>
+T *Run(TKRVTestModule &module, const QString &action)
+{
+    module.Main->Action(action)->trigger();
+    return module.Main->FormAs<T>(action);
+}
+
+inline QStringList Column(const QTableWidget *grid, int column)
+{
+    QStringList texts;
+    for (int row = 0; row < grid->rowCount(); ++row)
+        texts << grid->item(row, column)->text();
+    return texts;
+}
+
+inline int RowOf(const QTableWidget *grid, int column, const QString &text)
+{
+    for (int row = 0; row < grid->rowCount(); ++row) {
+        if (grid->item(row, column)->text() == text)
+            return row;
+    }
+    return -1;
+}
+
+inline void SelectRow(QTableWidget *grid, int row)
+{
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualItemRect(grid->item(row, 1)).center());
+}
+
+inline void DoubleClickRow(QTableWidget *grid, int row)
+{
+    const QPoint where = grid->visualItemRect(grid->item(row, 1)).center();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, where);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, where);
+}
+
+inline bool SameMessage(const TQ3Message &message, const QString &title, const QString &text, TQ3MsgIcon icon,
+                        TQ3MsgButtons buttons)
+{
+    const bool same = message.Title == title && message.Text == text && message.Icon == icon && message.Buttons == buttons;
+    if (!same)
+        qWarning("box was: %s / %s / icon %d / buttons %d", qPrintable(message.Title), qPrintable(message.Text),
+                 int(message.Icon), int(message.Buttons));
+    return same;
+}
+
+// Closes a child window through its frame, as the frame's close box does, and
+// lets the freed window go.
+inline void CloseFrame(QWidget *window)
+{
+    auto frame = qobject_cast<QMdiSubWindow *>(window->parentWidget());
+    if (frame)
+        frame->close();
+    else
+        window->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+inline void ProcessDeletes()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace KRVTest
+
+#define KRV_COMPARE_BOX(message, title, text, icon, buttons)                                                       \
+    QVERIFY(KRVTest::SameMessage((message), QStringLiteral(title), QStringLiteral(text), TQ3MsgIcon::icon,          \
+                                 TQ3MsgButtons::buttons))
