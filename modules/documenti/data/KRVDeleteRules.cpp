@@ -111,9 +111,9 @@ bool WrappedRule(const char *rule, const QString &argument)
     return KRVWrapped(rule, [&] { return RuleAnswer(rule, argument); });
 }
 
-// The delete family: confirmation when asked, then the statements in one
-// transaction; a failed statement rolls everything back and is reported.
-bool DeleteInTransaction(const QStringList &statements, bool ask)
+} // namespace
+
+bool KRVDeleteInTransaction(const QStringList &statements, bool ask)
 {
     if (ask && !Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
@@ -132,9 +132,11 @@ bool DeleteInTransaction(const QStringList &statements, bool ask)
     }
 }
 
+namespace {
+
 bool WrappedDelete(const char *routine, const QStringList &statements, bool ask)
 {
-    return KRVWrapped(routine, [&] { return DeleteInTransaction(statements, ask); });
+    return KRVWrapped(routine, [&] { return KRVDeleteInTransaction(statements, ask); });
 }
 
 } // namespace
@@ -210,7 +212,7 @@ bool CanDeleteNotaAccredito(int id)
 
 bool DeleteNotaDocumenti(int id, bool ask)
 {
-    return DeleteInTransaction({QStringLiteral("DELETE FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=") + QString::number(id)}, ask);
+    return KRVDeleteInTransaction({QStringLiteral("DELETE FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=") + QString::number(id)}, ask);
 }
 
 bool DeleteTipiPagamento(int id, bool ask)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 // Whether a record may be deleted.
 bool CanDeleteAliquotaIVA(int id);
@@ -26,6 +27,10 @@ bool DeleteAliquotaIVA(int id, bool ask);
 bool DeleteUM(int id, bool ask);
 bool DeleteFatturaVendita(int id, bool ask);
 bool DeleteNotaAccredito(int id, bool ask);
+
+// The statements in one transaction (asking first when ask is true); a failure
+// is rolled back and reported ("Errore"). Answers whether they ran.
+bool KRVDeleteInTransaction(const QStringList &statements, bool ask);
 
 // The messages of deleting.
 inline constexpr char KRVMsgConfermaEliminazione[] = "Confermare l'eliminazione?";

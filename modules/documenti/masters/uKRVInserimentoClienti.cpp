@@ -1,0 +1,287 @@
+#include "uKRVInserimentoClienti.h"
+
+#include "KRVUtils.h"
+#include "Q3Dataset.h"
+#include "Q3Guards.h"
+#include "Q3Messages.h"
+#include "Q3Utils.h"
+#include "uKRVEliminazione.h"
+#include "uKRVFormKit.h"
+#include "uKRVImages.h"
+#include "uKRVMain.h"
+#include "uKRVModSelezionaTipoPagamento.h"
+
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <initializer_list>
+#include <utility>
+
+namespace {
+
+const QString ActSelezionaTipoPagamento = QStringLiteral("actModSelezionaTipoPagamento");
+const QString Nessuno = QStringLiteral("...");
+
+using TCampo = std::pair<QString, QWidget *>;
+
+QFormLayout *NuovoModulo()
+{
+    auto form = new QFormLayout;
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->setHorizontalSpacing(12);
+    return form;
+}
+
+// One row of the form: the first input under the form's label column, the
+// others each after its own label.
+void AggiungiRiga(QFormLayout *form, std::initializer_list<TCampo> campi)
+{
+    auto row = new QHBoxLayout;
+    for (const TCampo &campo : campi) {
+        if (campo.second != campi.begin()->second) {
+            row->addSpacing(16);
+            row->addWidget(KRVEtichetta(campo.first, campo.second));
+            row->addSpacing(6);
+        }
+        row->addWidget(campo.second);
+    }
+    row->addStretch(1);
+    form->addRow(KRVEtichetta(campi.begin()->first, campi.begin()->second), row);
+}
+
+QGroupBox *Gruppo(const QString &name, const QString &title, QLayout *content)
+{
+    auto group = new QGroupBox(title);
+    group->setObjectName(name);
+    group->setLayout(content);
+    return group;
+}
+
+QWidget *Pagina(const QString &name, QLayout *content)
+{
+    auto page = new QWidget;
+    page->setObjectName(name);
+    page->setLayout(content);
+    return page;
+}
+
+} // namespace
+
+TKRVInserimentoClienti::TKRVInserimentoClienti(TKRVMain &main)
+    : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica clienti"),
+                                 .MinimumSize = QSize(750, 550),
+                                 .Dataset = QStringLiteral("adsClienti"),
+                                 .KeyField = QStringLiteral("IDCLIENTE"),
+                                 .Generator = QStringLiteral("GN_IDCLIENTE"),
+                                 .SearchAction = QStringLiteral("actRicercaClienti"),
+                                 .RefreshAfterSave = false,
+                                 .RefreshAfterDelete = false,
+                                 .DeleteRefused = KRVEliminazioneClienti().Rifiuto}),
+      pgcPagine(new QTabWidget),
+      txtCodice(CampoTesto(QStringLiteral("txtCodice"), 20, QStringLiteral("CODICE"))),
+      txtRagioneSociale(CampoTesto(QStringLiteral("txtRagioneSociale"), 100, QStringLiteral("RAGIONESOCIALE"))),
+      txtIndirizzo(CampoTesto(QStringLiteral("txtIndirizzo"), 100, QStringLiteral("INDIRIZZO"))),
+      txtCitta(CampoTesto(QStringLiteral("txtCitta"), 30, QStringLiteral("CITTA"))),
+      txtCap(CampoTesto(QStringLiteral("txtCap"), 5, QStringLiteral("CAP"), true)),
+      txtProvincia(CampoTesto(QStringLiteral("txtProvincia"), 2, QStringLiteral("PROVINCIA"), true)),
+      txtNazione(CampoTesto(QStringLiteral("txtNazione"), 30, QStringLiteral("NAZIONE"))),
+      txtCodiceFiscale(CampoTesto(QStringLiteral("txtCodiceFiscale"), 16, QStringLiteral("CODICEFISCALE"), true)),
+      txtPartitaIVA(CampoTesto(QStringLiteral("txtPartitaIVA"), 13, QStringLiteral("PARTITAIVA"), true)),
+      txtTelefono1(CampoTesto(QStringLiteral("txtTelefono1"), 20, QStringLiteral("TELEFONO1"))),
+      txtTelefono2(CampoTesto(QStringLiteral("txtTelefono2"), 20, QStringLiteral("TELEFONO2"))),
+      txtTelefono3(CampoTesto(QStringLiteral("txtTelefono3"), 20, QStringLiteral("TELEFONO3"))),
+      txtFax(CampoTesto(QStringLiteral("txtFax"), 20, QStringLiteral("FAX"))),
+      txtEmail(CampoTesto(QStringLiteral("txtEmail"), 100, QStringLiteral("EMAIL"))),
+      txtWeb(CampoTesto(QStringLiteral("txtWeb"), 100, QStringLiteral("WEB"))),
+      txtCoordBanBanca(CampoTesto(QStringLiteral("txtCoordBanBanca"), 100, QStringLiteral("COORDBAN_BANCA"))),
+      txtCoordBanAgenzia(CampoTesto(QStringLiteral("txtCoordBanAgenzia"), 100, QStringLiteral("COORDBAN_AGENZIA"))),
+      txtCoordBanPaese(CampoTesto(QStringLiteral("txtCoordBanPaese"), 2, QStringLiteral("COORDBAN_PAESE"), true)),
+      txtCoordBanCINEur(CampoTesto(QStringLiteral("txtCoordBanCINEur"), 2, QStringLiteral("COORDBAN_CIN_EUR"), true)),
+      txtCoordBanCIN(CampoTesto(QStringLiteral("txtCoordBanCIN"), 1, QStringLiteral("COORDBAN_CIN"), true)),
+      txtCoordBanABI(CampoTesto(QStringLiteral("txtCoordBanABI"), 5, QStringLiteral("COORDBAN_ABI"), true)),
+      txtCoordBanCAB(CampoTesto(QStringLiteral("txtCoordBanCAB"), 5, QStringLiteral("COORDBAN_CAB"), true)),
+      txtCoordBanConto(CampoTesto(QStringLiteral("txtCoordBanConto"), 50, QStringLiteral("COORDBAN_CONTO"), true)),
+      txtCoordBanSwift(CampoTesto(QStringLiteral("txtCoordBanSwift"), 50, QStringLiteral("COORDBAN_SWIFT"))),
+      txtTipoPagamento(new QLabel(Nessuno)),
+      cmdSelezionaTipoPagamento(new QToolButton),
+      txtNote(new QPlainTextEdit)
+{
+    setObjectName(QStringLiteral("KRVInserimentoClienti"));
+    pgcPagine->setObjectName(QStringLiteral("pgcPagine"));
+    pgcPagine->addTab(PaginaGenerale(), QStringLiteral(" Generale "));
+    pgcPagine->addTab(PaginaCoordinateBancarie(), QStringLiteral(" Coordinate bancarie "));
+    pgcPagine->addTab(PaginaNote(), QStringLiteral(" Note "));
+
+    auto content = new QWidget;
+    auto layout = new QVBoxLayout(content);
+    layout->setContentsMargins(8, 8, 8, 8);
+    layout->addWidget(pgcPagine);
+    ImpostaContenuto(content);
+
+    BloccaSeSalvato(txtCodice);
+    FormCreate();
+}
+
+QLineEdit *TKRVInserimentoClienti::CampoTesto(const QString &name, int maxLength, const QString &column, bool upperCase)
+{
+    QLineEdit *edit = KRVCampoTesto(name, maxLength, upperCase);
+    m_testi.append({edit, column});
+    CollegaCampo(edit);
+    return edit;
+}
+
+QWidget *TKRVInserimentoClienti::PaginaGenerale()
+{
+    QFormLayout *form = NuovoModulo();
+    AggiungiRiga(form, {{QStringLiteral("Codice"), txtCodice}});
+    AggiungiRiga(form, {{QStringLiteral("Ragione sociale"), txtRagioneSociale}});
+    AggiungiRiga(form, {{QStringLiteral("Indirizzo"), txtIndirizzo}});
+    AggiungiRiga(form, {{QStringLiteral("Città"), txtCitta},
+                        {QStringLiteral("CAP"), txtCap},
+                        {QStringLiteral("Prov."), txtProvincia}});
+    AggiungiRiga(form, {{QStringLiteral("Nazione"), txtNazione}});
+    AggiungiRiga(form, {{QStringLiteral("Codice fiscale"), txtCodiceFiscale},
+                        {QStringLiteral("Partita IVA"), txtPartitaIVA}});
+    form->addRow(KRVEtichetta(QStringLiteral("Tipo di pagamento"), txtTipoPagamento), SceltaTipoPagamento());
+    AggiungiRiga(form, {{QStringLiteral("Telefono 1"), txtTelefono1}, {QStringLiteral("Telefono 2"), txtTelefono2}});
+    AggiungiRiga(form, {{QStringLiteral("Telefono 3"), txtTelefono3}, {QStringLiteral("Fax"), txtFax}});
+    AggiungiRiga(form, {{QStringLiteral("e-mail"), txtEmail}});
+    AggiungiRiga(form, {{QStringLiteral("web"), txtWeb}});
+    return Pagina(QStringLiteral("tabGenerale"), form);
+}
+
+QWidget *TKRVInserimentoClienti::SceltaTipoPagamento()
+{
+    txtTipoPagamento->setObjectName(QStringLiteral("txtTipoPagamento"));
+    txtTipoPagamento->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    txtTipoPagamento->setFixedWidth(txtIndirizzo->minimumWidth() - 32);
+    cmdSelezionaTipoPagamento->setObjectName(QStringLiteral("cmdSelezionaTipoPagamento"));
+    cmdSelezionaTipoPagamento->setIcon(KRVImage(KRVImgCerca));
+    cmdSelezionaTipoPagamento->setToolTip(QStringLiteral("Seleziona il tipo di pagamento"));
+    cmdSelezionaTipoPagamento->setAccessibleName(QStringLiteral("Seleziona il tipo di pagamento"));
+    connect(cmdSelezionaTipoPagamento, &QToolButton::clicked, this,
+            [this] { Q3Guarded([this] { cmdSelezionaTipoPagamentoClick(); }); });
+
+    auto choice = new QWidget;
+    auto row = new QHBoxLayout(choice);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(txtTipoPagamento);
+    row->addWidget(cmdSelezionaTipoPagamento);
+    row->addStretch(1);
+    return choice;
+}
+
+QWidget *TKRVInserimentoClienti::PaginaCoordinateBancarie()
+{
+    QFormLayout *banca = NuovoModulo();
+    AggiungiRiga(banca, {{QStringLiteral("Banca"), txtCoordBanBanca}});
+    AggiungiRiga(banca, {{QStringLiteral("Agenzia"), txtCoordBanAgenzia}});
+
+    QFormLayout *bban = NuovoModulo();
+    AggiungiRiga(bban, {{QStringLiteral("CIN"), txtCoordBanCIN},
+                        {QStringLiteral("ABI (Banca)"), txtCoordBanABI},
+                        {QStringLiteral("CAB (Sport.)"), txtCoordBanCAB}});
+    AggiungiRiga(bban, {{QStringLiteral("N° Conto"), txtCoordBanConto}});
+
+    QFormLayout *iban = NuovoModulo();
+    AggiungiRiga(iban, {{QStringLiteral("Paese"), txtCoordBanPaese}, {QStringLiteral("CIN EUR"), txtCoordBanCINEur}});
+    iban->addRow(Gruppo(QStringLiteral("grpBBAN"), QStringLiteral(" BBAN - COORDINATE BANCARIE NAZIONALI "), bban));
+
+    QFormLayout *bic = NuovoModulo();
+    AggiungiRiga(bic, {{QStringLiteral("Codice BIC SWIFT"), txtCoordBanSwift}});
+
+    auto layout = new QVBoxLayout;
+    layout->addLayout(banca);
+    layout->addWidget(
+        Gruppo(QStringLiteral("grpIBAN"), QStringLiteral(" IBAN - COORDINATE BANCARIE INTERNAZIONALI "), iban));
+    layout->addWidget(Gruppo(QStringLiteral("grpBIC"), QStringLiteral(" BIC "), bic));
+    layout->addStretch(1);
+    return Pagina(QStringLiteral("tabCoordinateBancarie"), layout);
+}
+
+QWidget *TKRVInserimentoClienti::PaginaNote()
+{
+    txtNote->setObjectName(QStringLiteral("txtNote"));
+    txtNote->setAccessibleName(QStringLiteral("Note"));
+    CollegaCampo(txtNote);
+    auto layout = new QVBoxLayout;
+    layout->addWidget(txtNote);
+    return Pagina(QStringLiteral("tabNote"), layout);
+}
+
+void TKRVInserimentoClienti::ImpostaTipoPagamento(int id, const QString &text)
+{
+    m_idTipoPagamento = id;
+    txtTipoPagamento->setText(text.isEmpty() ? Nessuno : text);
+}
+
+void TKRVInserimentoClienti::cmdSelezionaTipoPagamentoClick()
+{
+    Main().Run(ActSelezionaTipoPagamento);
+    auto dialog = Main().FormAs<TKRVModSelezionaTipoPagamento>(ActSelezionaTipoPagamento);
+    if (!dialog || dialog->exec() != QDialog::Accepted)
+        return;
+    const TKRVVoceSelezionata voce = dialog->ApriSelezionato();
+    ImpostaTipoPagamento(voce.Id, voce.Text);
+    SetModified(true);
+}
+
+void TKRVInserimentoClienti::ClearFields()
+{
+    pgcPagine->setCurrentIndex(0);
+    for (const TCampoTesto &campo : std::as_const(m_testi))
+        campo.Edit->clear();
+    const int prossimo = GetLastGeneratorValue(Info().Generator, Main().ModADOConn()->Database()) + 1;
+    txtCodice->setText(GetCustomCodice(prossimo, QStringLiteral("CLN"), QString(), 10));
+    ImpostaTipoPagamento(0, QString());
+    txtNote->clear();
+}
+
+void TKRVInserimentoClienti::FillFields(const TQ3Dataset &dataset)
+{
+    for (const TCampoTesto &campo : std::as_const(m_testi))
+        campo.Edit->setText(dataset.FieldValue(campo.Column).toString());
+    const int idTipoPagamento = dataset.FieldValue(QStringLiteral("IDTIPO_PAGAMENTO")).toInt();
+    ImpostaTipoPagamento(idTipoPagamento, idTipoPagamento > 0 ? GetTipoPagamento(idTipoPagamento) : QString());
+    txtNote->setPlainText(dataset.FieldValue(QStringLiteral("NOTE")).toString());
+}
+
+void TKRVInserimentoClienti::WriteFields(TQ3Dataset &dataset)
+{
+    for (const TCampoTesto &campo : std::as_const(m_testi))
+        dataset.SetFieldValue(campo.Column, campo.Edit->text());
+    // No payment type chosen: the column stays empty.
+    dataset.SetFieldValue(QStringLiteral("IDTIPO_PAGAMENTO"),
+                          m_idTipoPagamento > 0 ? QVariant(m_idTipoPagamento) : QVariant(QMetaType::fromType<int>()));
+    dataset.SetFieldValue(QStringLiteral("NOTE"), txtNote->toPlainText());
+}
+
+QString TKRVInserimentoClienti::ValidationError()
+{
+    if (txtCodice->text().isEmpty())
+        return QStringLiteral("Non è stato indicato il codice!");
+    if (txtRagioneSociale->text().isEmpty())
+        return QStringLiteral("Non è stata indicata la ragione sociale!");
+    if (CodiceClienteExists(txtCodice->text(), IdRecord()))
+        return QStringLiteral("Codice già utilizzato!");
+    return {};
+}
+
+bool TKRVInserimentoClienti::CanDeleteRecord()
+{
+    // The rule is asked about the code shown.
+    return KRVEliminazioneClienti().CanDelete(txtCodice->text());
+}
+
+bool TKRVInserimentoClienti::DeleteRecord()
+{
+    if (!Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
+        return false;
+    // A failed delete is reported; the window blanks all the same.
+    if (!NewRecord())
+        KRVEliminaRecord(KRVEliminazioneClienti(), IdRecord());
+    return true;
+}

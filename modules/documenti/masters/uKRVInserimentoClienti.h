@@ -1,0 +1,79 @@
+#pragma once
+
+#include "uKRVInserimentoBase.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QList>
+#include <QPlainTextEdit>
+#include <QTabWidget>
+#include <QToolButton>
+
+// Editor of the customers: code (proposed, fixed once saved), company data,
+// payment type, bank coordinates and notes, on three pages.
+class TKRVInserimentoClienti : public TKRVInserimentoBase
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVInserimentoClienti(TKRVMain &main);
+
+    // The payment type chosen in its selection dialog.
+    void cmdSelezionaTipoPagamentoClick();
+    // The key of the payment type shown, 0 when none.
+    int IdTipoPagamento() const { return m_idTipoPagamento; }
+
+protected:
+    void ClearFields() override;
+    void FillFields(const TQ3Dataset &dataset) override;
+    void WriteFields(TQ3Dataset &dataset) override;
+    QString ValidationError() override;
+    bool CanDeleteRecord() override;
+    bool DeleteRecord() override;
+
+private:
+    // A text input stored as typed (or in capitals) in its column.
+    struct TCampoTesto
+    {
+        QLineEdit *Edit;
+        QString Column;
+    };
+
+    QLineEdit *CampoTesto(const QString &name, int maxLength, const QString &column, bool upperCase = false);
+    QWidget *PaginaGenerale();
+    QWidget *PaginaCoordinateBancarie();
+    QWidget *PaginaNote();
+    QWidget *SceltaTipoPagamento();
+    void ImpostaTipoPagamento(int id, const QString &text);
+
+    QList<TCampoTesto> m_testi;
+    QTabWidget *pgcPagine;
+    QLineEdit *txtCodice;
+    QLineEdit *txtRagioneSociale;
+    QLineEdit *txtIndirizzo;
+    QLineEdit *txtCitta;
+    QLineEdit *txtCap;
+    QLineEdit *txtProvincia;
+    QLineEdit *txtNazione;
+    QLineEdit *txtCodiceFiscale;
+    QLineEdit *txtPartitaIVA;
+    QLineEdit *txtTelefono1;
+    QLineEdit *txtTelefono2;
+    QLineEdit *txtTelefono3;
+    QLineEdit *txtFax;
+    QLineEdit *txtEmail;
+    QLineEdit *txtWeb;
+    QLineEdit *txtCoordBanBanca;
+    QLineEdit *txtCoordBanAgenzia;
+    QLineEdit *txtCoordBanPaese;
+    QLineEdit *txtCoordBanCINEur;
+    QLineEdit *txtCoordBanCIN;
+    QLineEdit *txtCoordBanABI;
+    QLineEdit *txtCoordBanCAB;
+    QLineEdit *txtCoordBanConto;
+    QLineEdit *txtCoordBanSwift;
+    QLabel *txtTipoPagamento;
+    QToolButton *cmdSelezionaTipoPagamento;
+    QPlainTextEdit *txtNote;
+    int m_idTipoPagamento = 0;
+};
