@@ -1,9 +1,68 @@
 #include "uKRVMainForms.h"
 
+#include "uKRVGestioneCategorieAnaMaga.h"
+#include "uKRVGestioneCategorieServizi.h"
+#include "uKRVInserimentoAliquoteIVA.h"
+#include "uKRVInserimentoArticoli.h"
+#include "uKRVInserimentoClienti.h"
+#include "uKRVInserimentoServizi.h"
+#include "uKRVInserimentoTipiPagamento.h"
+#include "uKRVInserimentoUM.h"
 #include "uKRVMain.h"
+#include "uKRVModSelezionaAliquotaIVA.h"
+#include "uKRVModSelezionaArticolo.h"
+#include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaServizio.h"
+#include "uKRVModSelezionaTipoPagamento.h"
+#include "uKRVModSelezionaUM.h"
+#include "uKRVRicercaAliquoteIva.h"
+#include "uKRVRicercaArticoli.h"
+#include "uKRVRicercaClienti.h"
+#include "uKRVRicercaServizi.h"
+#include "uKRVRicercaTipiPagamento.h"
+#include "uKRVRicercaUM.h"
+
+namespace {
+
+// A window made for the main object.
+template <typename TForm>
+TKRVFormClass KRVWindow()
+{
+    return {[](TKRVMain &main) -> QWidget * { return new TForm(main); }, {}, {}};
+}
+
+// A selection dialog, which needs nothing of the main object.
+template <typename TDialog>
+TKRVFormClass KRVSelectionDialog()
+{
+    return {[](TKRVMain &) -> QWidget * { return new TDialog; }, {}, {}};
+}
+
+} // namespace
 
 const QHash<QString, TKRVFormClass> &KRVFormClasses()
 {
-    static const QHash<QString, TKRVFormClass> classes = {};
+    static const QHash<QString, TKRVFormClass> classes = {
+        {QStringLiteral("actInserimentoAliquoteIVA"), KRVWindow<TKRVInserimentoAliquoteIVA>()},
+        {QStringLiteral("actRicercaAliquoteIVA"), KRVWindow<TKRVRicercaAliquoteIva>()},
+        {QStringLiteral("actInserimentoUM"), KRVWindow<TKRVInserimentoUM>()},
+        {QStringLiteral("actRicercaUM"), KRVWindow<TKRVRicercaUM>()},
+        {QStringLiteral("actInserimentoTipiPagamento"), KRVWindow<TKRVInserimentoTipiPagamento>()},
+        {QStringLiteral("actRicercaTipiPagamento"), KRVWindow<TKRVRicercaTipiPagamento>()},
+        {QStringLiteral("actModSelezionaUM"), KRVSelectionDialog<TKRVModSelezionaUM>()},
+        {QStringLiteral("actModSelezionaTipoPagamento"), KRVSelectionDialog<TKRVModSelezionaTipoPagamento>()},
+        {QStringLiteral("actModSelezionaAliquotaIVA"), KRVSelectionDialog<TKRVModSelezionaAliquotaIVA>()},
+        {QStringLiteral("actGestioneCategorieAnaMaga"), KRVWindow<TKRVGestioneCategorieAnaMaga>()},
+        {QStringLiteral("actGestioneCategorieServizi"), KRVWindow<TKRVGestioneCategorieServizi>()},
+        {QStringLiteral("actInserimentoClienti"), KRVWindow<TKRVInserimentoClienti>()},
+        {QStringLiteral("actRicercaClienti"), KRVWindow<TKRVRicercaClienti>()},
+        {QStringLiteral("actModSelezionaCliente"), KRVSelectionDialog<TKRVModSelezionaCliente>()},
+        {QStringLiteral("actInserimentoArticoli"), KRVWindow<TKRVInserimentoArticoli>()},
+        {QStringLiteral("actRicercaArticoli"), KRVWindow<TKRVRicercaArticoli>()},
+        {QStringLiteral("actModSelezionaArticolo"), KRVSelectionDialog<TKRVModSelezionaArticolo>()},
+        {QStringLiteral("actInserimentoServizi"), KRVWindow<TKRVInserimentoServizi>()},
+        {QStringLiteral("actRicercaServizi"), KRVWindow<TKRVRicercaServizi>()},
+        {QStringLiteral("actModSelezionaServizio"), KRVSelectionDialog<TKRVModSelezionaServizio>()},
+    };
     return classes;
 }

@@ -1,0 +1,9 @@
+#include "uKRVInserimentoServizi.h"
+
+TKRVInserimentoServizi::TKRVInserimentoServizi(TKRVMain &main)
+    : TKRVInserimentoCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Inserimento / Modifica servizi"),
+                              QSize(800, 600), 150)
+{
+    setObjectName(QStringLiteral("KRVInserimentoServizi"));
+    FormCreate();
+}
