@@ -41,10 +41,16 @@ void TQ3Dataset::Open()
         query.bindValue(it.key(), it.value());
     if (!query.exec())
         throw EQ3Exception(SqlErrorText(query.lastError()));
+    // The row description is read once: asking the driver for it per row costs
+    // a metadata query per column.
     m_layout = query.record();
     m_rows.clear();
-    while (query.next())
-        m_rows.append(query.record());
+    while (query.next()) {
+        QSqlRecord row = m_layout;
+        for (int i = 0; i < row.count(); ++i)
+            row.setValue(i, query.value(i));
+        m_rows.append(row);
+    }
     m_state = TState::Browse;
     First();
 }

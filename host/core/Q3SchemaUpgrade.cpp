@@ -40,10 +40,13 @@ QString TQ3SchemaUpgrade::RecordedVersion(const QString &key, bool *found)
     QSqlQuery query = OpenQuery(m_db, sql);
     *found = false;
     QString version;
+    const QSqlRecord layout = query.record();
+    const int tabella = FieldIndex(layout, QStringLiteral("TABELLA"));
+    const int versione = FieldIndex(layout, QStringLiteral("VERSIONE"));
     while (query.next()) {
-        if (query.value(QStringLiteral("TABELLA")).toString() == key) {
+        if (query.value(tabella).toString() == key) {
             *found = true;
-            version = query.value(QStringLiteral("VERSIONE")).toString();
+            version = query.value(versione).toString();
             break;
         }
     }

@@ -44,6 +44,14 @@ QVariant QueryScalar(const QSqlDatabase &db, const QString &sql)
     return query.next() ? query.value(0) : QVariant();
 }
 
+int FieldIndex(const QSqlRecord &layout, const QString &field)
+{
+    const int index = layout.indexOf(field);
+    if (index < 0)
+        throw EQ3Exception(QStringLiteral("Campo \"%1\" non trovato.").arg(field));
+    return index;
+}
+
 TQ3Transaction::TQ3Transaction(QSqlDatabase db) : m_db(std::move(db))
 {
     if (!m_db.transaction())

@@ -4,6 +4,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QString>
 #include <QVariant>
 
@@ -19,6 +20,13 @@ Q3_EXPORT QSqlQuery OpenQuery(const QSqlDatabase &db, const QString &sql);
 
 // The first column of the first row, or an invalid variant when there is none.
 Q3_EXPORT QVariant QueryScalar(const QSqlDatabase &db, const QString &sql);
+
+// The position of a column in a query's row description (query.record()).
+// Take the description once per query, never per row or per value: the
+// Firebird driver builds it again, with a metadata query per column, at every
+// record() and every lookup by name (value(name)).
+// Raises EQ3Exception for an unknown column.
+Q3_EXPORT int FieldIndex(const QSqlRecord &layout, const QString &field);
 
 // The database's own text for a failed query or connection.
 Q3_EXPORT QString SqlErrorText(const QSqlError &error);

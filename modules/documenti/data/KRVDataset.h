@@ -6,17 +6,18 @@
 #include "Q3Sql.h"
 
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QString>
 
-// Runs the query and, when it is not empty, hands its first row to read.
-// Answers whether there was a row.
+// Runs the query and, when it is not empty, hands its first row, with its
+// values, to read. Answers whether there was a row.
 template <typename Read>
 bool KRVReadFirstRow(const QString &sql, Read &&read)
 {
     QSqlQuery dataset = OpenQuery(KRVModuleDatabase(), sql);
     if (!dataset.next())
         return false;
-    read(dataset);
+    read(static_cast<const QSqlRecord &>(dataset.record()));
     return true;
 }
 

@@ -3,7 +3,7 @@
 #include "KRVDataset.h"
 #include "KRVErrors.h"
 
-#include <QSqlQuery>
+#include <QSqlRecord>
 
 namespace {
 
@@ -12,17 +12,17 @@ QString Id(int id)
     return QString::number(id);
 }
 
-QString Text(const QSqlQuery &row, const char *column)
+QString Text(const QSqlRecord &row, const char *column)
 {
     return row.value(QLatin1String(column)).toString();
 }
 
-int Int(const QSqlQuery &row, const char *column)
+int Int(const QSqlRecord &row, const char *column)
 {
     return row.value(QLatin1String(column)).toInt();
 }
 
-double Number(const QSqlQuery &row, const char *column)
+double Number(const QSqlRecord &row, const char *column)
 {
     return row.value(QLatin1String(column)).toDouble();
 }
@@ -31,14 +31,14 @@ double Number(const QSqlQuery &row, const char *column)
 QString LookupText(const QString &sql, const char *column)
 {
     QString text;
-    KRVReadFirstRow(sql, [&](const QSqlQuery &row) { text = Text(row, column); });
+    KRVReadFirstRow(sql, [&](const QSqlRecord &row) { text = Text(row, column); });
     return text;
 }
 
 TCliente LookupCliente(const QString &sql)
 {
     TCliente cliente;
-    KRVReadFirstRow(sql, [&](const QSqlQuery &row) {
+    KRVReadFirstRow(sql, [&](const QSqlRecord &row) {
         cliente.IDCLIENTE = Int(row, "IDCLIENTE");
         cliente.CODICE = Text(row, "CODICE");
         cliente.RAGIONESOCIALE = Text(row, "RAGIONESOCIALE");
@@ -72,7 +72,7 @@ QString UpperQuoted(const QString &value)
 TAliquotaIVA GetAliquotaIVA(int id)
 {
     TAliquotaIVA aliquota;
-    KRVReadFirstRow(QStringLiteral("SELECT * FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=") + Id(id), [&](const QSqlQuery &row) {
+    KRVReadFirstRow(QStringLiteral("SELECT * FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=") + Id(id), [&](const QSqlRecord &row) {
         aliquota.IDALIQUOTA_IVA = Int(row, "IDALIQUOTA_IVA");
         aliquota.CODICE = Text(row, "CODICE");
         aliquota.DESCRIZIONE = Text(row, "DESCRIZIONE");
@@ -106,7 +106,7 @@ TCliente GetCliente(const QString &codice)
 TServizio GetServizio(int id)
 {
     TServizio servizio;
-    KRVReadFirstRow(QStringLiteral("SELECT * FROM SERVIZI WHERE IDSERVIZIO=") + Id(id), [&](const QSqlQuery &row) {
+    KRVReadFirstRow(QStringLiteral("SELECT * FROM SERVIZI WHERE IDSERVIZIO=") + Id(id), [&](const QSqlRecord &row) {
         servizio.IDSERVIZIO = Int(row, "IDSERVIZIO");
         servizio.CODICE = Text(row, "CODICE");
         servizio.DESCRIZIONE = Text(row, "DESCRIZIONE");
@@ -124,7 +124,7 @@ TArticolo GetArticolo(int id)
 {
     return KRVWrapped("GetArticolo", [&] {
         TArticolo articolo;
-        KRVReadFirstRow(QStringLiteral("SELECT * FROM ANA_MAGA WHERE IDANA_MAGA =") + Id(id), [&](const QSqlQuery &row) {
+        KRVReadFirstRow(QStringLiteral("SELECT * FROM ANA_MAGA WHERE IDANA_MAGA =") + Id(id), [&](const QSqlRecord &row) {
             articolo.IDANA_MAGA = Int(row, "IDANA_MAGA");
             articolo.CODICE = Text(row, "CODICE");
             articolo.DESCRIZIONE = Text(row, "DESCRIZIONE");

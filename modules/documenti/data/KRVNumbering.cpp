@@ -25,9 +25,10 @@ int NextNumero(const QString &maxSql)
     QSqlQuery dataset = OpenQuery(KRVModuleDatabase(), maxSql);
     if (!dataset.next())
         return next;
-    next = dataset.value(QStringLiteral("NUMERO")).toInt() + 1;
+    const int column = FieldIndex(dataset.record(), QStringLiteral("NUMERO"));
+    next = dataset.value(column).toInt() + 1;
     do {
-        const QVariant numero = dataset.value(QStringLiteral("NUMERO"));
+        const QVariant numero = dataset.value(column);
         if (!numero.isNull() && numero.toInt() > next - 1)
             next = numero.toInt() + 1;
     } while (dataset.next());

@@ -4,12 +4,13 @@
 #include "Q3Exception.h"
 
 #include <QSqlQuery>
+#include <QSqlRecord>
 
 bool GetOptionValue(const QString &option, QVariant &value)
 {
     try {
         return KRVReadFirstRow(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option),
-                               [&](const QSqlQuery &row) { value = row.value(QStringLiteral("VALORE")); });
+                               [&](const QSqlRecord &row) { value = row.value(QStringLiteral("VALORE")); });
     } catch (const std::exception &) {
         return false;
     }

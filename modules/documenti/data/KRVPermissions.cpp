@@ -15,8 +15,9 @@ bool UserHasAbilitazione(const QString &abilitazione, const QString &userName, c
         QSqlQuery query = OpenQuery(connection, sql);
         QStringList granted;
         // A role whose permission link is missing gives a row of nulls: it grants nothing.
+        const int column = FieldIndex(query.record(), QStringLiteral("ABILITAZIONE_UTENTE"));
         while (query.next()) {
-            const QVariant abilitazioneUtente = query.value(QStringLiteral("ABILITAZIONE_UTENTE"));
+            const QVariant abilitazioneUtente = query.value(column);
             if (!abilitazioneUtente.isNull())
                 granted << abilitazioneUtente.toString();
         }

@@ -1,5 +1,6 @@
 #include "uKRVGrigliaRisultati.h"
 
+#include "Q3Sql.h"
 #include "Q3Utils.h"
 
 #include <QHeaderView>
@@ -118,14 +119,20 @@ void TKRVGrigliaRisultati::Svuota()
 
 void TKRVGrigliaRisultati::Carica(QSqlQuery &query)
 {
+    const QSqlRecord layout = query.record();
+    QList<int> fields;
+    for (const TKRVColonna &definition : std::as_const(m_columns))
+        fields << FieldIndex(layout, definition.Field);
+    setUpdatesEnabled(false);
     while (query.next()) {
         const int row = rowCount();
         insertRow(row);
         for (int column = 0; column < m_columns.size(); ++column) {
-            const TKRVColonna &definition = m_columns.at(column);
-            setItem(row, column, new TKRVCella(StoredText(query.value(definition.Field), definition.Tipo), definition.Tipo));
+            const TKRVTipoColonna tipo = m_columns.at(column).Tipo;
+            setItem(row, column, new TKRVCella(StoredText(query.value(fields.at(column)), tipo), tipo));
         }
     }
+    setUpdatesEnabled(true);
     if (rowCount() > 0)
         selectRow(0);
 }
