@@ -53,8 +53,8 @@ TQ3MainForm::TQ3MainForm(QWidget *parent)
 
     m_userLabel->setObjectName(QStringLiteral("lblUtente"));
     m_databaseLabel->setObjectName(QStringLiteral("lblDatabase"));
-    statusBar()->addWidget(m_userLabel);
-    statusBar()->addWidget(m_databaseLabel, 1);
+    statusBar()->addPermanentWidget(m_userLabel);
+    statusBar()->addPermanentWidget(m_databaseLabel);
 
     resize(1200, 800);
     mainForm = this;

@@ -8,6 +8,7 @@
 #include "Q3Sql.h"
 #include "Q3TreeUtils.h"
 #include "Q3Utils.h"
+#include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVMain.h"
 
@@ -120,20 +121,14 @@ TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(TKRVMain &main, const TKRVC
 QAction *TKRVGestioneCategorieBase::AddAction(const QString &name, const QString &caption, int image,
                                               void (TKRVGestioneCategorieBase::*handler)())
 {
-    auto action = new QAction(KRVImage(image), caption, this);
-    action->setObjectName(name);
+    QAction *action = KRVCreaAzione(this, name, caption, image, [this, handler] { (this->*handler)(); });
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(action, &QAction::triggered, this, [this, handler] { Q3Guarded([&] { (this->*handler)(); }); });
-    addAction(action);
     return action;
 }
 
 void TKRVGestioneCategorieBase::CreateToolBar()
 {
-    m_tBarCategorie = new QToolBar(this);
-    m_tBarCategorie->setObjectName(QStringLiteral("tBarCategorie"));
-    m_tBarCategorie->setIconSize(QSize(24, 24));
-    m_tBarCategorie->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    m_tBarCategorie = KRVCreaToolBar(this, QStringLiteral("tBarCategorie"));
     const struct { QAction *action; const char *hint; } buttons[] = {
         {m_actChiudi, "Chiudi"},
         {m_actNuovaCategoria, "Nuova categoria"},
