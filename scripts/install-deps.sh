@@ -6,7 +6,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6opengl6-dev libqt6openglwidgets6 libqt6sql6-ibase qt6-translations-l10n libgl-dev
   firebird3.0-server-core firebird3.0-utils libfbclient2 firebird-dev
   libsodium-dev
-  xvfb xauth poppler-utils fonts-dejavu-core
+  xvfb xauth poppler-utils fonts-dejavu-core tango-icon-theme
 )
 if [ "${1:-}" = "--with-server" ]; then
   packages+=(firebird3.0-server)

@@ -13,6 +13,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QIcon>
 #include <QLocale>
 #include <QPluginLoader>
 #include <QStandardPaths>
@@ -206,6 +207,7 @@ int RunQuillo3(int argc, char **argv)
     }
 
     InstallQ3WidgetServices();
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("x-office-document")));
     std::unique_ptr<TQ3StderrResponder> stderrResponder;
     if (options.Headless) {
         stderrResponder = std::make_unique<TQ3StderrResponder>();

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -72,6 +73,9 @@ void RestoreBusy()
 
 void InstallQ3WidgetServices()
 {
+    // Without a desktop's own icon theme, the application's icons come from Tango.
+    if (QIcon::themeName().isEmpty() || QIcon::themeName() == QLatin1String("hicolor"))
+        QIcon::setThemeName(QStringLiteral("Tango"));
     SetQ3MessagePresenter(&ShowDialog);
     SetQ3BusyCursorHooks(&ShowBusy, &RestoreBusy);
 }

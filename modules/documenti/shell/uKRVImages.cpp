@@ -3,34 +3,48 @@
 #include <QApplication>
 #include <QStyle>
 
-QIcon KRVImage(int index)
+namespace {
+
+struct TKRVImageSource
 {
-    QStyle *style = QApplication::style();
-    QStyle::StandardPixmap pixmap = QStyle::SP_FileIcon;
+    const char *ThemeName;                 // the freedesktop icon name
+    QStyle::StandardPixmap Fallback;       // when no icon theme has it
+};
+
+TKRVImageSource Source(int index)
+{
     switch (index) {
-    case KRVImgNuovo: pixmap = QStyle::SP_FileIcon; break;
-    case KRVImgElimina: pixmap = QStyle::SP_TrashIcon; break;
-    case KRVImgSalva: pixmap = QStyle::SP_DialogSaveButton; break;
-    case KRVImgChiudi: pixmap = QStyle::SP_DialogCloseButton; break;
-    case KRVImgCerca: pixmap = QStyle::SP_FileDialogContentsView; break;
-    case KRVImgRipristina: pixmap = QStyle::SP_BrowserReload; break;
-    case KRVImgModifica: pixmap = QStyle::SP_FileDialogDetailedView; break;
-    case KRVImgStampa: pixmap = QStyle::SP_DesktopIcon; break;
-    case KRVImgOK: pixmap = QStyle::SP_DialogApplyButton; break;
-    case KRVImgAnnulla: pixmap = QStyle::SP_DialogCancelButton; break;
-    case KRVImgFatture: pixmap = QStyle::SP_FileDialogListView; break;
-    case KRVImgClienti: pixmap = QStyle::SP_DirHomeIcon; break;
-    case KRVImgArticoli: pixmap = QStyle::SP_DriveHDIcon; break;
-    case KRVImgServizi: pixmap = QStyle::SP_ComputerIcon; break;
-    case KRVImgTabelle: pixmap = QStyle::SP_FileDialogInfoView; break;
-    case KRVImgStatistiche: pixmap = QStyle::SP_FileDialogDetailedView; break;
-    case KRVImgPaginaPrima: pixmap = QStyle::SP_MediaSkipBackward; break;
-    case KRVImgPaginaPrecedente: pixmap = QStyle::SP_MediaSeekBackward; break;
-    case KRVImgPaginaSuccessiva: pixmap = QStyle::SP_MediaSeekForward; break;
-    case KRVImgPaginaUltima: pixmap = QStyle::SP_MediaSkipForward; break;
-    case KRVImgFolderClosed: pixmap = QStyle::SP_DirClosedIcon; break;
-    case KRVImgFolderOpen: pixmap = QStyle::SP_DirOpenIcon; break;
+    case KRVImgNuovo: return {"document-new", QStyle::SP_FileIcon};
+    case KRVImgElimina: return {"edit-delete", QStyle::SP_TrashIcon};
+    case KRVImgSalva: return {"document-save", QStyle::SP_DialogSaveButton};
+    case KRVImgChiudi: return {"system-log-out", QStyle::SP_DialogCloseButton};
+    case KRVImgCerca: return {"edit-find", QStyle::SP_FileDialogContentsView};
+    case KRVImgRipristina: return {"edit-clear", QStyle::SP_BrowserReload};
+    case KRVImgModifica: return {"document-properties", QStyle::SP_FileDialogDetailedView};
+    case KRVImgStampa: return {"document-print", QStyle::SP_DesktopIcon};
+    case KRVImgOK: return {"dialog-ok", QStyle::SP_DialogApplyButton};
+    case KRVImgAnnulla: return {"process-stop", QStyle::SP_DialogCancelButton};
+    case KRVImgFatture: return {"x-office-document", QStyle::SP_FileDialogListView};
+    case KRVImgClienti: return {"system-users", QStyle::SP_DirHomeIcon};
+    case KRVImgArticoli: return {"package-x-generic", QStyle::SP_DriveHDIcon};
+    case KRVImgServizi: return {"preferences-system", QStyle::SP_ComputerIcon};
+    case KRVImgTabelle: return {"x-office-spreadsheet", QStyle::SP_FileDialogInfoView};
+    case KRVImgStatistiche: return {"x-office-presentation", QStyle::SP_FileDialogDetailedView};
+    case KRVImgPaginaPrima: return {"go-first", QStyle::SP_MediaSkipBackward};
+    case KRVImgPaginaPrecedente: return {"go-previous", QStyle::SP_MediaSeekBackward};
+    case KRVImgPaginaSuccessiva: return {"go-next", QStyle::SP_MediaSeekForward};
+    case KRVImgPaginaUltima: return {"go-last", QStyle::SP_MediaSkipForward};
+    case KRVImgFolderClosed: return {"folder", QStyle::SP_DirClosedIcon};
+    case KRVImgFolderOpen: return {"folder-open", QStyle::SP_DirOpenIcon};
     default: break;
     }
-    return style->standardIcon(pixmap);
+    return {"text-x-generic", QStyle::SP_FileIcon};
+}
+
+} // namespace
+
+QIcon KRVImage(int index)
+{
+    const TKRVImageSource source = Source(index);
+    return QIcon::fromTheme(QString::fromLatin1(source.ThemeName), QApplication::style()->standardIcon(source.Fallback));
 }
