@@ -6,6 +6,8 @@
 #include "Q3Sql.h"
 #include "uKRVMainForms.h"
 
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QSqlQuery>
 #include <QToolBar>
@@ -47,6 +49,7 @@ private slots:
     void reportProjectIsOpened();
     void statisticsPermissions();
     void namedRequestsIgnoreWrongShapes();
+    void runningAnActionTwiceShowsOneWindow();
 };
 
 void TestKRVMain::loadingTwiceRegistersOnce()
@@ -217,6 +220,26 @@ void TestKRVMain::namedRequestsIgnoreWrongShapes()
     module.Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da d.d.t."), {1}, 0);
     QVERIFY(responder.Messages().isEmpty());
     QVERIFY(!module.Main->Form(QStringLiteral("actInserimentoFattureVendita")));
+}
+
+void TestKRVMain::runningAnActionTwiceShowsOneWindow()
+{
+    TKRVTestModule module;
+    module.MainForm->show();
+    module.Main->Run(QStringLiteral("actRicercaClienti"));
+    QWidget *first = module.Main->Form(QStringLiteral("actRicercaClienti"));
+    QVERIFY(first);
+    module.Main->Run(QStringLiteral("actRicercaClienti"));
+    QCOMPARE(module.Main->Form(QStringLiteral("actRicercaClienti")), first);
+    QCOMPARE(module.MainForm->MdiArea()->subWindowList().size(), 1);
+    QCOMPARE(module.MainForm->MdiArea()->activeSubWindow()->widget(), first);
+    // Closing the window frees it; the next run makes a new one.
+    CloseQ3ChildForm(first);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!module.Main->Form(QStringLiteral("actRicercaClienti")));
+    module.Main->Run(QStringLiteral("actRicercaClienti"));
+    QVERIFY(module.Main->Form(QStringLiteral("actRicercaClienti")));
+    QCOMPARE(module.MainForm->MdiArea()->subWindowList().size(), 1);
 }
 
 QTEST_MAIN(TestKRVMain)
