@@ -41,27 +41,24 @@ bool Q3VerifyPassword(const QString &hash, const QString &password)
 
 TQ3Users::TQ3Users(QSqlDatabase db) : m_db(std::move(db)) {}
 
-QString TQ3Users::StoredHash(const QString &userName, bool *found) const
+TQ3Users::TStoredUser TQ3Users::Stored(const QString &userName) const
 {
     QSqlQuery query = OpenQuery(m_db, QStringLiteral("SELECT USER_NAME, PASSWORD_HASH FROM UTENTI "
                                                      "WHERE UPPER(USER_NAME) = %1 AND ATTIVO = 'True'")
                                           .arg(QuotedStr(userName.toUpper())));
-    *found = query.next();
-    return *found ? query.value(1).toString() : QString();
-}
-
-QString TQ3Users::StoredName(const QString &userName) const
-{
-    QSqlQuery query = OpenQuery(m_db, QStringLiteral("SELECT USER_NAME FROM UTENTI WHERE UPPER(USER_NAME) = %1 AND ATTIVO = 'True'")
-                                          .arg(QuotedStr(userName.toUpper())));
-    return query.next() ? query.value(0).toString() : QString();
+    TStoredUser user;
+    user.Found = query.next();
+    if (user.Found) {
+        user.Name = query.value(0).toString();
+        user.Hash = query.value(1).toString();
+    }
+    return user;
 }
 
 bool TQ3Users::NeedsPassword(const QString &userName) const
 {
-    bool found = false;
-    const QString hash = StoredHash(userName, &found);
-    return found && hash.isEmpty();
+    const TStoredUser user = Stored(userName);
+    return user.Found && user.Hash.isEmpty();
 }
 
 void TQ3Users::SetPassword(const QString &userName, const QString &password)
@@ -74,11 +71,8 @@ void TQ3Users::SetPassword(const QString &userName, const QString &password)
 
 QString TQ3Users::Login(const QString &userName, const QString &password) const
 {
-    bool found = false;
-    const QString hash = StoredHash(userName, &found);
-    if (!found || !Q3VerifyPassword(hash, password))
-        return {};
-    return StoredName(userName);
+    const TStoredUser user = Stored(userName);
+    return user.Found && Q3VerifyPassword(user.Hash, password) ? user.Name : QString();
 }
 
 int TQ3LoginThrottle::DelaySeconds() const

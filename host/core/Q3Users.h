@@ -18,8 +18,6 @@ class Q3_EXPORT TQ3Users
 public:
     explicit TQ3Users(QSqlDatabase db);
 
-    // The name as stored, or empty when no active user has it.
-    QString StoredName(const QString &userName) const;
     // True when the user exists but has never been given a password.
     bool NeedsPassword(const QString &userName) const;
     // Stores the hash of a new password; raises EQ3Exception when it is too short.
@@ -28,7 +26,14 @@ public:
     QString Login(const QString &userName, const QString &password) const;
 
 private:
-    QString StoredHash(const QString &userName, bool *found) const;
+    // The active user's row: the name as stored and the password hash.
+    struct TStoredUser
+    {
+        bool Found = false;
+        QString Name;
+        QString Hash;
+    };
+    TStoredUser Stored(const QString &userName) const;
     QSqlDatabase m_db;
 };
 
