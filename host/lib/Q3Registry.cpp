@@ -78,7 +78,10 @@ void SetRichHint(QWidget *button, const QString &title, const QString &note)
 {
     button->setProperty(HintTitleProperty, title);
     button->setProperty(HintNoteProperty, note);
-    button->setToolTip(QStringLiteral("<b>%1</b><br>%2").arg(title.toHtmlEscaped(), note.toHtmlEscaped()));
+    // The note's lines stay lines in the tooltip.
+    QString html = note.toHtmlEscaped();
+    html.replace(QLatin1Char('\n'), QStringLiteral("<br>"));
+    button->setToolTip(QStringLiteral("<b>%1</b><br>%2").arg(title.toHtmlEscaped(), html));
     button->setStatusTip(note);
 }
 

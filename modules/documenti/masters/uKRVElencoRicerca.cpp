@@ -60,7 +60,8 @@ QString TKRVElencoRicerca::ClausolaFiltri() const
         if (text.isEmpty())
             continue;
         const TKRVFiltro &filtro = m_info.Filters.at(i);
-        AggiungiCondizione(where, filtro.Condition + QuotedStr(filtro.UpperCase ? text.toUpper() : text));
+        AggiungiCondizione(where,
+                           filtro.Condition + QuotedStr(filtro.UpperCase ? text.toUpper() : text) + filtro.Closing);
     }
     return where;
 }

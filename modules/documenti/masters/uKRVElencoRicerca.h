@@ -17,6 +17,7 @@ struct TKRVFiltro
     QString Name;
     QString Label;
     QString Condition;      // "UM CONTAINING "
+    QString Closing{};     // after the quoted text, when the condition opens brackets
     bool UpperCase = false; // the text is quoted in capitals
     bool EnterSearches = true;
 };

@@ -1,5 +1,10 @@
 #include "uKRVFormKit.h"
 
+#include "KRVPermissions.h"
+#include "KRVSession.h"
+#include "Q3Messages.h"
+#include "Q3Users.h"
+
 #include "Q3Guards.h"
 #include "uKRVImages.h"
 
@@ -69,4 +74,12 @@ QLineEdit *KRVCampoTesto(const QString &name, int maxLength, bool upperCase)
         edit->setValidator(new TKRVUpperCaseValidator(edit));
     edit->setFixedWidth(FieldWidth(edit, maxLength));
     return edit;
+}
+
+bool KRVVerificaPermesso(const QString &permesso)
+{
+    if (permesso.isEmpty() || UserHasAbilitazione(permesso, GetQ3CurrentUserName(), KRVModuleDatabase()))
+        return true;
+    Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(KRVMsgDirittiInsufficienti), TQ3MsgIcon::Warning);
+    return false;
 }

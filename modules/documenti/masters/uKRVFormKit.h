@@ -26,3 +26,7 @@ QLabel *KRVEtichetta(const QString &caption, QWidget *field);
 // A text input of at most maxLength characters (0: no limit), typed in upper
 // case when asked.
 QLineEdit *KRVCampoTesto(const QString &name, int maxLength = 0, bool upperCase = false);
+
+// Whether the current user holds the right (an empty name needs none); when
+// not, says so ("Attenzione") and answers false.
+bool KRVVerificaPermesso(const QString &permesso);

@@ -3,6 +3,7 @@
 #include "Q3Sql.h"
 #include "Q3Utils.h"
 
+#include <QDate>
 #include <QHeaderView>
 
 namespace {
@@ -18,7 +19,7 @@ public:
     {
         setData(StoredRole, stored);
         setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        const bool numeric = tipo != TKRVTipoColonna::Testo;
+        const bool numeric = tipo != TKRVTipoColonna::Testo && tipo != TKRVTipoColonna::Data;
         setTextAlignment((numeric ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
 
@@ -32,6 +33,8 @@ public:
             return FormatCurrency(stored.toDouble());
         case TKRVTipoColonna::Percentuale:
             return FormatNumber(stored.toDouble(), 2) + QStringLiteral(" %");
+        case TKRVTipoColonna::Data:
+            return QDate::fromString(stored, Qt::ISODate).toString(QStringLiteral("dd/MM/yyyy"));
         case TKRVTipoColonna::Intero:
         case TKRVTipoColonna::Testo:
             break;
@@ -44,6 +47,8 @@ public:
         const auto &cella = static_cast<const TKRVCella &>(other);
         if (m_tipo == TKRVTipoColonna::Testo)
             return Stored().localeAwareCompare(cella.Stored()) < 0;
+        if (m_tipo == TKRVTipoColonna::Data)
+            return Stored() < cella.Stored();
         return Stored().toDouble() < cella.Stored().toDouble();
     }
 
@@ -61,6 +66,8 @@ QString StoredText(const QVariant &value, TKRVTipoColonna tipo)
     case TKRVTipoColonna::Importo:
     case TKRVTipoColonna::Percentuale:
         return QString::asprintf("%.2f", value.toDouble());
+    case TKRVTipoColonna::Data:
+        return value.toDate().toString(Qt::ISODate);
     case TKRVTipoColonna::Testo:
         break;
     }

@@ -6,7 +6,7 @@
 #include <QTableWidget>
 
 // How a results column shows its value.
-enum class TKRVTipoColonna { Intero, Testo, Importo, Percentuale };
+enum class TKRVTipoColonna { Intero, Testo, Importo, Percentuale, Data };
 
 // A results column: title, width in pixels (0: hidden), the query column it
 // shows and how.

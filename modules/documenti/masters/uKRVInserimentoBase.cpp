@@ -164,7 +164,7 @@ void TKRVInserimentoBase::NuovoRecord()
         ClearFields();
         SetNewRecord(true);
         SetModified(false);
-        SetIdRecord(-1);
+        SetIdRecord(m_info.IdNuovoRecord);
     });
 }
 
@@ -174,14 +174,9 @@ int TKRVInserimentoBase::ApriRecord(int id)
     Q3Guarded([&] {
         if (m_modified && !Q3AskYesNo(MsgModificheNonSalvate()))
             return;
-        TQ3Dataset *dataset = Dataset();
-        dataset->Close();
-        dataset->SetParamValue(m_info.KeyField, id);
-        dataset->Open();
-        if (dataset->IsEmpty())
+        if (!LeggiRecord(id))
             return;
         SetIdRecord(id);
-        FillFields(*dataset);
         SetModified(false);
         SetNewRecord(false);
         result = 0;
@@ -189,13 +184,29 @@ int TKRVInserimentoBase::ApriRecord(int id)
     return result;
 }
 
+bool TKRVInserimentoBase::LeggiRecord(int id)
+{
+    TQ3Dataset *dataset = Dataset();
+    dataset->Close();
+    dataset->SetParamValue(m_info.KeyField, id);
+    dataset->Open();
+    if (dataset->IsEmpty())
+        return false;
+    FillFields(*dataset);
+    return true;
+}
+
 void TKRVInserimentoBase::SalvaRecord()
 {
+    if (!KRVVerificaPermesso(m_info.PermessoModifica))
+        return;
     const QString problem = ValidationError();
     if (!problem.isEmpty()) {
         Q3MessageBox(QStringLiteral("Attenzione"), problem, m_info.CheckIcon);
         return;
     }
+    if (!ConfermaSalvataggio())
+        return;
     try {
         ScriviRecord();
     } catch (const std::exception &) {
@@ -268,6 +279,8 @@ bool TKRVInserimentoBase::ConsentiChiusura()
 
 void TKRVInserimentoBase::actNuovoExecute()
 {
+    if (!KRVVerificaPermesso(m_info.PermessoModifica))
+        return;
     if (m_modified && !Q3AskYesNo(MsgModificheNonSalvate()))
         return;
     NuovoRecord();
@@ -275,6 +288,8 @@ void TKRVInserimentoBase::actNuovoExecute()
 
 void TKRVInserimentoBase::actEliminaExecute()
 {
+    if (!KRVVerificaPermesso(m_info.PermessoEliminazione))
+        return;
     if (!CanDeleteRecord()) {
         Q3ShowWarning(m_info.DeleteRefused);
         return;

@@ -30,6 +30,10 @@ struct TKRVInserimentoInfo
     bool (*CanDelete)(int id) = nullptr;
     bool (*Delete)(int id, bool ask) = nullptr;
     QString DeleteRefused;
+    // Rights asked before creating or saving, and before deleting (none when empty).
+    QString PermessoModifica{};
+    QString PermessoEliminazione{};
+    int IdNuovoRecord = -1;  // the key a new record shows until saved
 };
 
 // The editor window of a master table: toolbar "Nuovo", "Elimina", "Salva",
@@ -57,10 +61,10 @@ public:
     void DataChanged();
 
     // A blank new record.
-    Q_INVOKABLE void NuovoRecord();
+    void NuovoRecord();
     // Shows the row with that key: 0 when shown, -1 when not (the user kept
     // the unsaved changes, or no row has the key).
-    Q_INVOKABLE int ApriRecord(int id);
+    int ApriRecord(int id);
     // Checks and writes the record.
     void SalvaRecord();
 
@@ -95,10 +99,18 @@ protected:
     void AggiornaRicerca();
 
     virtual void ClearFields() = 0;
-    virtual void FillFields(const TQ3Dataset &dataset) = 0;
-    virtual void WriteFields(TQ3Dataset &dataset) = 0;
+    // The row's columns into the fields and back, for the plain reading and writing.
+    virtual void FillFields(const TQ3Dataset &) {}
+    virtual void WriteFields(TQ3Dataset &) {}
     // The message of the first failed save check, or an empty text.
     virtual QString ValidationError() = 0;
+    // The last word before writing, once every check passed.
+    virtual bool ConfermaSalvataggio() { return true; }
+    // Reads the record into the fields; answers false, changing nothing, when it is gone.
+    virtual bool LeggiRecord(int id);
+    // Writes the record in one transaction; raises on failure, rolled back.
+    virtual void ScriviRecord();
+
     virtual bool CanDeleteRecord();
     // Deletes the record; answers false when it stays.
     virtual bool DeleteRecord();
@@ -118,8 +130,6 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void ScriviRecord();
-
     TKRVMain &m_main;
     TKRVInserimentoInfo m_info;
     QFormLayout *m_campi;

@@ -5,6 +5,7 @@
 #include "Q3Messages.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
+#include "uKRVInserimentoBase.h"
 #include "uKRVMain.h"
 
 #include <QVBoxLayout>
@@ -81,14 +82,15 @@ void TKRVRicercaBase::RidimensionaGriglia()
 
 void TKRVRicercaBase::ApriSelezionato()
 {
+    if (!KRVVerificaPermesso(m_info.PermessoApertura))
+        return;
     const int id = m_elenco->Griglia()->ChiaveSelezionata();
     if (id < 0)
         return;
     m_main.Run(m_info.EditorAction);
     // The editor asks about its own unsaved changes; what it answers is its business.
-    int opened = -1;
-    if (QWidget *editor = m_main.Form(m_info.EditorAction))
-        QMetaObject::invokeMethod(editor, "ApriRecord", Q_RETURN_ARG(int, opened), Q_ARG(int, id));
+    if (auto editor = m_main.FormAs<TKRVInserimentoBase>(m_info.EditorAction))
+        editor->ApriRecord(id);
 }
 
 void TKRVRicercaBase::actCercaExecute()
@@ -103,11 +105,13 @@ void TKRVRicercaBase::actRipristinaExecute()
 
 void TKRVRicercaBase::actEliminaExecute()
 {
+    if (!KRVVerificaPermesso(m_info.PermessoEliminazione))
+        return;
     const int id = m_elenco->Griglia()->ChiaveSelezionata();
     if (id < 0)
         return;
     if (!m_info.CanDelete(id)) {
-        Q3ShowWarning(MsgDatiCorrelati());
+        Q3ShowWarning(m_info.DeleteRefused.isEmpty() ? MsgDatiCorrelati() : m_info.DeleteRefused);
         return;
     }
     if (m_info.Delete(id, true))
@@ -121,6 +125,8 @@ void TKRVRicercaBase::actModificaExecute()
 
 void TKRVRicercaBase::actNuovoExecute()
 {
+    if (!KRVVerificaPermesso(m_info.PermessoNuovo))
+        return;
     m_main.Run(m_info.EditorAction);
 }
 

@@ -17,6 +17,11 @@ struct TKRVRicercaInfo
     // Delete rule and delete service of a row known by its key.
     bool (*CanDelete)(int id) = nullptr;
     bool (*Delete)(int id, bool ask) = nullptr;
+    // Rights asked before opening a row, creating one and deleting one (none when empty).
+    QString PermessoApertura{};
+    QString PermessoNuovo{};
+    QString PermessoEliminazione{};
+    QString DeleteRefused{};  // when not the plain "Impossibile eliminare" message
 };
 
 // A search list of a master table: filters, the read-only results grid, and
@@ -46,6 +51,8 @@ protected:
     TKRVRicercaBase(TKRVMain &main, TKRVRicercaInfo info);
 
     TKRVElencoRicerca *Elenco() const { return m_elenco; }
+    TKRVMain &Main() const { return m_main; }
+    const TKRVRicercaInfo &Info() const { return m_info; }
 
     // Sizes the window, builds the empty grid and loads it the member's way;
     // the constructor of the concrete list calls it.
@@ -57,7 +64,7 @@ protected:
     virtual void actRipristinaExecute();
     virtual void actEliminaExecute();
     void actModificaExecute();
-    void actNuovoExecute();
+    virtual void actNuovoExecute();
     void actChiudiExecute();
     void GridRisultatiDblClickCell();
 

@@ -9,6 +9,7 @@
 #include "Q3Sql.h"
 #include "Q3Users.h"
 #include "uKRVImages.h"
+#include "uKRVInserimentoFattureVendita.h"
 #include "uKRVMainForms.h"
 #include "uKRVdmStampe.h"
 
@@ -337,14 +338,11 @@ int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
 
 int TKRVMain::ApriFatturaCiclica(const QVariantList &parameters)
 {
-    Run(QStringLiteral("actInserimentoFattureVendita"));
-    QWidget *editor = Form(QStringLiteral("actInserimentoFattureVendita"));
-    if (!editor)
-        return 0;
-    int opened = -1;
-    QMetaObject::invokeMethod(editor, "ApriRecord", Q_RETURN_ARG(int, opened), Q_ARG(int, parameters.first().toInt()));
-    if (opened == 0)
-        QMetaObject::invokeMethod(editor, "ImpostaFatturaCiclica");
+    const QString editorAction = QStringLiteral("actInserimentoFattureVendita");
+    Run(editorAction);
+    auto editor = FormAs<TKRVInserimentoFattureVendita>(editorAction);
+    if (editor && editor->ApriRecord(parameters.first().toInt()) == 0)
+        editor->ImpostaFatturaCiclica();
     return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "Q3Report.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QHash>
 #include <QMenu>
 #include <QMenuBar>
@@ -62,6 +63,16 @@ public:
 
     // Runs an action as a menu entry would.
     void Run(const QString &actionName);
+
+    // Shows the selection dialog that the action keeps; answers it when the
+    // user chose OK, null otherwise.
+    template <typename T>
+    T *Selezione(const QString &actionName)
+    {
+        Run(actionName);
+        T *dialog = FormAs<T>(actionName);
+        return dialog && dialog->exec() == QDialog::Accepted ? dialog : nullptr;
+    }
 
 private:
     void CreateActions();

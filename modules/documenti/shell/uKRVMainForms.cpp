@@ -5,6 +5,7 @@
 #include "uKRVInserimentoAliquoteIVA.h"
 #include "uKRVInserimentoArticoli.h"
 #include "uKRVInserimentoClienti.h"
+#include "uKRVInserimentoFattureVendita.h"
 #include "uKRVInserimentoServizi.h"
 #include "uKRVInserimentoTipiPagamento.h"
 #include "uKRVInserimentoUM.h"
@@ -18,6 +19,7 @@
 #include "uKRVRicercaAliquoteIva.h"
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
+#include "uKRVRicercaFattureVendita.h"
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
@@ -63,6 +65,8 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actInserimentoServizi"), KRVWindow<TKRVInserimentoServizi>()},
         {QStringLiteral("actRicercaServizi"), KRVWindow<TKRVRicercaServizi>()},
         {QStringLiteral("actModSelezionaServizio"), KRVSelectionDialog<TKRVModSelezionaServizio>()},
+        {QStringLiteral("actInserimentoFattureVendita"), KRVWindow<TKRVInserimentoFattureVendita>()},
+        {QStringLiteral("actRicercaFattureVendita"), KRVWindow<TKRVRicercaFattureVendita>()},
     };
     return classes;
 }

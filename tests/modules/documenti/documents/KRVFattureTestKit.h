@@ -1,0 +1,107 @@
+#pragma once
+
+// Driving the sales document windows as a user would: choices in the
+// selection dialogs, typing into the line grid, and users with only some rights.
+#include "../data/KRVServiceRows.h"
+#include "../masters/KRVMastersTestKit.h"
+#include "Q3Users.h"
+#include "uKRVGrigliaRisultati.h"
+#include "uKRVMain.h"
+
+#include <QAbstractItemDelegate>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTimer>
+
+namespace KRVTest {
+
+// When the selection dialog of the action opens, picks the row whose column
+// holds the text and presses "OK" (an empty text presses "Annulla").
+template <typename TDialog>
+void ChooseWhenShown(TKRVTestModule &module, QObject *context, const QString &action, int column, const QString &text)
+{
+    QTimer::singleShot(0, context, [&module, action, column, text] {
+        auto dialog = module.Main->FormAs<TDialog>(action);
+        if (!dialog || !dialog->isVisible())
+            return;
+        // The customers' dialog opens on the names beginning with A: the user asks for all.
+        if constexpr (requires { dialog->BarraRicercaButtonClick(QString()); })
+            dialog->BarraRicercaButtonClick(QStringLiteral("*"));
+        int row = text.isEmpty() ? -1 : RowOf(dialog->gridRisultati(), column, text);
+        // A dialog that keeps its last rows shows none before its first search.
+        if (row < 0 && !text.isEmpty()) {
+            Trigger(dialog, QStringLiteral("actCerca"));
+            row = RowOf(dialog->gridRisultati(), column, text);
+        }
+        if (row < 0) {
+            Trigger(dialog, QStringLiteral("actAnnulla"));
+            return;
+        }
+        SelectRow(dialog->gridRisultati(), row);
+        Trigger(dialog, QStringLiteral("actOK"));
+    });
+}
+
+// Types into a cell of a grid as the user does, and ends the edit.
+inline void EditCell(QTableView *grid, int row, int column, const QString &text)
+{
+    const QModelIndex cell = grid->model()->index(row, column);
+    grid->setCurrentIndex(cell);
+    grid->edit(cell);
+    QWidget *editor = grid->indexWidget(cell);
+    if (!editor)
+        editor = grid->viewport()->findChild<QWidget *>(QStringLiteral("memoDescrizione"));
+    if (!editor)
+        editor = grid->viewport()->findChild<QLineEdit *>();
+    QVERIFY2(editor, "no cell editor");
+    if (auto memo = qobject_cast<QPlainTextEdit *>(editor)) {
+        memo->selectAll();
+        QTest::keyClick(memo, Qt::Key_Delete);
+        const QStringList lines = text.split(QLatin1Char('\n'));
+        for (int i = 0; i < lines.size(); ++i) {
+            if (i > 0)
+                QTest::keyClick(memo, Qt::Key_Return);
+            QTest::keyClicks(memo, lines.at(i));
+        }
+    } else if (auto line = qobject_cast<QLineEdit *>(editor)) {
+        line->selectAll();
+        QTest::keyClicks(line, text);
+    }
+    QAbstractItemDelegate *delegate = grid->itemDelegateForIndex(cell);
+    emit delegate->commitData(editor);
+    emit delegate->closeEditor(editor);
+}
+
+// A user whose one role grants exactly these rights; it becomes the current user.
+inline void LoginWithRights(const TQ3TestDatabase &db, const QString &user, const QStringList &rights)
+{
+    const QString role = QStringLiteral("Ruolo ") + user;
+    db.Exec(QStringLiteral("INSERT INTO RUOLI_UTENTE VALUES (0, ") + QuotedStr(role) + QStringLiteral(")"));
+    db.Exec(QStringLiteral("INSERT INTO UTENTI_RUOLI (USER_NAME, IDRUOLO_UTENTE) SELECT ") + QuotedStr(user)
+            + QStringLiteral(", IDRUOLO_UTENTE FROM RUOLI_UTENTE WHERE RUOLO_UTENTE = ") + QuotedStr(role));
+    for (const QString &right : rights)
+        db.Exec(QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) SELECT "
+                               "R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A WHERE "
+                               "R.RUOLO_UTENTE = ")
+                + QuotedStr(role) + QStringLiteral(" AND A.ABILITAZIONE_UTENTE = ") + QuotedStr(right));
+    SetQ3CurrentUserName(user);
+}
+
+// A customer with all the data an invoice copies; answers its key.
+inline int InsertClienteCompleto(const TQ3TestDatabase &db, const QString &codice, const QString &ragioneSociale,
+                                 int idTipoPagamento, const QString &codiceFiscale, const QString &partitaIva)
+{
+    return KRVInsertRow(
+        db,
+        QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, "
+                       "CODICEFISCALE, PARTITAIVA, IDTIPO_PAGAMENTO, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL) VALUES (")
+            + QuotedStr(codice) + QStringLiteral(", ") + QuotedStr(ragioneSociale)
+            + QStringLiteral(", 'Via Roma 1', 'Modena', '41121', 'MO', 'Italia', ") + QuotedStr(codiceFiscale)
+            + QStringLiteral(", ") + QuotedStr(partitaIva) + QStringLiteral(", ") + QString::number(idTipoPagamento)
+            + QStringLiteral(", '059 111', '059 222', '', '059 333', 'info@esempio.it')"),
+        QStringLiteral("GN_IDCLIENTE"));
+}
+
+} // namespace KRVTest
