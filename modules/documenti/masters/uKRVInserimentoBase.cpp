@@ -178,8 +178,15 @@ int TKRVInserimentoBase::ApriRecord(int id)
         dataset->Close();
         dataset->SetParamValue(m_info.KeyField, id);
         dataset->Open();
-        if (dataset->IsEmpty())
+        if (dataset->IsEmpty()) {
+            // The window keeps its record: so does the dataset its save writes through.
+            dataset->Close();
+            if (!m_newRecord) {
+                dataset->SetParamValue(m_info.KeyField, m_idRecord);
+                dataset->Open();
+            }
             return;
+        }
         SetIdRecord(id);
         FillFields(*dataset);
         SetModified(false);
