@@ -2,7 +2,9 @@
 
 #include "Q3MainForm.h"
 
+#include <QAction>
 #include <QMainWindow>
+#include <QToolButton>
 
 namespace {
 
@@ -78,8 +80,14 @@ void SetRichHint(QWidget *button, const QString &title, const QString &note)
 {
     button->setProperty(HintTitleProperty, title);
     button->setProperty(HintNoteProperty, note);
-    button->setToolTip(QStringLiteral("<b>%1</b><br>%2").arg(title.toHtmlEscaped(), note.toHtmlEscaped()));
+    const QString tip = QStringLiteral("<b>%1</b><br>%2").arg(title.toHtmlEscaped(), note.toHtmlEscaped());
+    button->setToolTip(tip);
     button->setStatusTip(note);
+    // A tool button takes its action's texts again whenever the action changes.
+    if (auto tool = qobject_cast<QToolButton *>(button); tool && tool->defaultAction()) {
+        tool->defaultAction()->setToolTip(tip);
+        tool->defaultAction()->setStatusTip(note);
+    }
 }
 
 QString RichHintTitle(const QWidget *button)
