@@ -1,44 +1,120 @@
 #!/usr/bin/env bash
-# Starts or stops a Firebird server on 127.0.0.1 for the tests, with a user of
-# its own. "start" prints the variables the tests read; source its output.
+# Starts or stops a private Firebird server for the tests: run by the current
+# user on a free loopback port, with a root folder, a security database, a
+# lock folder and a temporary folder of its own under the state folder. It
+# never reads or changes the machine's own Firebird service, its security
+# database or its users, and stops only the process it started.
+#
+#   firebird-test-server.sh start   prints the variables the tests read; eval its output
+#   firebird-test-server.sh stop
+#
+# The state folder is build/firebird-test-server of this checkout, or
+# Q3_TEST_SERVER_STATE.
 set -euo pipefail
-port=${Q3_TEST_SERVER_PORT:-3050}
-state=${TMPDIR:-/tmp}/q3-firebird-test-server
-security=/var/lib/firebird/3.0/system/security3.fdb
+root=$(cd "$(dirname "$0")/.." && pwd)
+state=${Q3_TEST_SERVER_STATE:-$root/build/firebird-test-server}
+install=/usr/lib/x86_64-linux-gnu/firebird/3.0
+server=/usr/sbin/firebird
 user=Q3TEST
-password=q3test
-
-as_firebird() {
-  if [ "$(id -u)" -eq 0 ]; then runuser -u firebird -- "$@"; else sudo -u firebird "$@"; fi
-}
+# Separators and quotes on purpose: credentials must reach the server intact.
+password='Q3;te"st'"'"'pw'
 
 listening() {
-  (exec 3<>/dev/tcp/127.0.0.1/"$port") 2>/dev/null
+  (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null
+}
+
+# The process of the pid file, when it is still our server.
+running_pid() {
+  [ -f "$state/pid" ] || return 1
+  local pid
+  pid=$(cat "$state/pid")
+  [ -n "$pid" ] && [ "$(readlink "/proc/$pid/exe" 2>/dev/null)" = "$server" ] || return 1
+  echo "$pid"
+}
+
+private_env() {
+  env FIREBIRD="$state/root" FIREBIRD_LOCK="$state/lock" FIREBIRD_TMP="$state/tmp" "$@"
+}
+
+free_port() {
+  local port
+  for _ in $(seq 1 50); do
+    port=$((20000 + RANDOM % 40000))
+    listening "$port" || { echo "$port"; return 0; }
+  done
+  echo "No free loopback port found" >&2
+  return 1
+}
+
+# A root folder made of the installed one, with its own configuration and an
+# empty security database holding only the test user.
+prepare() {
+  local port=$1
+  rm -rf "$state"
+  mkdir -p "$state/root" "$state/lock" "$state/tmp"
+  for entry in "$install"/*; do
+    case $(basename "$entry") in
+    firebird.conf | databases.conf) ;;
+    *) ln -s "$entry" "$state/root/$(basename "$entry")" ;;
+    esac
+  done
+  cat >"$state/root/firebird.conf" <<EOF
+RemoteServicePort = $port
+RemoteBindAddress = 127.0.0.1
+SecurityDatabase = $state/root/security3.fdb
+AuthServer = Srp
+AuthClient = Srp
+UserManager = Srp
+ServerMode = Super
+EOF
+  echo "security.db = $state/root/security3.fdb" >"$state/root/databases.conf"
+  local quoted=${password//\'/\'\'}
+  echo "CREATE DATABASE '$state/root/security3.fdb' USER SYSDBA;" | private_env isql-fb -q >&2
+  echo "CREATE USER $user PASSWORD '$quoted' USING PLUGIN Srp; GRANT CREATE DATABASE TO USER $user; COMMIT;" \
+    | private_env isql-fb -q -user SYSDBA "$state/root/security3.fdb" >&2
+}
+
+start() {
+  if ! running_pid >/dev/null; then
+    [ -x "$server" ] || { echo "$server is missing: run scripts/install-deps.sh --with-server" >&2; exit 1; }
+    local port started=false
+    for _ in 1 2 3; do
+      port=$(free_port)
+      prepare "$port"
+      FIREBIRD="$state/root" FIREBIRD_LOCK="$state/lock" FIREBIRD_TMP="$state/tmp" \
+        setsid "$server" -p "$port" >"$state/server.log" 2>&1 </dev/null &
+      echo $! >"$state/pid"
+      for _ in $(seq 1 50); do
+        listening "$port" && { started=true; break; }
+        running_pid >/dev/null || break
+        sleep 0.2
+      done
+      $started && break
+      stop
+    done
+    $started || { echo "The Firebird test server did not start; see $state/server.log" >&2; exit 1; }
+    printf 'export Q3_TEST_SERVER=%q Q3_TEST_SERVER_USER=%q Q3_TEST_SERVER_PASSWORD=%q\n' \
+      "127.0.0.1/$port" "$user" "$password" >"$state/env"
+  fi
+  cat "$state/env"
+}
+
+stop() {
+  local pid
+  if pid=$(running_pid); then
+    kill "$pid" 2>/dev/null || true
+    for _ in $(seq 1 100); do
+      kill -0 "$pid" 2>/dev/null || break
+      sleep 0.2
+    done
+    kill -0 "$pid" 2>/dev/null && kill -KILL "$pid" 2>/dev/null || true
+  fi
+  rm -f "$state/pid" "$state/env"
 }
 
 case "${1:-}" in
-start)
-  if ! listening; then
-    mkdir -p "$state/lock"
-    chmod 777 "$state" "$state/lock"
-    # The user lives in the server's security database, written while no server holds it.
-    echo "CREATE OR ALTER USER $user PASSWORD '$password' USING PLUGIN Srp; COMMIT; GRANT CREATE DATABASE TO USER $user; COMMIT;" \
-      | as_firebird env FIREBIRD_LOCK="$state/lock" isql-fb -q -user SYSDBA "$security" >&2
-    as_firebird env FIREBIRD_LOCK="$state/lock" /usr/sbin/firebird >"$state/server.log" 2>&1 &
-    echo $! >"$state/pid"
-    for _ in $(seq 1 50); do listening && break; sleep 0.2; done
-    listening || { echo "Firebird server did not start; see $state/server.log" >&2; exit 1; }
-  fi
-  echo "export Q3_TEST_SERVER=127.0.0.1/$port Q3_TEST_SERVER_USER=$user Q3_TEST_SERVER_PASSWORD=$password"
-  ;;
-stop)
-  if [ -f "$state/pid" ]; then
-    pkill -P "$(cat "$state/pid")" 2>/dev/null || true
-    kill "$(cat "$state/pid")" 2>/dev/null || true
-    rm -f "$state/pid"
-  fi
-  pkill -u firebird -x firebird 2>/dev/null || true
-  ;;
+start) start ;;
+stop) stop ;;
 *)
   echo "usage: $0 start|stop" >&2
   exit 2

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
-# Installs what is missing (the Firebird server included), builds, starts a
-# Firebird server on 127.0.0.1 for the server tests, runs every test, stops
-# the server. Exits non-zero when any test fails.
+# Installs what is missing (the Firebird server package included), builds,
+# starts a private Firebird server on a free loopback port for the server
+# tests (scripts/firebird-test-server.sh), runs every test, stops the server.
+# The server suites must find their server here: a missing one fails them.
+# Exits non-zero when any test fails.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh" --with-server
 "$root/scripts/build.sh"
-eval "$("$root/scripts/firebird-test-server.sh" start)"
 trap '"$root/scripts/firebird-test-server.sh" stop' EXIT
+eval "$("$root/scripts/firebird-test-server.sh" start)"
+export Q3_TEST_SERVER_REQUIRED=1
 cd "$root/build"
 QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$(nproc)"

@@ -13,14 +13,54 @@ QAtomicInt connectionCounter;
 
 const QString ProviderFirebird = QStringLiteral("Firebird");
 
+// The "key=value;" pairs of a connection string. A value that holds a ";"
+// or a quote, or starts or ends with a blank, is written between double
+// quotes (or single ones), the quote inside it doubled.
 QString ConnectionValue(const QString &connectionString, const QString &key)
 {
-    for (const QString &part : connectionString.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-        const qsizetype eq = part.indexOf(QLatin1Char('='));
-        if (eq > 0 && part.left(eq).trimmed().compare(key, Qt::CaseInsensitive) == 0)
-            return part.mid(eq + 1);
+    qsizetype at = 0;
+    const qsizetype size = connectionString.size();
+    while (at < size) {
+        const qsizetype eq = connectionString.indexOf(QLatin1Char('='), at);
+        if (eq < 0)
+            break;
+        const QString name = connectionString.mid(at, eq - at).trimmed();
+        QString value;
+        at = eq + 1;
+        const QChar quote = at < size ? connectionString.at(at) : QChar();
+        if (quote == QLatin1Char('"') || quote == QLatin1Char('\'')) {
+            for (++at; at < size; ++at) {
+                if (connectionString.at(at) != quote) {
+                    value += connectionString.at(at);
+                } else if (at + 1 < size && connectionString.at(at + 1) == quote) {
+                    value += quote;
+                    ++at;
+                } else {
+                    break;
+                }
+            }
+            const qsizetype end = connectionString.indexOf(QLatin1Char(';'), at);
+            at = end < 0 ? size : end + 1;
+        } else {
+            const qsizetype end = connectionString.indexOf(QLatin1Char(';'), at);
+            value = connectionString.mid(at, end < 0 ? -1 : end - at);
+            at = end < 0 ? size : end + 1;
+        }
+        if (name.compare(key, Qt::CaseInsensitive) == 0)
+            return value;
     }
     return {};
+}
+
+QString ConnectionPart(const QString &key, const QString &value)
+{
+    const bool quoted = value.contains(QLatin1Char(';')) || value.startsWith(QLatin1Char('"'))
+                        || value.startsWith(QLatin1Char('\'')) || value != value.trimmed();
+    if (!quoted)
+        return key + QLatin1Char('=') + value + QLatin1Char(';');
+    QString inner = value;
+    inner.replace(QLatin1Char('"'), QStringLiteral("\"\""));
+    return key + QStringLiteral("=\"") + inner + QStringLiteral("\";");
 }
 
 } // namespace
@@ -33,11 +73,12 @@ bool TQ3DatabaseTarget::IsRemote() const
 
 QString TQ3DatabaseTarget::ConnectionString() const
 {
-    QString s = QStringLiteral("Provider=%1;Data Source=%2;").arg(ProviderFirebird, Database);
+    QString s = ConnectionPart(QStringLiteral("Provider"), ProviderFirebird)
+                + ConnectionPart(QStringLiteral("Data Source"), Database);
     if (!User.isEmpty())
-        s += QStringLiteral("User ID=%1;").arg(User);
+        s += ConnectionPart(QStringLiteral("User ID"), User);
     if (!Password.isEmpty())
-        s += QStringLiteral("Password=%1;").arg(Password);
+        s += ConnectionPart(QStringLiteral("Password"), Password);
     return s;
 }
 

@@ -20,7 +20,8 @@ struct Q3_EXPORT TQ3DatabaseTarget
 };
 
 // A database connection component. Its connection string names a provider,
-// the database and the credentials ("Provider=Firebird;Data Source=...;").
+// the database and the credentials ("Provider=Firebird;Data Source=...;"), a
+// value with a ";", a quote or an outer blank between double quotes.
 class Q3_EXPORT TQ3Connection : public QObject
 {
     Q_OBJECT

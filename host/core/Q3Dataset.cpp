@@ -171,6 +171,9 @@ void TQ3Dataset::Post()
             query.addBindValue(m_rows.at(m_current).value(m_keyField));
         if (!query.exec())
             throw EQ3Exception(SqlErrorText(query.lastError()));
+        // An update that finds no row wrote nothing: the row went meanwhile.
+        if (m_state == TState::Edit && query.numRowsAffected() == 0)
+            throw EQ3Exception(QStringLiteral("Il record da aggiornare non esiste più."));
     }
     if (m_state == TState::Insert) {
         m_rows.append(m_buffer);

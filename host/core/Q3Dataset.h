@@ -59,8 +59,9 @@ public:
     // The current row, which Post updates.
     void Edit();
     void SetFieldValue(const QString &field, const QVariant &value);
-    // Writes the appended or edited row; raises EQ3Exception on failure, the
-    // dataset then staying in its editing state.
+    // Writes the appended or edited row; raises EQ3Exception on failure, an
+    // update that finds no row included, the dataset then staying in its
+    // editing state.
     void Post();
     void Cancel();
 

@@ -43,6 +43,12 @@ QCommandLineParser &Parser()
     return parser;
 }
 
+void PrintHelp()
+{
+    std::fputs(Parser().helpText().toLocal8Bit().constData(), stdout);
+    std::fflush(stdout);
+}
+
 void PrintError(const QString &text)
 {
     std::fprintf(stderr, "quillo3: %s\n", text.toLocal8Bit().constData());
@@ -55,16 +61,29 @@ bool TQ3StartOptions::Parse(const QStringList &arguments, QString *error)
 {
     QCommandLineParser &parser = Parser();
     if (!parser.parse(arguments)) {
-        *error = parser.errorText();
+        const QStringList unknown = parser.unknownOptionNames();
+        if (unknown.isEmpty()) {
+            *error = parser.errorText();
+        } else {
+            const QString dashes = unknown.first().size() == 1 ? QStringLiteral("-") : QStringLiteral("--");
+            *error = QStringLiteral("Opzione sconosciuta: %1%2.").arg(dashes, unknown.first());
+        }
+        *error += QStringLiteral(" Le opzioni ammesse sono elencate da: quillo3 --help");
         return false;
     }
+    if (!parser.positionalArguments().isEmpty()) {
+        *error = QStringLiteral("Argomento non previsto: \"%1\". Le opzioni ammesse sono elencate da: quillo3 --help")
+                     .arg(parser.positionalArguments().first());
+        return false;
+    }
+    Help = parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all"));
     Database = parser.value(QStringLiteral("database"));
     DbUser = parser.value(QStringLiteral("db-user"));
     DbPasswordFile = parser.value(QStringLiteral("db-password-file"));
     User = parser.value(QStringLiteral("user"));
     PasswordFile = parser.value(QStringLiteral("password-file"));
     Headless = parser.isSet(QStringLiteral("headless"));
-    if (Headless && (User.isEmpty() || PasswordFile.isEmpty())) {
+    if (Headless && !Help && (User.isEmpty() || PasswordFile.isEmpty())) {
         *error = QStringLiteral("La modalità --headless richiede --user e --password-file.");
         return false;
     }
@@ -187,9 +206,12 @@ void TQ3Host::UnloadModules()
 
 int RunQuillo3(int argc, char **argv)
 {
+    // Neither the headless mode nor the help needs a screen.
     bool headless = false;
-    for (int i = 1; i < argc; ++i)
-        headless = headless || qstrcmp(argv[i], "--headless") == 0;
+    for (int i = 1; i < argc; ++i) {
+        for (const char *option : {"--headless", "--help", "-h", "-?", "--help-all"})
+            headless = headless || qstrcmp(argv[i], option) == 0;
+    }
     if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
@@ -204,6 +226,10 @@ int RunQuillo3(int argc, char **argv)
     if (!options.Parse(QApplication::arguments(), &error)) {
         PrintError(error);
         return 2;
+    }
+    if (options.Help) {
+        PrintHelp();
+        return 0;
     }
 
     InstallQ3WidgetServices();

@@ -18,6 +18,7 @@ struct Q3_EXPORT TQ3StartOptions
     QString User;
     QString PasswordFile;
     bool Headless = false;
+    bool Help = false;         // print the options and stop
 
     // Reads the command line; answers false with a message when it is wrong.
     bool Parse(const QStringList &arguments, QString *error);

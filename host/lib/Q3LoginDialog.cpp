@@ -10,11 +10,21 @@
 
 namespace {
 
+// A caption as read aloud: without the "&" that marks its mnemonic ("&&" is a plain "&").
+QString WithoutMnemonic(QString caption)
+{
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        if (caption.at(i) == QLatin1Char('&'))
+            caption.remove(i, 1);
+    }
+    return caption;
+}
+
 QLineEdit *AddField(QFormLayout *form, const QString &objectName, const QString &caption, bool secret)
 {
     auto edit = new QLineEdit;
     edit->setObjectName(objectName);
-    edit->setAccessibleName(caption);
+    edit->setAccessibleName(WithoutMnemonic(caption));
     if (secret)
         edit->setEchoMode(QLineEdit::Password);
     auto label = new QLabel(caption + QLatin1Char(':'));

@@ -2,7 +2,9 @@
 
 #include "Q3MainForm.h"
 
+#include <QAction>
 #include <QMainWindow>
+#include <QToolButton>
 
 namespace {
 
@@ -81,8 +83,14 @@ void SetRichHint(QWidget *button, const QString &title, const QString &note)
     // The note's lines stay lines in the tooltip.
     QString html = note.toHtmlEscaped();
     html.replace(QLatin1Char('\n'), QStringLiteral("<br>"));
-    button->setToolTip(QStringLiteral("<b>%1</b><br>%2").arg(title.toHtmlEscaped(), html));
+    const QString tip = QStringLiteral("<b>%1</b><br>%2").arg(title.toHtmlEscaped(), html);
+    button->setToolTip(tip);
     button->setStatusTip(note);
+    // A tool button takes its action's texts again whenever the action changes.
+    if (auto tool = qobject_cast<QToolButton *>(button); tool && tool->defaultAction()) {
+        tool->defaultAction()->setToolTip(tip);
+        tool->defaultAction()->setStatusTip(note);
+    }
 }
 
 QString RichHintTitle(const QWidget *button)

@@ -18,6 +18,8 @@ private slots:
     void wrongPasswordFails();
     void missingDatabaseFolderFails();
     void messageBoxesGoToStandardError();
+    void helpPrintsTheOptionsAndCreatesNothing();
+    void unknownOptionIsRefusedClearly();
 
 private:
     static QStringList Arguments(const QString &database, const QString &passwordFile,
@@ -113,6 +115,40 @@ void TestQ3Headless::messageBoxesGoToStandardError()
     const TQ3HostRun run = RunQuillo3Process(Arguments(database, password));
     QCOMPARE(run.ExitCode, 0);
     QVERIFY2(run.StdErr.contains(QLatin1String("Errore: Errore durante l'aggiornamento del database!")), qPrintable(run.StdErr));
+}
+
+void TestQ3Headless::helpPrintsTheOptionsAndCreatesNothing()
+{
+    QTemporaryDir home;
+    QProcessEnvironment environment;
+    environment.insert(QStringLiteral("HOME"), home.path());
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
+
+    const TQ3HostRun run = RunQuillo3Process({QStringLiteral("--help")}, environment);
+
+    QCOMPARE(run.ExitCode, 0);
+    for (const char *option : {"--database", "--db-user", "--db-password-file", "--headless", "--user", "--password-file"})
+        QVERIFY2(run.StdOut.contains(QLatin1String(option)), qPrintable(run.StdOut));
+    QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
+}
+
+void TestQ3Headless::unknownOptionIsRefusedClearly()
+{
+    QTemporaryDir home;
+    QProcessEnvironment environment;
+    environment.insert(QStringLiteral("HOME"), home.path());
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+
+    TQ3HostRun run = RunQuillo3Process({QStringLiteral("--databse"), QStringLiteral("x.fdb")}, environment);
+    QVERIFY(run.ExitCode != 0);
+    QVERIFY2(run.StdErr.contains(QLatin1String("Opzione sconosciuta: --databse.")), qPrintable(run.StdErr));
+    QVERIFY2(run.StdErr.contains(QLatin1String("quillo3 --help")), qPrintable(run.StdErr));
+
+    run = RunQuillo3Process({QStringLiteral("firm.fdb")}, environment);
+    QVERIFY(run.ExitCode != 0);
+    QVERIFY2(run.StdErr.contains(QLatin1String("Argomento non previsto: \"firm.fdb\"")), qPrintable(run.StdErr));
+    QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
 }
 
 QTEST_MAIN(TestQ3Headless)

@@ -31,8 +31,7 @@ private:
 
 void TestQ3HeadlessServer::init()
 {
-    if (!TQ3TestDatabase::ServerConfigured())
-        QSKIP("No Firebird server configured (Q3_TEST_SERVER)");
+    Q3_REQUIRE_TEST_SERVER();
 }
 
 void TestQ3HeadlessServer::startsWithCredentialsFromEnvironment()

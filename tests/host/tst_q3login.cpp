@@ -23,6 +23,7 @@ private slots:
     void throttleGrows();
     void dialogRefusesWrongPasswordAndWaits();
     void dialogAcceptsRightPassword();
+    void newPasswordFieldsReadTheirLabels();
 };
 
 void TestQ3Login::newDatabaseAdminNeedsPassword()
@@ -94,7 +95,8 @@ void TestQ3Login::dialogRefusesWrongPasswordAndWaits()
     auto password = dialog.findChild<QLineEdit *>(QStringLiteral("txtPassword"));
     auto login = dialog.findChild<QPushButton *>(QStringLiteral("cmdAccedi"));
     QVERIFY(user && password && login);
-    QCOMPARE(password->accessibleName(), QStringLiteral("&Password"));
+    QCOMPARE(user->accessibleName(), QStringLiteral("Utente"));
+    QCOMPARE(password->accessibleName(), QStringLiteral("Password"));
     QCOMPARE(password->echoMode(), QLineEdit::Password);
     user->setText(QStringLiteral("admin"));
     password->setText(QStringLiteral("sbagliata"));
@@ -124,6 +126,14 @@ void TestQ3Login::dialogAcceptsRightPassword()
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QCOMPARE(dialog.LoggedUser(), QStringLiteral("admin"));
     QVERIFY(responder.Messages().isEmpty());
+}
+
+void TestQ3Login::newPasswordFieldsReadTheirLabels()
+{
+    TQ3SetPasswordDialog dialog(QStringLiteral("admin"));
+    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("txtPassword"))->accessibleName(), QStringLiteral("Password"));
+    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("txtConferma"))->accessibleName(),
+             QStringLiteral("Conferma password"));
 }
 
 QTEST_MAIN(TestQ3Login)

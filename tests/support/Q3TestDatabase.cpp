@@ -49,6 +49,11 @@ bool TQ3TestDatabase::ServerConfigured()
     return !qEnvironmentVariableIsEmpty("Q3_TEST_SERVER");
 }
 
+bool TQ3TestDatabase::ServerRequired()
+{
+    return !qEnvironmentVariableIsEmpty("Q3_TEST_SERVER_REQUIRED");
+}
+
 void TQ3TestDatabase::Exec(const QString &sql) const
 {
     ExecSQL(Db(), sql);

@@ -20,6 +20,9 @@ public:
     // Whether the environment names a Firebird server for the tests
     // (Q3_TEST_SERVER="host/port", Q3_TEST_SERVER_USER, Q3_TEST_SERVER_PASSWORD).
     static bool ServerConfigured();
+    // Whether the run must have the server (Q3_TEST_SERVER_REQUIRED, set by
+    // scripts/test.sh): a missing one then fails the suite instead of skipping it.
+    static bool ServerRequired();
 
     TQ3DatabaseTarget Target() const { return m_target; }
     QString ConnectionString() const { return m_target.ConnectionString(); }
@@ -39,6 +42,17 @@ private:
     TQ3DatabaseTarget m_target;
     std::unique_ptr<TQ3Connection> m_connection;
 };
+
+// For the init() of a suite that needs the test server: without one the test
+// fails when the server is required, and is skipped, visibly, otherwise.
+#define Q3_REQUIRE_TEST_SERVER()                                                                                     \
+    do {                                                                                                             \
+        if (!TQ3TestDatabase::ServerConfigured()) {                                                                  \
+            if (TQ3TestDatabase::ServerRequired())                                                                   \
+                QFAIL("No Firebird server configured (Q3_TEST_SERVER), but Q3_TEST_SERVER_REQUIRED is set.");        \
+            QSKIP("No Firebird server configured (Q3_TEST_SERVER).");                                                \
+        }                                                                                                            \
+    } while (false)
 
 // Writes a text to a file of the folder and answers its path.
 QString WriteQ3TestFile(const QString &folder, const QString &name, const QString &text);

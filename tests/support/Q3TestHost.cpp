@@ -17,6 +17,7 @@ TQ3HostRun RunQuillo3Process(const QStringList &arguments, const QProcessEnviron
     process.waitForFinished(120000);
     TQ3HostRun run;
     run.ExitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.StdOut = QString::fromLocal8Bit(process.readAllStandardOutput());
     run.StdErr = QString::fromLocal8Bit(process.readAllStandardError());
     return run;
 }

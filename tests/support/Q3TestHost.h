@@ -8,6 +8,7 @@
 struct TQ3HostRun
 {
     int ExitCode = -1;
+    QString StdOut;
     QString StdErr;
 };
 

@@ -25,6 +25,8 @@ void TKRVCampoScelta::Imposta(int tag, const QString &text)
 {
     m_tag = tag;
     m_etichetta->setText(text);
+    // Its name is the field's caption; what it shows is read as its description.
+    m_etichetta->setAccessibleDescription(text);
 }
 
 void TKRVCampoScelta::Svuota()

@@ -9,6 +9,16 @@ namespace {
 
 const QString MsgAliquotaFuoriIntervallo = QStringLiteral("L'aliquota IVA deve essere compresa tra 0 e 100!");
 
+// A percentage in the money format, with zero written plainly as "0".
+class TCampoAliquota : public QDoubleSpinBox
+{
+public:
+    QString textFromValue(double value) const override
+    {
+        return value == 0 ? QStringLiteral("0") : QDoubleSpinBox::textFromValue(value);
+    }
+};
+
 } // namespace
 
 TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(TKRVMain &main)
@@ -28,7 +38,7 @@ TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(TKRVMain &main)
                                      "Non è possibile eliminare questa aliquota,\n\resistono dei dati correlati!")}),
       txtCodice(KRVCampoTesto(QStringLiteral("txtCodice"), 2, true)),
       txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)),
-      txtAliquota(new QDoubleSpinBox)
+      txtAliquota(new TCampoAliquota)
 {
     setObjectName(QStringLiteral("KRVInserimentoAliquoteIVA"));
     txtAliquota->setObjectName(QStringLiteral("txtAliquota"));

@@ -25,6 +25,18 @@ protected:
     bool ConsentiChiusura() override;
 
 private:
+    // A stock threshold as read (the column keeps one decimal, and any sign)
+    // and the whole number its field shows.
+    struct TSoglia
+    {
+        QVariant Letta;
+        int Mostrata = 0;
+    };
+    static void MostraSoglia(QSpinBox *field, TSoglia &soglia, const QVariant &stored);
+    static QVariant ValoreSoglia(const QSpinBox *field, const TSoglia &soglia);
+
+    TSoglia m_sottoscorta;
+    TSoglia m_riordino;
     QSpinBox *txtSottoscorta;
     QSpinBox *txtRiordino;
     QPlainTextEdit *txtNote;

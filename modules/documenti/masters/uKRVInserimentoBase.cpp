@@ -190,8 +190,15 @@ bool TKRVInserimentoBase::LeggiRecord(int id)
     dataset->Close();
     dataset->SetParamValue(m_info.KeyField, id);
     dataset->Open();
-    if (dataset->IsEmpty())
+    if (dataset->IsEmpty()) {
+        // The window keeps its record: so does the dataset its save writes through.
+        dataset->Close();
+        if (!m_newRecord) {
+            dataset->SetParamValue(m_info.KeyField, m_idRecord);
+            dataset->Open();
+        }
         return false;
+    }
     FillFields(*dataset);
     return true;
 }

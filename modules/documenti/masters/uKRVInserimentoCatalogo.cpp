@@ -165,10 +165,8 @@ bool TKRVInserimentoCatalogo::DeleteRecord()
 {
     if (!Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
-    if (NewRecord())
-        return true;
-    if (!KRVEliminaRecord(m_catalogo.Eliminazione, IdRecord()))
-        return false;
-    AggiornaRicerca();
+    // A failed delete is reported; the window blanks all the same.
+    if (!NewRecord() && KRVEliminaRecord(m_catalogo.Eliminazione, IdRecord()))
+        AggiornaRicerca();
     return true;
 }

@@ -188,15 +188,18 @@ QWidget *TKRVInserimentoClienti::PaginaCoordinateBancarie()
 
     QFormLayout *iban = NuovoModulo();
     AggiungiRiga(iban, {{QStringLiteral("Paese"), txtCoordBanPaese}, {QStringLiteral("CIN EUR"), txtCoordBanCINEur}});
-    iban->addRow(Gruppo(QStringLiteral("grpBBAN"), QStringLiteral(" BBAN - COORDINATE BANCARIE NAZIONALI "), bban));
 
     QFormLayout *bic = NuovoModulo();
     AggiungiRiga(bic, {{QStringLiteral("Codice BIC SWIFT"), txtCoordBanSwift}});
 
     auto layout = new QVBoxLayout;
     layout->addLayout(banca);
-    layout->addWidget(
+    // The international and the national coordinates side by side.
+    auto coordinate = new QHBoxLayout;
+    coordinate->addWidget(
         Gruppo(QStringLiteral("grpIBAN"), QStringLiteral(" IBAN - COORDINATE BANCARIE INTERNAZIONALI "), iban));
+    coordinate->addWidget(Gruppo(QStringLiteral("grpBBAN"), QStringLiteral(" BBAN - COORDINATE BANCARIE NAZIONALI "), bban));
+    layout->addLayout(coordinate);
     layout->addWidget(Gruppo(QStringLiteral("grpBIC"), QStringLiteral(" BIC "), bic));
     layout->addStretch(1);
     return Pagina(QStringLiteral("tabCoordinateBancarie"), layout);
@@ -216,6 +219,8 @@ void TKRVInserimentoClienti::ImpostaTipoPagamento(int id, const QString &text)
 {
     m_idTipoPagamento = id;
     txtTipoPagamento->setText(text.isEmpty() ? Nessuno : text);
+    // Named by its caption, the label reads what it shows as its description.
+    txtTipoPagamento->setAccessibleDescription(txtTipoPagamento->text());
 }
 
 void TKRVInserimentoClienti::cmdSelezionaTipoPagamentoClick()

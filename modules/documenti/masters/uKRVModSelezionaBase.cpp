@@ -30,7 +30,8 @@ TKRVModSelezionaBase::TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSiz
         KRVCreaAzione(this, QStringLiteral("actAnnulla"), QStringLiteral("Annulla"), KRVImgAnnulla, [this] { reject(); }));
 
     TKRVGrigliaRisultati *grid = m_elenco->Griglia();
-    grid->horizontalHeader()->setStretchLastSection(true);
+    // Every column keeps its width; a wider grid leaves the rest empty.
+    grid->horizontalHeader()->setStretchLastSection(false);
     connect(grid, &QTableWidget::cellDoubleClicked, this, [this] { Q3Guarded([this] { gridRisultatiDblClickCell(); }); });
 
     auto layout = new QVBoxLayout(this);

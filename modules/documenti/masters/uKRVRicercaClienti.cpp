@@ -61,7 +61,7 @@ void TKRVRicercaClienti::AggiungiFiltroTelefono()
     Elenco()->Filtro(FiltroRagioneSociale)->setFixedWidth(170);
     txtTelefono->setFixedWidth(100);
     connect(txtTelefono, &QLineEdit::returnPressed, cerca, &QAction::trigger);
-    barra->insertWidget(cerca, KRVEtichetta(QStringLiteral("Telefono "), txtTelefono));
+    barra->insertWidget(cerca, KRVEtichetta(QStringLiteral("Telefono"), txtTelefono));
     barra->insertWidget(cerca, txtTelefono);
     barra->insertSeparator(cerca);
 }

@@ -34,6 +34,16 @@ struct TKRVToolButton
 const QString ReqFatturaCiclica = QStringLiteral("Nuova fattura di vendita ciclica");
 const QString ReqFatturaDaDdt = QStringLiteral("Crea fattura di vendita da D.d.T.");
 
+// A request's parameter as the whole number it must be; anything else is the request's failure.
+int KRVParametroIntero(const QVariant &parameter)
+{
+    bool ok = false;
+    const int value = parameter.toInt(&ok);
+    if (!ok)
+        throw EQ3Exception(QStringLiteral("Il parametro \"%1\" non è un numero intero.").arg(parameter.toString()));
+    return value;
+}
+
 int ActionImage(const TKRVActionInfo &info)
 {
     if (info.Name.contains(QLatin1String("Clienti")) || info.Name.endsWith(QLatin1String("Cliente")))
@@ -252,9 +262,7 @@ void TKRVMain::OpenReportProject()
 void TKRVMain::ModuloFinalize()
 {
     try {
-        // Everything else goes with its owner; the session is let go now, while
-        // the host still has its own connection open.
-        m_modADOConn->Close();
+        // Nothing of its own to do: every clean-up follows from ownership.
     } catch (const std::exception &e) {
         Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("[TKRVMain.ModuloFinalize]\n\r") + ExceptionMessage(e),
                      TQ3MsgIcon::Error);
@@ -338,10 +346,11 @@ int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
 
 int TKRVMain::ApriFatturaCiclica(const QVariantList &parameters)
 {
+    const int id = KRVParametroIntero(parameters.first());
     const QString editorAction = QStringLiteral("actInserimentoFattureVendita");
     Run(editorAction);
     auto editor = FormAs<TKRVInserimentoFattureVendita>(editorAction);
-    if (editor && editor->ApriRecord(parameters.first().toInt()) == 0)
+    if (editor && editor->ApriRecord(id) == 0)
         editor->ImpostaFatturaCiclica();
     return 0;
 }

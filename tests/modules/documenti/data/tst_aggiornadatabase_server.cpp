@@ -15,8 +15,7 @@ private slots:
 
 void TestAggiornaDatabaseServer::init()
 {
-    if (!TQ3TestDatabase::ServerConfigured())
-        QSKIP("No Firebird server configured (Q3_TEST_SERVER).");
+    Q3_REQUIRE_TEST_SERVER();
 }
 
 void TestAggiornaDatabaseServer::freshDatabaseOnServer()

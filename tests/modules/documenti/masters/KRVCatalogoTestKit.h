@@ -3,10 +3,15 @@
 // Rows of articles, services and their categories for the tests of their
 // windows, and the modal showing of a selection dialog.
 #include "../data/KRVServiceRows.h"
+#include "Q3Messages.h"
 #include "uKRVCatalogo.h"
+#include "uKRVInserimentoBase.h"
 
+#include <QAction>
 #include <QDialog>
+#include <QLineEdit>
 #include <QTimer>
+#include <QtTest>
 
 #include <functional>
 
@@ -45,6 +50,37 @@ inline int InsertVoce(const TQ3TestDatabase &db, const TKRVCatalogo &catalogo, c
 {
     return KRVInsertRow(db, InsertVoceSQL(catalogo, QuotedStr(codice), descrizione, categoria, prezzo),
                         catalogo.Generator);
+}
+
+// Makes every delete from the table fail in the database.
+inline void BlockDeletes(const TQ3TestDatabase &db, const QString &table)
+{
+    db.Exec(QStringLiteral("CREATE EXCEPTION E_%1_BLOCCATO 'Eliminazione bloccata'").arg(table));
+    db.Exec(QStringLiteral("CREATE TRIGGER TG_BD_%1_TEST FOR %1 BEFORE DELETE AS BEGIN EXCEPTION E_%1_BLOCCATO; END")
+                .arg(table));
+}
+
+// An article or service editor whose delete fails in the database reports it
+// and still shows a new record; the row stays.
+inline void VerifyFailedDeleteBlanks(const TQ3TestDatabase &db, const TKRVCatalogo &catalogo,
+                                     TKRVInserimentoBase *editor, TQ3RecordingResponder &boxes)
+{
+    const int id = InsertVoce(db, catalogo, QStringLiteral("BLOCCATO"), QStringLiteral("Non si toglie"));
+    BlockDeletes(db, catalogo.Table);
+    QCOMPARE(editor->ApriRecord(id), 0);
+    boxes.Enqueue(TQ3MsgResult::Yes);
+
+    editor->findChild<QAction *>(QStringLiteral("actElimina"))->trigger();
+
+    QCOMPARE(boxes.Messages().size(), 2);
+    QCOMPARE(boxes.Messages().at(1).Title, QStringLiteral("Errore"));
+    QCOMPARE(boxes.Messages().at(1).Text,
+             QStringLiteral("Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"));
+    QCOMPARE(boxes.Messages().at(1).Icon, TQ3MsgIcon::Error);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + catalogo.Table).toInt(), 1);
+    QVERIFY(editor->NewRecord());
+    QCOMPARE(editor->IdRecord(), -1);
+    QVERIFY(editor->findChild<QLineEdit *>(QStringLiteral("txtDescrizione"))->text().isEmpty());
 }
 
 // count rows coded prefix + a 4-digit number from 0001, in one statement.

@@ -230,6 +230,16 @@ void TestGestioneCategorie::toolbarAndContextMenuOfferTheCommands()
                                  QStringLiteral("Salva")}));
     QCOMPARE(m_window->findChild<QAction *>(QStringLiteral("actRinominaCategoria"))->shortcut(),
              QKeySequence(Qt::Key_F2));
+    // The hints the user sees outlive the buttons' changes of state.
+    for (QAction *action : bar->actions()) {
+        action->setEnabled(false);
+        action->setEnabled(true);
+    }
+    QVERIFY2(bar->widgetForAction(m_window->findChild<QAction *>(QStringLiteral("actRinominaCategoria")))
+                 ->toolTip()
+                 .contains(QLatin1String("Rimonima categoria")),
+             qPrintable(bar->widgetForAction(m_window->findChild<QAction *>(QStringLiteral("actRinominaCategoria")))
+                            ->toolTip()));
 
     auto menu = m_window->findChild<QMenu *>(QStringLiteral("pmCategorie"));
     QVERIFY(menu);

@@ -38,6 +38,8 @@ private slots:
     void deleteAnsweredNoKeepsTheRate();
     void deletingANewRecordOnlyBlanks();
     void openingAMissingKeyChangesNothing();
+    void afterAMissingKeyTheShownRecordSaves();
+    void savingARecordDeletedMeanwhileFails();
     void unsavedChangesAreAskedAbout();
     void closingWithUnsavedChangesAsks();
     void listFollowsSaveAndDelete();
@@ -118,6 +120,7 @@ void TestInserimentoAliquoteIVA::opensAsChildOnABlankNewRecord()
     auto aliquota = Field<QDoubleSpinBox>(m_editor, QStringLiteral("txtAliquota"));
     QCOMPARE(aliquota->accessibleName(), QStringLiteral("Aliquota"));
     QCOMPARE(aliquota->value(), 0.0);
+    QCOMPARE(aliquota->cleanText(), QStringLiteral("0"));
     QCOMPARE(aliquota->suffix(), QStringLiteral(" %"));
     QVERIFY(aliquota->alignment() & Qt::AlignRight);
     QCOMPARE(Field(m_editor, QStringLiteral("txtCodice"))->maxLength(), 2);
@@ -371,6 +374,39 @@ void TestInserimentoAliquoteIVA::openingAMissingKeyChangesNothing()
     QVERIFY(!m_editor->Modified());
     QCOMPARE(Field(m_editor, QStringLiteral("txtCodice"))->text(), QStringLiteral("20"));
     QCOMPARE(Field(m_editor, QStringLiteral("txtDescrizione"))->text(), QStringLiteral("Aliquota standard"));
+}
+
+void TestInserimentoAliquoteIVA::afterAMissingKeyTheShownRecordSaves()
+{
+    QCOMPARE(m_editor->ApriRecord(1), 0);
+    QCOMPARE(m_editor->ApriRecord(999), -1);
+    Type(Field(m_editor, QStringLiteral("txtDescrizione")), QStringLiteral("Ancora mia"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT DESCRIZIONE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = 1"))
+                 .toString(),
+             QStringLiteral("Ancora mia"));
+    QCOMPARE(m_editor->IdRecord(), 1);
+}
+
+void TestInserimentoAliquoteIVA::savingARecordDeletedMeanwhileFails()
+{
+    Fill(QStringLiteral("ZZ"), QStringLiteral("Di passaggio"), QStringLiteral("7"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    const int id = m_editor->IdRecord();
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    // Another workstation deletes the rate while it is shown.
+    m_module->Database.Exec(QStringLiteral("DELETE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = %1").arg(id));
+    Type(Field(m_editor, QStringLiteral("txtDescrizione")), QStringLiteral("Non salvata"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
+                    None, Ok);
+    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = %1").arg(id))
+                 .toInt(),
+             0);
 }
 
 void TestInserimentoAliquoteIVA::unsavedChangesAreAskedAbout()

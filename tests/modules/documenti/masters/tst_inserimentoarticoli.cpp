@@ -6,6 +6,7 @@
 #include "uKRVRicercaArticoli.h"
 
 #include <QDoubleSpinBox>
+#include <QFormLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -44,6 +45,10 @@ private slots:
     void closingModifiedAndCancelKeepsItOpen();
     void closingModifiedAndYesSavesThenCloses();
     void closingModifiedAndNoClosesWithoutSaving();
+    void thresholdsFollowTheDescription();
+    void storedThresholdsSurviveAnotherEdit();
+    void typedThresholdsAreStored();
+    void failedDeleteIsReportedAndTheWindowBlanks();
 
 private:
     template <typename T = QLineEdit> T *F(const QString &name) const { return Field<T>(m_editor, name); }
@@ -161,8 +166,11 @@ void TestInserimentoArticoli::savingUntouchedStoresTheProposedCode()
     const int expected = GetLastGeneratorValue(QStringLiteral("GN_IDANA_MAGA"), m_module->Database.Db()) + 1;
     FillValid(QStringLiteral("Vite M6"));
     QCOMPARE(F<QLabel>(QStringLiteral("txtAliquotaIVA"))->text(), QStringLiteral("20(20%)"));
+    QCOMPARE(F<QLabel>(QStringLiteral("txtAliquotaIVA"))->accessibleName(), QStringLiteral("Aliquota IVA"));
+    QCOMPARE(F<QLabel>(QStringLiteral("txtAliquotaIVA"))->accessibleDescription(), QStringLiteral("20(20%)"));
     QCOMPARE(m_editor->AliquotaIVA()->Tag(), 1);
     QCOMPARE(F<QLabel>(QStringLiteral("txtUM"))->text(), QStringLiteral("PEZZI"));
+    QCOMPARE(F<QLabel>(QStringLiteral("txtUM"))->accessibleDescription(), QStringLiteral("PEZZI"));
     QCOMPARE(m_editor->UM()->Tag(), 1);
     Type(F<QSpinBox>(QStringLiteral("txtSottoscorta")), QStringLiteral("3"));
     Type(F<QSpinBox>(QStringLiteral("txtRiordino")), QStringLiteral("12"));
@@ -382,6 +390,56 @@ void TestInserimentoArticoli::closingModifiedAndNoClosesWithoutSaving()
 
     QVERIFY(!editor);
     QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ANA_MAGA")).toInt(), 0);
+}
+
+void TestInserimentoArticoli::thresholdsFollowTheDescription()
+{
+    auto form = qobject_cast<QFormLayout *>(F(QStringLiteral("txtCodice"))->parentWidget()->layout());
+    QVERIFY(form);
+    QStringList order;
+    for (int row = 0; row < form->rowCount(); ++row) {
+        // A chosen value's row holds its label and button: it goes by the label's name.
+        QWidget *field = form->itemAt(row, QFormLayout::FieldRole)->widget();
+        order << (field->objectName().isEmpty() ? field->findChild<QLabel *>()->objectName() : field->objectName());
+    }
+    QCOMPARE(order, (QStringList{"txtCodice", "txtDescrizione", "txtSottoscorta", "txtRiordino", "txtCategoria",
+                                 "txtPrezzo", "txtCosto", "txtAliquotaIVA", "txtUM"}));
+}
+
+void TestInserimentoArticoli::storedThresholdsSurviveAnotherEdit()
+{
+    const int id = InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("S01"), QStringLiteral("Soglie"));
+    m_module->Database.Exec(
+        QStringLiteral("UPDATE ANA_MAGA SET SOTTOSCORTA = 2.5, RIORDINO = -3 WHERE IDANA_MAGA = %1").arg(id));
+
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(F<QSpinBox>(QStringLiteral("txtRiordino"))->value(), -3);
+    Type(F(QStringLiteral("txtDescrizione")), QStringLiteral("Solo la descrizione"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT DESCRIZIONE, SOTTOSCORTA * 10, RIORDINO * 10 FROM ANA_MAGA")),
+             QStringList{QStringLiteral("Solo la descrizione|25|-30")});
+}
+
+void TestInserimentoArticoli::typedThresholdsAreStored()
+{
+    const int id = InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("S02"), QStringLiteral("Soglie"));
+    m_module->Database.Exec(QStringLiteral("UPDATE ANA_MAGA SET SOTTOSCORTA = 2.5 WHERE IDANA_MAGA = %1").arg(id));
+
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    Type(F<QSpinBox>(QStringLiteral("txtSottoscorta")), QStringLiteral("7"));
+    Type(F<QSpinBox>(QStringLiteral("txtRiordino")), QStringLiteral("12"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT SOTTOSCORTA * 10, RIORDINO * 10 FROM ANA_MAGA")),
+             QStringList{QStringLiteral("70|120")});
+}
+
+void TestInserimentoArticoli::failedDeleteIsReportedAndTheWindowBlanks()
+{
+    VerifyFailedDeleteBlanks(m_module->Database, KRVCatalogoArticoli(), m_editor, *m_boxes);
 }
 
 QTEST_MAIN(TestInserimentoArticoli)

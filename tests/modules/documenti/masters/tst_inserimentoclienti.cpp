@@ -223,6 +223,13 @@ void TestInserimentoClienti::pagesAndGroups()
     for (const char *name : {"txtCoordBanCIN", "txtCoordBanABI", "txtCoordBanCAB", "txtCoordBanConto"})
         QVERIFY(bban->isAncestorOf(Edit(name)));
     QVERIFY(Field<QGroupBox>(m_editor, QStringLiteral("grpBIC"))->isAncestorOf(Edit("txtCoordBanSwift")));
+    // The two groups stand side by side, neither inside the other.
+    QVERIFY(!iban->isAncestorOf(bban));
+    QVERIFY(!bban->isAncestorOf(iban));
+    QCOMPARE(iban->parentWidget(), bban->parentWidget());
+    pages->setCurrentIndex(1);
+    QCOMPARE(iban->y(), bban->y());
+    QVERIFY(iban->geometry().right() < bban->x());
 
     // A new record comes up on the first page.
     pages->setCurrentIndex(2);
@@ -328,6 +335,8 @@ void TestInserimentoClienti::savedCustomerKeepsItsCodeLocked()
     QCOMPARE(Edit("txtCodice")->text(), QStringLiteral("C001"));
     QCOMPARE(Edit("txtRagioneSociale")->text(), QStringLiteral("Beta S.p.A."));
     QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
+    QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->accessibleDescription(),
+             QStringLiteral("Bonifico 30 gg Data Fattura"));
     QCOMPARE(m_editor->IdTipoPagamento(), 2);
     QVERIFY(!Edit("txtCodice")->isEnabled());
     QVERIFY(!m_editor->NewRecord());

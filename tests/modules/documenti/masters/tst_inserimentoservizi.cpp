@@ -35,6 +35,7 @@ private slots:
     void deletingASavedServiceRefreshesTheList();
     void deletingANewServiceAsksThenOnlyBlanks();
     void closingModifiedAsksTheTwoWayQuestion();
+    void failedDeleteIsReportedAndTheWindowBlanks();
 
 private:
     template <typename T = QLineEdit> T *F(const QString &name) const { return Field<T>(m_editor, name); }
@@ -189,6 +190,11 @@ void TestInserimentoServizi::closingModifiedAsksTheTwoWayQuestion()
     QVERIFY(!editor);
     QVERIFY(!m_module->Main->Form(ActEditor));
     QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM SERVIZI")).toInt(), 0);
+}
+
+void TestInserimentoServizi::failedDeleteIsReportedAndTheWindowBlanks()
+{
+    VerifyFailedDeleteBlanks(m_module->Database, KRVCatalogoServizi(), m_editor, *m_boxes);
 }
 
 QTEST_MAIN(TestInserimentoServizi)

@@ -114,6 +114,12 @@ void TestModSelezionaCliente::actionOnlyCreatesTheDialog()
     QCOMPARE(grid->columnWidth(1), 120);
     QCOMPARE(grid->columnWidth(2), 358);
     QCOMPARE(grid->columnWidth(3), 160);
+    QCOMPARE(grid->columnWidth(4), 130);
+    // A wider grid leaves the room after the last column empty.
+    dialog->resize(1400, dialog->height());
+    dialog->show();
+    QCOMPARE(grid->columnWidth(4), 130);
+    dialog->hide();
     QCOMPARE(Field(dialog, QStringLiteral("txtRagioneSociale"))->accessibleName().trimmed(),
              QStringLiteral("Ragione sociale"));
 

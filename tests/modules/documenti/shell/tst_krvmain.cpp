@@ -6,6 +6,7 @@
 #include "Q3Sql.h"
 #include "uKRVMainForms.h"
 
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -49,6 +50,9 @@ private slots:
     void reportProjectIsOpened();
     void statisticsPermissions();
     void namedRequestsIgnoreWrongShapes();
+    void namedRequestWithAKeyThatIsNoNumberFails();
+    void finalizingLeavesTheSessionToItsOwner();
+    void everyInputReadsItsLabel();
     void runningAnActionTwiceShowsOneWindow();
 };
 
@@ -93,15 +97,37 @@ void TestKRVMain::catalogueHasTheModuleActions()
 void TestKRVMain::actionsWithoutWindowsAreDisabled()
 {
     TKRVTestModule module;
-    for (QAction *action : module.Main->actListModDocumenti())
-        QCOMPARE(action->isEnabled(), KRVFormClasses().contains(action->objectName()));
+    // Each action by name: a window that lands moves its action to the first list.
+    const QStringList withWindow{
+        "actInserimentoAliquoteIVA",   "actRicercaAliquoteIVA",        "actModSelezionaAliquotaIVA",
+        "actInserimentoUM",            "actRicercaUM",                 "actModSelezionaUM",
+        "actInserimentoTipiPagamento", "actRicercaTipiPagamento",      "actModSelezionaTipoPagamento",
+        "actGestioneCategorieAnaMaga", "actGestioneCategorieServizi",  "actInserimentoClienti",
+        "actRicercaClienti",           "actModSelezionaCliente",       "actInserimentoArticoli",
+        "actRicercaArticoli",          "actModSelezionaArticolo",      "actInserimentoServizi",
+        "actRicercaServizi",           "actModSelezionaServizio"};
+    const QStringList withoutWindow{
+        "actInserimentoFattureVendita",       "actRicercaFattureVendita",           "actInserimentoNoteAccredito",
+        "actRicercaNoteAccredito",            "actModStampaRiepilogoFatture",       "actModStampaFatturatoPerCliente",
+        "actRicercaNoteDocumenti",            "actInserimentoNoteDocumenti",        "actStatisticheFatturato",
+        "actStatisticheFatturatoPerServizio", "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",
+        "actStatisticheRedditivitaMensile",   "actModSelezionaDdtScaricoMulti",     "actStatisticheFatturatoClientiServizi",
+        "actModSelezionaNotaDocumenti"};
+    QCOMPARE(withWindow.size() + withoutWindow.size(), module.Main->actListModDocumenti().size());
+    for (const QString &name : withWindow) {
+        QVERIFY2(module.Main->Action(name), qPrintable(name));
+        QVERIFY2(module.Main->Action(name)->isEnabled(), qPrintable(name));
+    }
+    for (const QString &name : withoutWindow) {
+        QVERIFY2(module.Main->Action(name), qPrintable(name));
+        QVERIFY2(!module.Main->Action(name)->isEnabled(), qPrintable(name));
+    }
+
     // A disabled action does nothing, not even its permission check.
     TQ3RecordingResponder responder;
-    if (!module.Main->Action(QStringLiteral("actInserimentoFattureVendita"))->isEnabled()) {
-        module.Main->Run(QStringLiteral("actInserimentoFattureVendita"));
-        QVERIFY(responder.Messages().isEmpty());
-        QVERIFY(!module.Main->Form(QStringLiteral("actInserimentoFattureVendita")));
-    }
+    module.Main->Run(QStringLiteral("actRicercaFattureVendita"));
+    QVERIFY(responder.Messages().isEmpty());
+    QVERIFY(!module.Main->Form(QStringLiteral("actRicercaFattureVendita")));
 }
 
 void TestKRVMain::menusMergeIntoTheHost()
@@ -220,6 +246,64 @@ void TestKRVMain::namedRequestsIgnoreWrongShapes()
     module.Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da d.d.t."), {1}, 0);
     QVERIFY(responder.Messages().isEmpty());
     QVERIFY(!module.Main->Form(QStringLiteral("actInserimentoFattureVendita")));
+}
+
+void TestKRVMain::namedRequestWithAKeyThatIsNoNumberFails()
+{
+    TKRVTestModule module;
+    TQ3RecordingResponder responder;
+    module.Main->ExecutePkgAction(QStringLiteral("Nuova fattura di vendita ciclica"), {QStringLiteral("abc")}, 0);
+    QCOMPARE(responder.Messages().size(), 1);
+    QCOMPARE(responder.Messages().first().Title, QStringLiteral("Errore"));
+    QCOMPARE(responder.Messages().first().Icon, TQ3MsgIcon::Error);
+    QCOMPARE(responder.Messages().first().Buttons, TQ3MsgButtons::Ok);
+    QVERIFY(responder.Messages().first().Text.contains(QLatin1String("abc")));
+    QVERIFY(!module.Main->Form(QStringLiteral("actInserimentoFattureVendita")));
+    QVERIFY(module.MainForm->MdiArea()->subWindowList().isEmpty());
+
+    responder.Clear();
+    module.Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da D.d.T."), {QStringLiteral("abc")}, 0);
+    QCOMPARE(responder.Messages().size(), 1);
+    QCOMPARE(responder.Messages().first().Title, QStringLiteral("Errore"));
+    QVERIFY(module.MainForm->MdiArea()->subWindowList().isEmpty());
+}
+
+void TestKRVMain::finalizingLeavesTheSessionToItsOwner()
+{
+    TKRVTestModule module;
+    TQ3RecordingResponder responder;
+    module.Main->ModuloFinalize();
+    module.Main->Finalize();
+    QVERIFY(responder.Messages().isEmpty());
+    QVERIFY(module.Main->ModADOConn()->Connected());
+}
+
+void TestKRVMain::everyInputReadsItsLabel()
+{
+    TKRVTestModule module;
+    module.MainForm->show();
+    TQ3RecordingResponder responder;
+    int labels = 0;
+    for (const QString &name : KRVFormClasses().keys()) {
+        QAction *action = module.Main->Action(name);
+        QVERIFY2(action, qPrintable(name));
+        action->trigger();
+        QWidget *form = module.Main->Form(name);
+        QVERIFY2(form, qPrintable(name));
+        for (const QLabel *label : form->findChildren<QLabel *>()) {
+            if (!label->buddy())
+                continue;
+            ++labels;
+            QString caption = label->text();
+            caption.remove(QLatin1Char('&'));
+            QVERIFY2(label->buddy()->accessibleName() == caption,
+                     qPrintable(name + QStringLiteral(": ") + label->buddy()->objectName() + QStringLiteral(" reads \"")
+                                + label->buddy()->accessibleName() + QStringLiteral("\", its label \"") + caption
+                                + QLatin1Char('"')));
+        }
+    }
+    QVERIFY(labels > 30);
+    QVERIFY(responder.Messages().isEmpty());
 }
 
 void TestKRVMain::runningAnActionTwiceShowsOneWindow()
