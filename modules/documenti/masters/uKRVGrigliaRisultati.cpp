@@ -18,7 +18,12 @@ public:
     {
         setData(StoredRole, stored);
         setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        const bool numeric = tipo != TKRVTipoColonna::Testo;
+        if (tipo == TKRVTipoColonna::Spunta) {
+            setFlags(flags() | Qt::ItemIsUserCheckable);
+            setCheckState(Qt::Unchecked);
+        }
+        const bool numeric = tipo == TKRVTipoColonna::Intero || tipo == TKRVTipoColonna::Importo
+                             || tipo == TKRVTipoColonna::Percentuale;
         setTextAlignment((numeric ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
 
@@ -32,8 +37,11 @@ public:
             return FormatCurrency(stored.toDouble());
         case TKRVTipoColonna::Percentuale:
             return FormatNumber(stored.toDouble(), 2) + QStringLiteral(" %");
+        case TKRVTipoColonna::Data:
+            return FormatShortDate(QDate::fromString(stored, Qt::ISODate));
         case TKRVTipoColonna::Intero:
         case TKRVTipoColonna::Testo:
+        case TKRVTipoColonna::Spunta:
             break;
         }
         return stored;
@@ -44,6 +52,10 @@ public:
         const auto &cella = static_cast<const TKRVCella &>(other);
         if (m_tipo == TKRVTipoColonna::Testo)
             return Stored().localeAwareCompare(cella.Stored()) < 0;
+        if (m_tipo == TKRVTipoColonna::Data)
+            return Stored() < cella.Stored();
+        if (m_tipo == TKRVTipoColonna::Spunta)
+            return checkState() < cella.checkState();
         return Stored().toDouble() < cella.Stored().toDouble();
     }
 
@@ -61,6 +73,9 @@ QString StoredText(const QVariant &value, TKRVTipoColonna tipo)
     case TKRVTipoColonna::Importo:
     case TKRVTipoColonna::Percentuale:
         return QString::asprintf("%.2f", value.toDouble());
+    case TKRVTipoColonna::Data:
+        return value.toDate().toString(Qt::ISODate);
+    case TKRVTipoColonna::Spunta:
     case TKRVTipoColonna::Testo:
         break;
     }
@@ -122,14 +137,15 @@ void TKRVGrigliaRisultati::Carica(QSqlQuery &query)
     const QSqlRecord layout = query.record();
     QList<int> fields;
     for (const TKRVColonna &definition : std::as_const(m_columns))
-        fields << FieldIndex(layout, definition.Field);
+        fields << (definition.Tipo == TKRVTipoColonna::Spunta ? -1 : FieldIndex(layout, definition.Field));
     setUpdatesEnabled(false);
     while (query.next()) {
         const int row = rowCount();
         insertRow(row);
         for (int column = 0; column < m_columns.size(); ++column) {
             const TKRVTipoColonna tipo = m_columns.at(column).Tipo;
-            setItem(row, column, new TKRVCella(StoredText(query.value(fields.at(column)), tipo), tipo));
+            const int field = fields.at(column);
+            setItem(row, column, new TKRVCella(field < 0 ? QString() : StoredText(query.value(field), tipo), tipo));
         }
     }
     setUpdatesEnabled(true);

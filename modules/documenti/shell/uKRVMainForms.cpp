@@ -5,6 +5,7 @@
 #include "uKRVInserimentoAliquoteIVA.h"
 #include "uKRVInserimentoArticoli.h"
 #include "uKRVInserimentoClienti.h"
+#include "uKRVInserimentoNoteDocumenti.h"
 #include "uKRVInserimentoServizi.h"
 #include "uKRVInserimentoTipiPagamento.h"
 #include "uKRVInserimentoUM.h"
@@ -12,12 +13,15 @@
 #include "uKRVModSelezionaAliquotaIVA.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaDdtScaricoMulti.h"
+#include "uKRVModSelezionaNotaDocumenti.h"
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 #include "uKRVModSelezionaUM.h"
 #include "uKRVRicercaAliquoteIva.h"
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
+#include "uKRVRicercaNoteDocumenti.h"
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
@@ -63,6 +67,10 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actInserimentoServizi"), KRVWindow<TKRVInserimentoServizi>()},
         {QStringLiteral("actRicercaServizi"), KRVWindow<TKRVRicercaServizi>()},
         {QStringLiteral("actModSelezionaServizio"), KRVSelectionDialog<TKRVModSelezionaServizio>()},
+        {QStringLiteral("actInserimentoNoteDocumenti"), KRVWindow<TKRVInserimentoNoteDocumenti>()},
+        {QStringLiteral("actRicercaNoteDocumenti"), KRVWindow<TKRVRicercaNoteDocumenti>()},
+        {QStringLiteral("actModSelezionaNotaDocumenti"), KRVSelectionDialog<TKRVModSelezionaNotaDocumenti>()},
+        {QStringLiteral("actModSelezionaDdtScaricoMulti"), KRVSelectionDialog<TKRVModSelezionaDdtScaricoMulti>()},
     };
     return classes;
 }
