@@ -42,11 +42,15 @@ TKRVModSelezionaDdtScaricoMulti::TKRVModSelezionaDdtScaricoMulti()
     barra->insertWidget(Elenco()->actCerca(), etichetta);
     barra->insertWidget(Elenco()->actCerca(), txtAnno);
     barra->insertSeparator(Elenco()->actCerca());
-    barra->addSeparator();
-    barra->addAction(KRVCreaAzione(this, QStringLiteral("actSelezionaTutti"), QStringLiteral("Selez. tutti"),
-                                   KRVImgSelezionaTutti, [this] { actSelezionaTuttiExecute(); }));
-    barra->addAction(KRVCreaAzione(this, QStringLiteral("actDeselezionaTutti"), QStringLiteral("Deselez. tutti"),
-                                   KRVImgDeselezionaTutti, [this] { actDeselezionaTuttiExecute(); }));
+
+    // The check box commands stand at the left of "OK" and "Annulla".
+    QToolBar *conferma = findChild<QToolBar *>(QStringLiteral("tBarConferma"));
+    QAction *primo = conferma->actions().value(0);
+    conferma->insertAction(primo, KRVCreaAzione(this, QStringLiteral("actSelezionaTutti"), QStringLiteral("Selez. tutti"),
+                                                KRVImgSelezionaTutti, [this] { actSelezionaTuttiExecute(); }));
+    conferma->insertAction(primo, KRVCreaAzione(this, QStringLiteral("actDeselezionaTutti"),
+                                                QStringLiteral("Deselez. tutti"), KRVImgDeselezionaTutti,
+                                                [this] { actDeselezionaTuttiExecute(); }));
 
     FormCreate();
     actRipristinaExecute();

@@ -138,9 +138,9 @@ void TestModSelezionaDdtScaricoMulti::actionCreatesTheDialogOnceEmptyOnTheCurren
     QCOMPARE(Anno(dialog)->accessibleName(), QStringLiteral("    Anno"));
     QVERIFY(Nome(dialog)->text().isEmpty());
     QCOMPARE(Anno(dialog)->value(), m_year);
-    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))),
-             (QStringList{"Cerca", "Ripristina", "Selez. tutti", "Deselez. tutti"}));
-    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarConferma"))), (QStringList{"OK", "Annulla"}));
+    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))), (QStringList{"Cerca", "Ripristina"}));
+    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarConferma"))),
+             (QStringList{"Selez. tutti", "Deselez. tutti", "OK", "Annulla"}));
 }
 
 void TestModSelezionaDdtScaricoMulti::searchListsTheYearsNotesNewestFirst()
