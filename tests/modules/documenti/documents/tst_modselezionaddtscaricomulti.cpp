@@ -57,6 +57,7 @@ private slots:
     void okWithNothingCheckedWarnsAndStays();
     void doubleClickChoosesNothing();
     void dialogKeepsItsRowsBetweenUses();
+    void searchFailureShowsItsMessageAndEmptiesTheGrid();
     void chosenNotesGiveTheirLinesInGridOrder();
 
 private:
@@ -314,6 +315,23 @@ void TestModSelezionaDdtScaricoMulti::dialogKeepsItsRowsBetweenUses()
 
     ShowModal(dialog, [&] { Trigger(dialog, QStringLiteral("actCerca")); });
     QCOMPARE(Column(dialog->gridRisultati(), 0), (QStringList{"24", "21"}));
+}
+
+void TestModSelezionaDdtScaricoMulti::searchFailureShowsItsMessageAndEmptiesTheGrid()
+{
+    auto dialog = Dialog();
+    Trigger(dialog, QStringLiteral("actCerca"));
+    QCOMPARE(dialog->gridRisultati()->rowCount(), 3);
+    m_module->Database.Exec(QStringLiteral("ALTER TABLE DDT_SCARICO DROP CLI_CODICE"));
+
+    Trigger(dialog, QStringLiteral("actCerca"));
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    const TQ3Message &box = m_boxes->Messages().first();
+    QCOMPARE(box.Title, QStringLiteral("Errore"));
+    QCOMPARE(box.Icon, TQ3MsgIcon::Error);
+    QVERIFY(box.Text.contains(QLatin1String("CLI_CODICE")));
+    QCOMPARE(dialog->gridRisultati()->rowCount(), 0);
+    QVERIFY(!dialog->isVisible());
 }
 
 // What the invoice's loading does with the choice: the notes in grid order,

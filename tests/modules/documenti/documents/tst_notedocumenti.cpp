@@ -35,6 +35,7 @@ private slots:
     void titleUsedByAnotherNoteIsRefusedWhateverItsCase();
     void resavingAnUnchangedNotePassesTheTitleCheck();
     void nuovoAndClosingAskAboutUnsavedChanges();
+    void failedSaveShowsTheErrorAndCountsAsSaved();
     void deleteFromTheEditorAsksThenBlanksAndRefreshesTheList();
     void deleteOnANewNoteAsksNothing();
 
@@ -241,6 +242,24 @@ void TestNoteDocumenti::nuovoAndClosingAskAboutUnsavedChanges()
     CloseFrame(m_editor);
     QCOMPARE(m_boxes->Messages().size(), 3);
     QVERIFY(!m_module->Main->Form(ActEditor));
+}
+
+// The generator behind the table's keys: the new key is taken already.
+void TestNoteDocumenti::failedSaveShowsTheErrorAndCountsAsSaved()
+{
+    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDNOTA_DOCUMENTI TO 1"));
+    m_editor = Run<TKRVInserimentoNoteDocumenti>(*m_module, ActEditor);
+    const QStringList before = Notes();
+    Type(Titolo(), QStringLiteral("Nuova"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
+                    Error, Ok);
+    QCOMPARE(Notes(), before);
+    QCOMPARE(m_editor->IdRecord(), 2);
+    QVERIFY(!m_editor->NewRecord());
+    QVERIFY(!m_editor->actSalva()->isEnabled());
 }
 
 void TestNoteDocumenti::deleteFromTheEditorAsksThenBlanksAndRefreshesTheList()
