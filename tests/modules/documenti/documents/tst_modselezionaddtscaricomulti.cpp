@@ -127,10 +127,7 @@ void TestModSelezionaDdtScaricoMulti::actionCreatesTheDialogOnceEmptyOnTheCurren
     QCOMPARE(dialog->windowTitle(), QStringLiteral("Seleziona D.d.T. di scarico"));
 
     TKRVGrigliaRisultati *grid = dialog->gridRisultati();
-    QStringList titles;
-    for (int column = 0; column < grid->columnCount(); ++column)
-        titles << grid->horizontalHeaderItem(column)->text();
-    QCOMPARE(titles, (QStringList{QString(), QString(), "N.", "Data", "Codice", "Ragione sociale"}));
+    QCOMPARE(Titles(grid), (QStringList{QString(), QString(), "N.", "Data", "Codice", "Ragione sociale"}));
     QVERIFY(grid->isColumnHidden(0));
     QVERIFY(!grid->isColumnHidden(1));
     QCOMPARE(grid->rowCount(), 0);
