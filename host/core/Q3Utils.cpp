@@ -76,3 +76,8 @@ QString FormatNumber(double value, int decimals)
 {
     return QLocale().toString(value, 'f', decimals);
 }
+
+QString FormatShortDate(const QDate &date)
+{
+    return QLocale().toString(date, QLocale::ShortFormat);
+}

@@ -38,3 +38,6 @@ Q3_EXPORT QString FormatCurrency(double value);
 
 // A number in the application's locale, with the given decimals and group separators.
 Q3_EXPORT QString FormatNumber(double value, int decimals);
+
+// A date in the application's locale short date format.
+Q3_EXPORT QString FormatShortDate(const QDate &date);

@@ -19,7 +19,12 @@ public:
     {
         setData(StoredRole, stored);
         setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        const bool numeric = tipo != TKRVTipoColonna::Testo && tipo != TKRVTipoColonna::Data;
+        if (tipo == TKRVTipoColonna::Spunta) {
+            setFlags(flags() | Qt::ItemIsUserCheckable);
+            setCheckState(Qt::Unchecked);
+        }
+        const bool numeric = tipo == TKRVTipoColonna::Intero || tipo == TKRVTipoColonna::Importo
+                             || tipo == TKRVTipoColonna::Percentuale;
         setTextAlignment((numeric ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
 
@@ -34,9 +39,10 @@ public:
         case TKRVTipoColonna::Percentuale:
             return FormatNumber(stored.toDouble(), 2) + QStringLiteral(" %");
         case TKRVTipoColonna::Data:
-            return QDate::fromString(stored, Qt::ISODate).toString(QStringLiteral("dd/MM/yyyy"));
+            return FormatShortDate(QDate::fromString(stored, Qt::ISODate));
         case TKRVTipoColonna::Intero:
         case TKRVTipoColonna::Testo:
+        case TKRVTipoColonna::Spunta:
             break;
         }
         return stored;
@@ -49,6 +55,8 @@ public:
             return Stored().localeAwareCompare(cella.Stored()) < 0;
         if (m_tipo == TKRVTipoColonna::Data)
             return Stored() < cella.Stored();
+        if (m_tipo == TKRVTipoColonna::Spunta)
+            return checkState() < cella.checkState();
         return Stored().toDouble() < cella.Stored().toDouble();
     }
 
@@ -68,6 +76,7 @@ QString StoredText(const QVariant &value, TKRVTipoColonna tipo)
         return QString::asprintf("%.2f", value.toDouble());
     case TKRVTipoColonna::Data:
         return value.toDate().toString(Qt::ISODate);
+    case TKRVTipoColonna::Spunta:
     case TKRVTipoColonna::Testo:
         break;
     }
@@ -129,14 +138,15 @@ void TKRVGrigliaRisultati::Carica(QSqlQuery &query)
     const QSqlRecord layout = query.record();
     QList<int> fields;
     for (const TKRVColonna &definition : std::as_const(m_columns))
-        fields << FieldIndex(layout, definition.Field);
+        fields << (definition.Tipo == TKRVTipoColonna::Spunta ? -1 : FieldIndex(layout, definition.Field));
     setUpdatesEnabled(false);
     while (query.next()) {
         const int row = rowCount();
         insertRow(row);
         for (int column = 0; column < m_columns.size(); ++column) {
             const TKRVTipoColonna tipo = m_columns.at(column).Tipo;
-            setItem(row, column, new TKRVCella(StoredText(query.value(fields.at(column)), tipo), tipo));
+            const int field = fields.at(column);
+            setItem(row, column, new TKRVCella(field < 0 ? QString() : StoredText(query.value(field), tipo), tipo));
         }
     }
     setUpdatesEnabled(true);

@@ -5,8 +5,9 @@
 #include <QString>
 #include <QTableWidget>
 
-// How a results column shows its value.
-enum class TKRVTipoColonna { Intero, Testo, Importo, Percentuale, Data };
+// How a results column shows its value. A check box column reads no query
+// column: its boxes start unchecked.
+enum class TKRVTipoColonna { Intero, Testo, Importo, Percentuale, Data, Spunta };
 
 // A results column: title, width in pixels (0: hidden), the query column it
 // shows and how.
@@ -20,8 +21,8 @@ struct TKRVColonna
 
 // The read-only results grid of search lists and selection dialogs: one
 // header row, whole rows selected, sorting by a click on a header, and in
-// column 0 the row's key, hidden. Numbers are kept as "%.2f" texts and
-// formatted only for display.
+// column 0 the row's key, hidden. Numbers are kept as "%.2f" texts and dates
+// as "YYYY-MM-DD", formatted only for display.
 class TKRVGrigliaRisultati : public QTableWidget
 {
     Q_OBJECT

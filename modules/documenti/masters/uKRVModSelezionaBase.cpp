@@ -14,7 +14,8 @@
 TKRVModSelezionaBase::TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSize)
     : QDialog(GetQ3MainForm()),
       m_elenco(new TKRVElencoRicerca(this, QStringLiteral("gridRisultati"), std::move(info),
-                                     [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); }))
+                                     [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
+      m_actOK(KRVCreaAzione(this, QStringLiteral("actOK"), QStringLiteral("OK"), KRVImgOK, [this] { accept(); }))
 {
     setWindowTitle(m_elenco->Info().Caption);
     setModal(true);
@@ -25,7 +26,7 @@ TKRVModSelezionaBase::TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSiz
     auto spacer = new QWidget(bottom);
     spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bottom->addWidget(spacer);
-    bottom->addAction(KRVCreaAzione(this, QStringLiteral("actOK"), QStringLiteral("OK"), KRVImgOK, [this] { accept(); }));
+    bottom->addAction(m_actOK);
     bottom->addAction(
         KRVCreaAzione(this, QStringLiteral("actAnnulla"), QStringLiteral("Annulla"), KRVImgAnnulla, [this] { reject(); }));
 

@@ -17,8 +17,8 @@ struct TKRVVoceSelezionata
 // filters and rows.
 //
 // A concrete dialog gives its description and its ApriSelezionato; one whose
-// search, reset or reload on showing differ overrides actCercaExecute,
-// actRipristinaExecute or FormShow.
+// search, reset, reload on showing or double click differ overrides
+// actCercaExecute, actRipristinaExecute, FormShow or gridRisultatiDblClickCell.
 class TKRVModSelezionaBase : public QDialog
 {
     Q_OBJECT
@@ -38,6 +38,7 @@ protected:
     TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSize);
 
     TKRVElencoRicerca *Elenco() const { return m_elenco; }
+    QAction *actOK() const { return m_actOK; }
     TKRVVoceSelezionata VoceSelezionata(int textColumn) const;
 
     // Builds the empty grid; the constructor of the concrete dialog calls it.
@@ -47,10 +48,12 @@ protected:
 
     virtual void actCercaExecute();
     virtual void actRipristinaExecute();
-    void gridRisultatiDblClickCell();
+    // Chooses the row, unless the member says otherwise.
+    virtual void gridRisultatiDblClickCell();
 
     void showEvent(QShowEvent *event) override;
 
 private:
     TKRVElencoRicerca *m_elenco;
+    QAction *m_actOK;
 };

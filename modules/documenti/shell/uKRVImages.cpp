@@ -34,6 +34,8 @@ TKRVImageSource Source(int index)
     case KRVImgPaginaPrecedente: return {"go-previous", QStyle::SP_MediaSeekBackward};
     case KRVImgPaginaSuccessiva: return {"go-next", QStyle::SP_MediaSeekForward};
     case KRVImgPaginaUltima: return {"go-last", QStyle::SP_MediaSkipForward};
+    case KRVImgSelezionaTutti: return {"edit-select-all", QStyle::SP_DialogYesButton};
+    case KRVImgDeselezionaTutti: return {"list-remove", QStyle::SP_DialogNoButton};
     case KRVImgFolderClosed: return {"folder", QStyle::SP_DirClosedIcon};
     case KRVImgFolderOpen: return {"folder-open", QStyle::SP_DirOpenIcon};
     default: break;

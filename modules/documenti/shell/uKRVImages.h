@@ -24,6 +24,8 @@ enum TKRVImage : int {
     KRVImgPaginaPrecedente = 17,
     KRVImgPaginaSuccessiva = 18,
     KRVImgPaginaUltima = 19,
+    KRVImgSelezionaTutti = 20,
+    KRVImgDeselezionaTutti = 21,
     KRVImgFolderClosed = 38,
     KRVImgFolderOpen = 39,
 };

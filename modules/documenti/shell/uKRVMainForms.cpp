@@ -6,6 +6,7 @@
 #include "uKRVInserimentoArticoli.h"
 #include "uKRVInserimentoClienti.h"
 #include "uKRVInserimentoFattureVendita.h"
+#include "uKRVInserimentoNoteDocumenti.h"
 #include "uKRVInserimentoServizi.h"
 #include "uKRVInserimentoTipiPagamento.h"
 #include "uKRVInserimentoUM.h"
@@ -13,6 +14,8 @@
 #include "uKRVModSelezionaAliquotaIVA.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaDdtScaricoMulti.h"
+#include "uKRVModSelezionaNotaDocumenti.h"
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 #include "uKRVModSelezionaUM.h"
@@ -20,6 +23,7 @@
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
 #include "uKRVRicercaFattureVendita.h"
+#include "uKRVRicercaNoteDocumenti.h"
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
@@ -67,6 +71,10 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actModSelezionaServizio"), KRVSelectionDialog<TKRVModSelezionaServizio>()},
         {QStringLiteral("actInserimentoFattureVendita"), KRVWindow<TKRVInserimentoFattureVendita>()},
         {QStringLiteral("actRicercaFattureVendita"), KRVWindow<TKRVRicercaFattureVendita>()},
+        {QStringLiteral("actInserimentoNoteDocumenti"), KRVWindow<TKRVInserimentoNoteDocumenti>()},
+        {QStringLiteral("actRicercaNoteDocumenti"), KRVWindow<TKRVRicercaNoteDocumenti>()},
+        {QStringLiteral("actModSelezionaNotaDocumenti"), KRVSelectionDialog<TKRVModSelezionaNotaDocumenti>()},
+        {QStringLiteral("actModSelezionaDdtScaricoMulti"), KRVSelectionDialog<TKRVModSelezionaDdtScaricoMulti>()},
     };
     return classes;
 }

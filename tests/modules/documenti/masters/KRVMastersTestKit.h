@@ -9,11 +9,16 @@
 
 #include <QAbstractSpinBox>
 #include <QAction>
+#include <QDialog>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMdiSubWindow>
 #include <QTableWidget>
+#include <QTimer>
+#include <QToolBar>
 #include <QtTest>
+
+#include <functional>
 
 namespace KRVTest {
 
@@ -75,6 +80,37 @@ inline QStringList Column(const QTableWidget *grid, int column)
     for (int row = 0; row < grid->rowCount(); ++row)
         texts << grid->item(row, column)->text();
     return texts;
+}
+
+inline QStringList Titles(const QTableWidget *grid)
+{
+    QStringList titles;
+    for (int column = 0; column < grid->columnCount(); ++column)
+        titles << grid->horizontalHeaderItem(column)->text();
+    return titles;
+}
+
+// The captions of a toolbar's buttons, left to right.
+inline QStringList Captions(const QToolBar *bar)
+{
+    QStringList captions;
+    for (QAction *action : bar->actions()) {
+        if (!action->isSeparator() && !action->text().isEmpty())
+            captions << action->text();
+    }
+    return captions;
+}
+
+// Shows the dialog modally, as its callers do, and acts on it while it is
+// open; a dialog the actions left open is cancelled so that the test goes on.
+inline int ShowModal(QDialog *dialog, const std::function<void()> &whileOpen)
+{
+    QTimer::singleShot(0, dialog, [dialog, whileOpen] {
+        whileOpen();
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    return dialog->exec();
 }
 
 inline int RowOf(const QTableWidget *grid, int column, const QString &text)

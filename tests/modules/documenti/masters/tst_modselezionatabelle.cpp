@@ -16,18 +16,6 @@ const QString ActUM = QStringLiteral("actModSelezionaUM");
 const QString ActTipo = QStringLiteral("actModSelezionaTipoPagamento");
 const QString ActIva = QStringLiteral("actModSelezionaAliquotaIVA");
 
-// Shows the dialog modally, as its callers do, and acts on it while it is
-// open; a dialog the actions left open is cancelled so that the test goes on.
-int ShowModal(QDialog *dialog, const std::function<void()> &whileOpen)
-{
-    QTimer::singleShot(0, dialog, [dialog, whileOpen] {
-        whileOpen();
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-    return dialog->exec();
-}
-
 } // namespace
 
 class TestModSelezionaTabelle : public QObject

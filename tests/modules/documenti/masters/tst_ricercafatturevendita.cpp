@@ -93,7 +93,7 @@ void TestRicercaFattureVendita::columnsAndEmptyGridUntilTheFirstSearch()
     Trigger(m_lista, QStringLiteral("actCerca"));
     QCOMPARE(Column(griglia, 1), (QStringList{"2", "1"}));
     const int riga = RowOf(griglia, 1, QStringLiteral("2"));
-    QCOMPARE(griglia->item(riga, 2)->text(), QStringLiteral("15/01/%1").arg(m_anno));
+    QCOMPARE(griglia->item(riga, 2)->text(), FormatShortDate(QDate(m_anno, 1, 15)));
     QCOMPARE(griglia->item(riga, 4)->text(), QStringLiteral("L'Ottica di Rossi"));
     QCOMPARE(griglia->item(riga, 5)->text(), QStringLiteral("1.234,50\u00A0€"));
     QCOMPARE(griglia->item(riga, 6)->text(), QStringLiteral("False"));

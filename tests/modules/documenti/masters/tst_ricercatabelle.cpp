@@ -18,14 +18,6 @@ const QString ActRicercaUM = QStringLiteral("actRicercaUM");
 const QString ActRicercaIva = QStringLiteral("actRicercaAliquoteIVA");
 const QString ActRicercaTipi = QStringLiteral("actRicercaTipiPagamento");
 
-QStringList Titles(const QTableWidget *grid)
-{
-    QStringList titles;
-    for (int column = 0; column < grid->columnCount(); ++column)
-        titles << grid->horizontalHeaderItem(column)->text();
-    return titles;
-}
-
 QList<int> Widths(const QTableWidget *grid)
 {
     QList<int> widths;

@@ -1,0 +1,107 @@
+#include "KRVCaricaDaDdt.h"
+
+#include "Q3Sql.h"
+#include "Q3Utils.h"
+
+#include <QDate>
+#include <QSqlRecord>
+
+namespace {
+
+const QString TipoArticolo = QStringLiteral("Articolo");
+const QString TipoServizio = QStringLiteral("Servizio");
+const QString TipoTesto = QStringLiteral("Testo");
+
+QString QueryRigheDdt(int chiave)
+{
+    return QStringLiteral("SELECT DDT_SCARICO.NUMERO AS DDT_NUMERO, DDT_SCARICO.DATA AS DDT_DATA, DDT_SCARICO_DETT.* "
+                          "FROM DDT_SCARICO_DETT LEFT JOIN DDT_SCARICO ON DDT_SCARICO.IDDDT_SCARICO = "
+                          "DDT_SCARICO_DETT.IDDDT_SCARICO WHERE DDT_SCARICO_DETT.IDDDT_SCARICO = ")
+           + QString::number(chiave) + QStringLiteral(" ORDER BY IDDDT_SCARICO_DETT");
+}
+
+QString Importo(const QVariant &value)
+{
+    return QString::asprintf("%.2f", value.toDouble());
+}
+
+QString Intero(const QVariant &value)
+{
+    return QString::number(value.toLongLong());
+}
+
+QStringList RigaTesto(const QString &descrizione)
+{
+    QStringList riga(KRVColonneRigaFattura);
+    riga[KRVColDescrizione] = descrizione;
+    riga[KRVColTipoRiga] = TipoTesto;
+    return riga;
+}
+
+// The positions of the columns read, taken once per query.
+struct TKRVCampiRigaDdt
+{
+    explicit TKRVCampiRigaDdt(const QSqlRecord &layout)
+        : Numero(FieldIndex(layout, QStringLiteral("DDT_NUMERO"))), Data(FieldIndex(layout, QStringLiteral("DDT_DATA"))),
+          TipoRiga(FieldIndex(layout, QStringLiteral("TIPO_RIGA"))), Costo(FieldIndex(layout, QStringLiteral("COSTO"))),
+          Codice(FieldIndex(layout, QStringLiteral("CODICE"))),
+          Descrizione(FieldIndex(layout, QStringLiteral("DESCRIZIONE"))),
+          IdCategoria(FieldIndex(layout, QStringLiteral("IDCATEGORIA"))), Prezzo(FieldIndex(layout, QStringLiteral("PREZZO"))),
+          Quantita(FieldIndex(layout, QStringLiteral("QUANTITA"))), Importo(FieldIndex(layout, QStringLiteral("IMPORTO"))),
+          IdAliquotaIva(FieldIndex(layout, QStringLiteral("IVA_IDALIQUOTA_IVA"))),
+          CodiceIva(FieldIndex(layout, QStringLiteral("IVA_CODICE"))), IdUM(FieldIndex(layout, QStringLiteral("IDUM"))),
+          UM(FieldIndex(layout, QStringLiteral("UM")))
+    {
+    }
+
+    int Numero, Data, TipoRiga, Costo, Codice, Descrizione, IdCategoria, Prezzo, Quantita, Importo, IdAliquotaIva,
+        CodiceIva, IdUM, UM;
+};
+
+QStringList RigaVoce(const QSqlQuery &query, const TKRVCampiRigaDdt &campi, const QString &tipo)
+{
+    QStringList riga(KRVColonneRigaFattura);
+    riga[KRVColIdRiga] = QStringLiteral("-1");
+    riga[KRVColCosto] = Importo(query.value(campi.Costo));
+    riga[KRVColCodice] = query.value(campi.Codice).toString();
+    riga[KRVColDescrizione] = query.value(campi.Descrizione).toString();
+    riga[KRVColIdCategoria] = Intero(query.value(campi.IdCategoria));
+    riga[KRVColPrezzo] = Importo(query.value(campi.Prezzo));
+    // Delivery note lines carry no discount.
+    riga[KRVColSconto] = Importo(0);
+    riga[KRVColQuantita] = Importo(query.value(campi.Quantita));
+    riga[KRVColImporto] = Importo(query.value(campi.Importo));
+    riga[KRVColIdAliquotaIva] = Intero(query.value(campi.IdAliquotaIva));
+    riga[KRVColCodiceIva] = query.value(campi.CodiceIva).toString();
+    riga[KRVColIdUM] = Intero(query.value(campi.IdUM));
+    riga[KRVColUM] = query.value(campi.UM).toString();
+    riga[KRVColTipoRiga] = tipo;
+    return riga;
+}
+
+void CaricaDdt(const QSqlDatabase &db, int chiave, const TKRVAggiungiRiga &aggiungi)
+{
+    QSqlQuery query = OpenQuery(db, QueryRigheDdt(chiave));
+    if (!query.next())
+        return;
+    const TKRVCampiRigaDdt campi(query.record());
+    aggiungi(RigaTesto(QStringLiteral("-- Rif. D.d.T. n. ") + query.value(campi.Numero).toString()
+                       + QStringLiteral(" del ") + FormatShortDate(query.value(campi.Data).toDate())
+                       + QStringLiteral(" --")));
+    do {
+        const QString tipo = query.value(campi.TipoRiga).toString();
+        if (tipo == TipoArticolo || tipo == TipoServizio)
+            aggiungi(RigaVoce(query, campi, tipo));
+        else if (tipo == TipoTesto)
+            aggiungi(RigaTesto(query.value(campi.Descrizione).toString()));
+    } while (query.next());
+    aggiungi(RigaTesto(QStringLiteral("-- --")));
+}
+
+} // namespace
+
+void KRVCaricaDaDdt(const QSqlDatabase &db, const QList<int> &chiavi, const TKRVAggiungiRiga &aggiungi)
+{
+    for (const int chiave : chiavi)
+        CaricaDdt(db, chiave, aggiungi);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QList>
+#include <QSqlDatabase>
+#include <QStringList>
+
+#include <functional>
+
+// Where an invoice line keeps what, as the invoice grid's 14 cells.
+enum TKRVColonnaRigaFattura : int {
+    KRVColIdRiga = 0,
+    KRVColCosto = 1,
+    KRVColCodice = 2,
+    KRVColDescrizione = 3,
+    KRVColIdCategoria = 4,
+    KRVColPrezzo = 5,
+    KRVColSconto = 6,
+    KRVColQuantita = 7,
+    KRVColImporto = 8,
+    KRVColIdAliquotaIva = 9,
+    KRVColCodiceIva = 10,
+    KRVColIdUM = 11,
+    KRVColUM = 12,
+    KRVColTipoRiga = 13,
+    KRVColonneRigaFattura = 14,
+};
+
+// Receives one invoice line: 14 cell texts by the indexes above, amounts as
+// "%.2f", keys as decimal integers.
+using TKRVAggiungiRiga = std::function<void(const QStringList &riga)>;
+
+// Reads the lines of the outgoing delivery notes with these keys, note by note
+// in the order given, and hands them on as invoice lines: for a note with
+// lines, the text line "-- Rif. D.d.T. n. <number> del <date> --", then its
+// "Articolo", "Servizio" and "Testo" lines in their stored order (any other
+// kind is left out), then the text line "-- --"; a note without lines gives
+// nothing. Nothing is written to the notes, so a note can be read again.
+//
+// Each line is handed on as soon as it is read: when a failure stops the
+// reading (raised as an exception), the lines handed on before it stay with
+// the caller.
+void KRVCaricaDaDdt(const QSqlDatabase &db, const QList<int> &chiavi, const TKRVAggiungiRiga &aggiungi);

@@ -1,0 +1,34 @@
+#include "uKRVRicercaNoteDocumenti.h"
+
+#include "KRVUtils.h"
+#include "uKRVNoteDocumentiElenco.h"
+
+TKRVRicercaNoteDocumenti::TKRVRicercaNoteDocumenti(TKRVMain &main)
+    : TKRVRicercaBase(main, {.Elenco = KRVElencoNoteDocumenti(QStringLiteral("Gestione note documenti"),
+                                                              {{QStringLiteral("Titolo"), 250, QStringLiteral("TITOLO"),
+                                                                TKRVTipoColonna::Testo},
+                                                               {QStringLiteral("Testo"), 500, QStringLiteral("TESTO"),
+                                                                TKRVTipoColonna::Testo}}),
+                             .EditorAction = QStringLiteral("actInserimentoNoteDocumenti"),
+                             .ColonnaDescrizione = 2,
+                             .CanDelete = nullptr,
+                             .Delete = nullptr})
+{
+    setObjectName(QStringLiteral("KRVRicercaNoteDocumenti"));
+    FormCreate();
+}
+
+void TKRVRicercaNoteDocumenti::actRipristinaExecute()
+{
+    Elenco()->SvuotaFiltri();
+    AggiornaGriglia(QString());
+}
+
+void TKRVRicercaNoteDocumenti::actEliminaExecute()
+{
+    const int id = GridRisultati()->ChiaveSelezionata();
+    if (id < 0)
+        return;
+    if (DeleteNotaDocumenti(id, true))
+        actCercaExecute();
+}
