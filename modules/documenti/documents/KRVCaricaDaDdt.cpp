@@ -1,5 +1,7 @@
 #include "KRVCaricaDaDdt.h"
 
+#include "KRVRigheDocumento.h"
+
 #include "Q3Sql.h"
 #include "Q3Utils.h"
 
@@ -8,9 +10,7 @@
 
 namespace {
 
-const QString TipoArticolo = QStringLiteral("Articolo");
-const QString TipoServizio = QStringLiteral("Servizio");
-const QString TipoTesto = QStringLiteral("Testo");
+const TKRVLayoutRighe &Layout = KRVLayoutFattura();
 
 QString QueryRigheDdt(int chiave)
 {
@@ -22,7 +22,7 @@ QString QueryRigheDdt(int chiave)
 
 QString Importo(const QVariant &value)
 {
-    return QString::asprintf("%.2f", value.toDouble());
+    return TKRVRigheDocumento::TestoNumero(value.toDouble());
 }
 
 QString Intero(const QVariant &value)
@@ -32,9 +32,9 @@ QString Intero(const QVariant &value)
 
 QStringList RigaTesto(const QString &descrizione)
 {
-    QStringList riga(KRVColonneRigaFattura);
-    riga[KRVColDescrizione] = descrizione;
-    riga[KRVColTipoRiga] = TipoTesto;
+    QStringList riga(Layout.Colonne);
+    riga[Layout.Descrizione] = descrizione;
+    riga[Layout.Tipo] = KRVRigaTesto;
     return riga;
 }
 
@@ -60,22 +60,22 @@ struct TKRVCampiRigaDdt
 
 QStringList RigaVoce(const QSqlQuery &query, const TKRVCampiRigaDdt &campi, const QString &tipo)
 {
-    QStringList riga(KRVColonneRigaFattura);
-    riga[KRVColIdRiga] = QStringLiteral("-1");
-    riga[KRVColCosto] = Importo(query.value(campi.Costo));
-    riga[KRVColCodice] = query.value(campi.Codice).toString();
-    riga[KRVColDescrizione] = query.value(campi.Descrizione).toString();
-    riga[KRVColIdCategoria] = Intero(query.value(campi.IdCategoria));
-    riga[KRVColPrezzo] = Importo(query.value(campi.Prezzo));
+    QStringList riga(Layout.Colonne);
+    riga[Layout.Id] = QStringLiteral("-1");
+    riga[Layout.Costo] = Importo(query.value(campi.Costo));
+    riga[Layout.Codice] = query.value(campi.Codice).toString();
+    riga[Layout.Descrizione] = query.value(campi.Descrizione).toString();
+    riga[Layout.IdCategoria] = Intero(query.value(campi.IdCategoria));
+    riga[Layout.Prezzo] = Importo(query.value(campi.Prezzo));
     // Delivery note lines carry no discount.
-    riga[KRVColSconto] = Importo(0);
-    riga[KRVColQuantita] = Importo(query.value(campi.Quantita));
-    riga[KRVColImporto] = Importo(query.value(campi.Importo));
-    riga[KRVColIdAliquotaIva] = Intero(query.value(campi.IdAliquotaIva));
-    riga[KRVColCodiceIva] = query.value(campi.CodiceIva).toString();
-    riga[KRVColIdUM] = Intero(query.value(campi.IdUM));
-    riga[KRVColUM] = query.value(campi.UM).toString();
-    riga[KRVColTipoRiga] = tipo;
+    riga[Layout.Sconto] = Importo(0);
+    riga[Layout.Quantita] = Importo(query.value(campi.Quantita));
+    riga[Layout.Importo] = Importo(query.value(campi.Importo));
+    riga[Layout.IdIva] = Intero(query.value(campi.IdAliquotaIva));
+    riga[Layout.Iva] = query.value(campi.CodiceIva).toString();
+    riga[Layout.IdUM] = Intero(query.value(campi.IdUM));
+    riga[Layout.UM] = query.value(campi.UM).toString();
+    riga[Layout.Tipo] = tipo;
     return riga;
 }
 
@@ -90,9 +90,9 @@ void CaricaDdt(const QSqlDatabase &db, int chiave, const TKRVAggiungiRiga &aggiu
                        + QStringLiteral(" --")));
     do {
         const QString tipo = query.value(campi.TipoRiga).toString();
-        if (tipo == TipoArticolo || tipo == TipoServizio)
+        if (tipo == KRVRigaArticolo || tipo == KRVRigaServizio)
             aggiungi(RigaVoce(query, campi, tipo));
-        else if (tipo == TipoTesto)
+        else if (tipo == KRVRigaTesto)
             aggiungi(RigaTesto(query.value(campi.Descrizione).toString()));
     } while (query.next());
     aggiungi(RigaTesto(QStringLiteral("-- --")));

@@ -6,26 +6,7 @@
 
 #include <functional>
 
-// Where an invoice line keeps what, as the invoice grid's 14 cells.
-enum TKRVColonnaRigaFattura : int {
-    KRVColIdRiga = 0,
-    KRVColCosto = 1,
-    KRVColCodice = 2,
-    KRVColDescrizione = 3,
-    KRVColIdCategoria = 4,
-    KRVColPrezzo = 5,
-    KRVColSconto = 6,
-    KRVColQuantita = 7,
-    KRVColImporto = 8,
-    KRVColIdAliquotaIva = 9,
-    KRVColCodiceIva = 10,
-    KRVColIdUM = 11,
-    KRVColUM = 12,
-    KRVColTipoRiga = 13,
-    KRVColonneRigaFattura = 14,
-};
-
-// Receives one invoice line: 14 cell texts by the indexes above, amounts as
+// Receives one invoice line: its cells by the invoice layout (KRVLayoutFattura), amounts as
 // "%.2f", keys as decimal integers.
 using TKRVAggiungiRiga = std::function<void(const QStringList &riga)>;
 

@@ -1,5 +1,6 @@
 #include "uKRVInserimentoFattureVendita.h"
 
+#include "KRVCaricaDaDdt.h"
 #include "KRVDeleteRules.h"
 #include "KRVLookups.h"
 #include "KRVNumbering.h"
@@ -13,6 +14,8 @@
 #include "uKRVImages.h"
 #include "uKRVMain.h"
 #include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaDdtScaricoMulti.h"
+#include "uKRVModSelezionaNotaDocumenti.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 
 #include <QButtonGroup>
@@ -21,6 +24,7 @@
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -169,15 +173,17 @@ void TKRVInserimentoFattureVendita::CreaComandi()
                     QString::fromUtf8(suggerimento.Nota));
     }
     QAction *chiudi = findChild<QAction *>(QStringLiteral("actChiudi"));
-    // Printing and the other documents' commands come with their own windows.
+    // Printing comes with the report engine: its commands show, not yet active.
     QAction *stampa = KRVCreaAzione(this, QStringLiteral("actStampa"), QStringLiteral("Stampa"), KRVImgStampa, [] {});
     QAction *pdf = KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [] {});
     QAction *ddt = KRVCreaAzione(this, QStringLiteral("actCaricaDaDdt"), QStringLiteral("Carica da D.d.T."),
-                                 KRVImgFatture, [] {});
+                                 KRVImgFatture, [this] { actCaricaDaDdtExecute(); });
     QAction *nota = KRVCreaAzione(this, QStringLiteral("actInserisciNotaDocumento"), QStringLiteral("Inserisci nota"),
-                                  KRVImgNuovo, [] {});
-    for (QAction *action : {stampa, pdf, ddt, nota})
+                                  KRVImgNuovo, [this] { actInserisciNotaDocumentoExecute(); });
+    for (QAction *action : {stampa, pdf})
         action->setEnabled(false);
+    // The delivery notes are the warehouse module's.
+    ddt->setEnabled(KRVModuloCaricato(QStringLiteral("Magazzino")));
     barra->insertAction(chiudi, stampa);
     SetRichHint(barra->widgetForAction(stampa), QStringLiteral("Stampa"), QStringLiteral("Stampa la fattura\ndi vendita."));
     barra->insertAction(chiudi, pdf);
@@ -636,4 +642,42 @@ void TKRVInserimentoFattureVendita::actInformazioniClienteExecute()
                      + cliente.TELEFONO3 + a + QStringLiteral("Fax: ") + cliente.FAX + a + QStringLiteral("e-mail: ")
                      + cliente.EMAIL,
                  TQ3MsgIcon::Information);
+}
+
+void TKRVInserimentoFattureVendita::actInserisciNotaDocumentoExecute()
+{
+    auto dialog = Main().Selezione<TKRVModSelezionaNotaDocumenti>(QStringLiteral("actModSelezionaNotaDocumenti"));
+    if (!dialog)
+        return;
+    txtNote->appendPlainText(GetNotaDocumento(dialog->ApriSelezionato()));
+    SetModified(true);
+}
+
+void TKRVInserimentoFattureVendita::actCaricaDaDdtExecute()
+{
+    const QString azione = QStringLiteral("actModSelezionaDdtScaricoMulti");
+    Main().Run(azione);
+    auto dialog = Main().FormAs<TKRVModSelezionaDdtScaricoMulti>(azione);
+    if (!dialog)
+        return;
+    dialog->actRipristinaExecute();
+    // The dialog opens on the delivery notes of the invoice's customer.
+    const QString cliente = m_cliente.at(1)->text();
+    if (cliente != Vuoto) {
+        dialog->SetRagioneSociale(cliente);
+        dialog->actCercaExecute();
+    }
+    if (dialog->exec() != QDialog::Accepted)
+        return;
+    {
+        TQ3BusyCursor busy;
+        // Lines read before a failure stay, and count as a change.
+        const auto fine = qScopeGuard([this] {
+            m_griglia->AdattaAltezzeRighe();
+            SetModified(true);
+        });
+        KRVCaricaDaDdt(Main().ModADOConn()->Database(), dialog->GetSelected(),
+                       [this](const QStringList &riga) { m_righe->AccodaRiga(riga); });
+    }
+    Q3MessageBox(QStringLiteral("Informazioni"), QStringLiteral("Caricamento completato"), TQ3MsgIcon::Information);
 }

@@ -63,6 +63,8 @@ private:
     void actSelezionaTipoPagamentoExecute();
     void actInformazioniClienteExecute();
     void chkGeneraFattureCicliche_Click();
+    void actInserisciNotaDocumentoExecute();
+    void actCaricaDaDdtExecute();
 
     std::unique_ptr<TKRVArchivioFattureVendita> m_archivio;
     TKRVRigheDocumento *m_righe;

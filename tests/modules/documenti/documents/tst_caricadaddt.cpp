@@ -95,13 +95,13 @@ void TestCaricaDaDdt::notesInTheOrderGivenWithReferenceAndClosingLines()
     const QList<QStringList> righe = Carica({11, 10});
     QCOMPARE(righe.size(), 8);
     QCOMPARE(righe.at(0), Testo(QStringLiteral("-- Rif. D.d.T. n. 8 del 03/02/26 --")));
-    QCOMPARE(righe.at(1), (QStringList{"-1", "0.00", "ART2", "Guarnizione", "0", "0.33", "0.00", "3.00", "0.99", "0", "",
+    QCOMPARE(righe.at(1), (QStringList{"-1", "0,00", "ART2", "Guarnizione", "0", "0,33", "0,00", "3,00", "0,99", "0", "",
                                        "0", "", "Articolo"}));
     QCOMPARE(righe.at(2), Testo(QStringLiteral("-- --")));
     QCOMPARE(righe.at(3), Testo(QStringLiteral("-- Rif. D.d.T. n. 7 del 15/01/26 --")));
-    QCOMPARE(righe.at(4), (QStringList{"-1", "5.50", "ART1", "Rubinetto\nin ottone", "3", "12.50", "0.00", "2.00", "25.00",
+    QCOMPARE(righe.at(4), (QStringList{"-1", "5,50", "ART1", "Rubinetto\nin ottone", "3", "12,50", "0,00", "2,00", "25,00",
                                        "1", "20", "4", "PZ", "Articolo"}));
-    QCOMPARE(righe.at(5), (QStringList{"-1", "10.00", "SRV1", "Montaggio", "2", "40.00", "0.00", "1.50", "60.00", "1", "20",
+    QCOMPARE(righe.at(5), (QStringList{"-1", "10,00", "SRV1", "Montaggio", "2", "40,00", "0,00", "1,50", "60,00", "1", "20",
                                        "2", "ORE", "Servizio"}));
     QCOMPARE(righe.at(6), Testo(QStringLiteral("Consegna al piano")));
     QCOMPARE(righe.at(7), Testo(QStringLiteral("-- --")));
@@ -125,7 +125,7 @@ void TestCaricaDaDdt::linesFollowTheirKeysNotTheirInsertion()
 void TestCaricaDaDdt::missingValuesOfAnArticleLineReadAsZero()
 {
     const QStringList riga = Carica({11}).at(1);
-    QCOMPARE(riga.at(1), QStringLiteral("0.00"));
+    QCOMPARE(riga.at(1), QStringLiteral("0,00"));
     QCOMPARE(riga.at(4), QStringLiteral("0"));
     QCOMPARE(riga.at(9), QStringLiteral("0"));
     QCOMPARE(riga.at(11), QStringLiteral("0"));

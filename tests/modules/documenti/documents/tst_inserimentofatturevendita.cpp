@@ -1,4 +1,5 @@
 // The sales invoice editor driven as a user would, on a real database.
+#include "KRVDdtTestRows.h"
 #include "KRVFattureTestKit.h"
 #include "KRVModuloFratello.h"
 #include "Q3Registry.h"
@@ -6,6 +7,8 @@
 #include "uKRVInserimentoFattureVendita.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaDdtScaricoMulti.h"
+#include "uKRVModSelezionaNotaDocumenti.h"
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 
@@ -70,6 +73,9 @@ private slots:
     void namedRequestsOpenTheRecurringCopy();
     void namedRequestsWithWrongParametersDoNothing();
     void ddtRequestRefusedWhileEditorExists();
+    void noteAppendedAfterTheExistingNotes();
+    void loadingFromDeliveryNotesNeedsTheWarehouse();
+    void loadingFromTwoDeliveryNotes();
 
 private:
     TKRVInserimentoFattureVendita *Editor();
@@ -192,7 +198,7 @@ void TestInserimentoFattureVendita::commandsAndHints()
     QCOMPARE(RichHintNote(righe->widgetForAction(Action(m_editor, QStringLiteral("actAggiungiServizio")))),
              QStringLiteral("Aggiunge un servizio selezionandolo\ntra quelli presenti in archivio."));
     // What other windows bring stays visible and disabled until they exist.
-    for (const char *azione : {"actStampa", "actSalvaPDF", "actCaricaDaDdt", "actInserisciNotaDocumento"})
+    for (const char *azione : {"actStampa", "actSalvaPDF"})
         QVERIFY(!Action(m_editor, QString::fromLatin1(azione))->isEnabled());
 }
 
@@ -687,6 +693,71 @@ void TestInserimentoFattureVendita::ddtRequestRefusedWhileEditorExists()
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000001"));
     // Brought forward again.
     QVERIFY(!m_editor->parentWidget()->isHidden());
+}
+
+void TestInserimentoFattureVendita::noteAppendedAfterTheExistingNotes()
+{
+    KRVInsertNotaDocumenti(Db(), QStringLiteral("Esenzione"), QStringLiteral("Operazione esente art. 10\nDPR 633/72"));
+    Editor();
+    QVERIFY(Action(m_editor, QStringLiteral("actInserisciNotaDocumento"))->isEnabled());
+    Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->setPlainText(QStringLiteral("Consegna urgente"));
+    m_editor->SetModified(false);
+    ChooseWhenShown<TKRVModSelezionaNotaDocumenti>(*m_module, m_editor, QStringLiteral("actModSelezionaNotaDocumenti"), 1,
+                                                   QStringLiteral("Esenzione"));
+    Trigger(m_editor, QStringLiteral("actInserisciNotaDocumento"));
+    QCOMPARE(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText(),
+             QStringLiteral("Consegna urgente\nOperazione esente art. 10\nDPR 633/72"));
+    QVERIFY(m_editor->Modified());
+}
+
+void TestInserimentoFattureVendita::loadingFromDeliveryNotesNeedsTheWarehouse()
+{
+    Editor();
+    QVERIFY(!Action(m_editor, QStringLiteral("actCaricaDaDdt"))->isEnabled());
+    CloseFrame(m_editor);
+    TKRVModuloFratello magazzino(QStringLiteral("Magazzino"));
+    Editor();
+    QVERIFY(Action(m_editor, QStringLiteral("actCaricaDaDdt"))->isEnabled());
+}
+
+void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
+{
+    TKRVModuloFratello magazzino(QStringLiteral("Magazzino"));
+    LoadDdtTables(Db());
+    const int anno = QDate::currentDate().year();
+    InsertDdt(Db(), 10, 7, QDate(anno, 1, 15), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."));
+    InsertDdt(Db(), 11, 8, QDate(anno, 2, 3), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."));
+    InsertDdt(Db(), 12, 9, QDate(anno, 2, 4), QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"));
+    InsertRigaVoce(Db(), 101, 10, QStringLiteral("Articolo"), QStringLiteral("ART1"), QStringLiteral("Rubinetto"),
+                   QStringLiteral("5.5, 1, 12.5, 2, 25, 1, '20', 1, 'PEZZI'"));
+    InsertRigaTesto(Db(), 102, 11, QStringLiteral("Testo"), QStringLiteral("Consegna al piano"));
+    Editor();
+    ChooseCustomer(QStringLiteral("CLN0000001"));
+    QStringList mostrate;
+    QTimer::singleShot(0, m_editor, [this, &mostrate] {
+        auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
+        mostrate = Column(dialog->gridRisultati(), 2);
+        Trigger(dialog, QStringLiteral("actSelezionaTutti"));
+        dialog->accept();
+    });
+    Trigger(m_editor, QStringLiteral("actCaricaDaDdt"));
+    QCOMPARE(mostrate, (QStringList{"8", "7"}));
+    KRV_COMPARE_BOX(m_responder->Messages().last(), "Informazioni", "Caricamento completato", Information, Ok);
+    TKRVRigheDocumento *righe = m_editor->Righe();
+    QStringList descrizioni;
+    for (int r = 0; r < righe->Righe(); ++r)
+        descrizioni << righe->Tipo(r) + QStringLiteral(": ") + righe->Cella(r, 3);
+    QCOMPARE(descrizioni, (QStringList{QStringLiteral("Testo: -- Rif. D.d.T. n. 8 del ") + FormatShortDate(QDate(anno, 2, 3))
+                                           + QStringLiteral(" --"),
+                                       "Testo: Consegna al piano", "Testo: -- --",
+                                       QStringLiteral("Testo: -- Rif. D.d.T. n. 7 del ") + FormatShortDate(QDate(anno, 1, 15))
+                                           + QStringLiteral(" --"),
+                                       "Articolo: Rubinetto", "Testo: -- --"}));
+    QCOMPARE(righe->Cella(4, 8), QStringLiteral("25,00"));
+    QVERIFY(m_editor->Modified());
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM FATT_VEND")),
+             QStringList{QStringLiteral("25|30")});
 }
 
 QTEST_MAIN(TestInserimentoFattureVendita)
