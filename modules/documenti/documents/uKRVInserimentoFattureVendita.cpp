@@ -70,9 +70,11 @@ const struct
     {"Partita IVA:", "lblCliPartitaIVA", &TCliente::PARTITAIVA},
 };
 
-QString Mostrato(const QString &testo)
+// A value label shows the value, "..." when empty, and tells it to screen readers.
+void Mostra(QLabel *etichetta, const QString &testo)
 {
-    return testo.isEmpty() ? Vuoto : testo;
+    etichetta->setText(testo.isEmpty() ? Vuoto : testo);
+    etichetta->setAccessibleDescription(etichetta->text());
 }
 
 QString Valore(const QLabel *etichetta)
@@ -261,6 +263,7 @@ QWidget *TKRVInserimentoFattureVendita::CreaPaginaGenerale()
     int riga = 0;
     for (const auto &campo : CampiCliente) {
         QLabel *valore = Valore(QString::fromLatin1(campo.Nome));
+        valore->setAccessibleName(QString::fromUtf8(campo.Caption));
         auto caption = new QLabel(QString::fromUtf8(campo.Caption));
         caption->setBuddy(valore);
         griglia->addWidget(caption, riga / 2, (riga % 2) * 2);
@@ -287,6 +290,7 @@ QWidget *TKRVInserimentoFattureVendita::CreaPaginaGenerale()
     pagamento->setObjectName(QStringLiteral("grpTipoPagamento"));
     auto rigaPagamento = new QHBoxLayout(pagamento);
     lblTipoPagamento = Valore(QStringLiteral("lblTipoPagamento"));
+    lblTipoPagamento->setAccessibleName(QStringLiteral("Tipo di pagamento"));
     rigaPagamento->addWidget(lblTipoPagamento, 1);
     rigaPagamento->addWidget(Pulsante(findChild<QAction *>(QStringLiteral("actSelezionaTipoPagamento"))));
     layout->addWidget(pagamento);
@@ -443,13 +447,13 @@ void TKRVInserimentoFattureVendita::ClearFields()
 void TKRVInserimentoFattureVendita::MostraCliente(const TCliente &cliente)
 {
     for (int i = 0; i < m_cliente.size(); ++i)
-        m_cliente.at(i)->setText(Mostrato(cliente.*CampiCliente[i].Campo));
+        Mostra(m_cliente.at(i), cliente.*CampiCliente[i].Campo);
 }
 
 void TKRVInserimentoFattureVendita::ImpostaTipoPagamento(int id, const QString &testo)
 {
     m_idTipoPagamento = id;
-    lblTipoPagamento->setText(Mostrato(testo));
+    Mostra(lblTipoPagamento, testo);
 }
 
 void TKRVInserimentoFattureVendita::MostraTestata(const TKRVTestataFattura &testata)

@@ -357,9 +357,9 @@ void TestModSelezionaDdtScaricoMulti::chosenNotesGiveTheirLinesInGridOrder()
     const QString yy = QString::number(m_year % 100).rightJustified(2, QLatin1Char('0'));
     QCOMPARE(descriptions, (QStringList{"-- Rif. D.d.T. n. 3 del 01/02/" + yy + " --", "Ritiro in sede", "Montaggio", "-- --",
                                         "-- Rif. D.d.T. n. 1 del 10/01/" + yy + " --", "Rubinetto", "-- --"}));
-    QCOMPARE(righe.at(2), (QStringList{"-1", "10.00", "SRV1", "Montaggio", "2", "40.00", "0.00", "1.00", "40.00", "1", "20",
+    QCOMPARE(righe.at(2), (QStringList{"-1", "10,00", "SRV1", "Montaggio", "2", "40,00", "0,00", "1,00", "40,00", "1", "20",
                                        "2", "ORE", "Servizio"}));
-    QCOMPARE(righe.at(5), (QStringList{"-1", "5.00", "ART1", "Rubinetto", "3", "12.50", "0.00", "2.00", "25.00", "1", "20",
+    QCOMPARE(righe.at(5), (QStringList{"-1", "5,00", "ART1", "Rubinetto", "3", "12,50", "0,00", "2,00", "25,00", "1", "20",
                                        "4", "PZ", "Articolo"}));
 }
 
