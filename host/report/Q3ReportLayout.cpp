@@ -119,6 +119,9 @@ struct TStyle
         font.setItalic(Italic);
         font.setHintingPreference(QFont::PreferNoHinting);
         font.setKerning(true);
+        // A spacing too small to see turns ligatures off, so that "fi" stays
+        // two letters for searching and copying from the PDF.
+        font.setLetterSpacing(QFont::AbsoluteSpacing, 0.05);
         return font;
     }
 };
