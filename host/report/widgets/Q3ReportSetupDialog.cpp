@@ -102,7 +102,11 @@ void TQ3ReportSetupDialog::Run()
     }
 }
 
-void RaveSystemOverrideSetup(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form)
+namespace {
+
+// A replaced window kept for the next run until the system lets it go.
+template <typename TForm>
+void OverrideForm(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form)
 {
     if (mode == TQ3OverrideMode::Free) {
         delete form;
@@ -110,18 +114,18 @@ void RaveSystemOverrideSetup(TQ3ReportSystem *system, TQ3OverrideMode mode, QObj
         return;
     }
     if (!form)
-        form = new TQ3ReportSetupDialog(system);
-    static_cast<TQ3ReportSetupDialog *>(form)->Run();
+        form = new TForm(system);
+    static_cast<TForm *>(form)->Run();
+}
+
+} // namespace
+
+void RaveSystemOverrideSetup(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form)
+{
+    OverrideForm<TQ3ReportSetupDialog>(system, mode, form);
 }
 
 void RaveSystemOverridePreview(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form)
 {
-    if (mode == TQ3OverrideMode::Free) {
-        delete form;
-        form = nullptr;
-        return;
-    }
-    if (!form)
-        form = new TQ3ReportPreview(system);
-    static_cast<TQ3ReportPreview *>(form)->Run();
+    OverrideForm<TQ3ReportPreview>(system, mode, form);
 }

@@ -65,6 +65,9 @@ private slots:
 
 private:
     QString PdfOf(int id, const QString &name);
+    // Runs a print choosing a PDF file in the output options, as a user does;
+    // answers the file's text, empty when other windows came up.
+    QString PdfThroughOptions(const std::function<void()> &print, const QString &name);
 
     std::unique_ptr<TKRVTestModule> m_module;
     std::unique_ptr<TQ3RecordingResponder> m_boxes;
@@ -98,6 +101,22 @@ QString TestStampe::PdfOf(int id, const QString &name)
     StampaFatturaVendita(id, file, 2);
     KeepPdf(file, name + QStringLiteral(".pdf"));
     return file;
+}
+
+QString TestStampe::PdfThroughOptions(const std::function<void()> &print, const QString &name)
+{
+    const QString file = m_dir.filePath(name);
+    const QStringList seen = WithModals(print, {[&](QWidget *setup) {
+                                            setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
+                                            setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
+                                            ClickOk(setup);
+                                        }});
+    if (seen != QStringList({QStringLiteral("Output Options")})) {
+        qWarning("windows shown: %s", qPrintable(seen.join(QStringLiteral(", "))));
+        return {};
+    }
+    KeepPdf(file, name);
+    return Q3PdfText(file);
 }
 
 void TestStampe::dataModule_connectionsAndStatements()
@@ -399,16 +418,7 @@ void TestStampe::creditNote_printsThroughOutputOptions()
     const int id = InsertFattura(m_module->Database, 31,
                                  {{QStringLiteral("ART-001"), QStringLiteral("Reso valvola difettosa"), 12.5, 2, 0}},
                                  QString(), QStringLiteral("NOTE_ACCREDITO"));
-    const QString file = m_dir.filePath(QStringLiteral("nota.pdf"));
-    const QStringList seen = WithModals([&] { StampaNotaAccredito(id); },
-                                        {[&](QWidget *setup) {
-                                             setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
-                                             setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
-                                             ClickOk(setup);
-                                         }});
-    QCOMPARE(seen, QStringList({QStringLiteral("Output Options")}));
-    KeepPdf(file, QStringLiteral("nota.pdf"));
-    const QString text = Q3PdfText(file);
+    const QString text = PdfThroughOptions([&] { StampaNotaAccredito(id); }, QStringLiteral("nota.pdf"));
     for (const QString &piece : {QStringLiteral("Nota di accredito n. 31 del 05/03/2026"), QStringLiteral("Reso valvola difettosa"),
                                  QStringLiteral("25,00 €"), QStringLiteral("5,00 €"), QStringLiteral("30,00 €"),
                                  QStringLiteral("Bianchi & Figli S.n.c."), QStringLiteral("Pagina 1 di 1")})
@@ -427,16 +437,8 @@ void TestStampe::listinoIvato_allArticlesWithVat()
         "IDALIQUOTA_IVA, IDUM) VALUES (0, 'ALFA-1', 'Rubinetto da esterno', 0, 0, 1, 1000, 500, 2, 1)"));
     auto list = KRVTest::Run<TKRVRicercaArticoli>(*m_module, QStringLiteral("actRicercaArticoli"));
     KRVTest::Type(KRVTest::Field(list, QStringLiteral("txtCodice")), QStringLiteral("ZETA"));
-    const QString file = m_dir.filePath(QStringLiteral("listino.pdf"));
-    const QStringList seen = WithModals([&] { KRVTest::Trigger(list, QStringLiteral("actStampaListinoIVATO")); },
-                                        {[&](QWidget *setup) {
-                                             setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
-                                             setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
-                                             ClickOk(setup);
-                                         }});
-    QCOMPARE(seen, QStringList({QStringLiteral("Output Options")}));
-    KeepPdf(file, QStringLiteral("listino.pdf"));
-    const QString text = Q3PdfText(file);
+    const QString text = PdfThroughOptions([&] { KRVTest::Trigger(list, QStringLiteral("actStampaListinoIVATO")); },
+                                           QStringLiteral("listino.pdf"));
     QVERIFY2(text.contains(QStringLiteral("Listino articoli")), qPrintable(text));
     QVERIFY(text.contains(QStringLiteral("Tutti i prezzi si intendono IVA inclusa")));
     QVERIFY(text.contains(QStringLiteral("12,00 €")));
@@ -460,13 +462,17 @@ void TestStampe::saveDialog_remembersLastNameAndWrites()
     QVERIFY(!dialog->testOption(QFileDialog::DontConfirmOverwrite));
     QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptSave);
 
+    // The name the dialog starts with; the dialog is then cancelled.
+    const auto proposedName = [id] {
+        QString proposed = QStringLiteral("(nessun dialogo)");
+        WithModals([&] { SalvaFatturaVenditaPDF(id); }, {[&](QWidget *window) {
+                       proposed = window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
+                       qobject_cast<QDialog *>(window)->reject();
+                   }});
+        return proposed;
+    };
     // Cancelled: nothing written, nothing remembered.
-    QString proposed = QStringLiteral("x");
-    WithModals([&] { SalvaFatturaVenditaPDF(id); }, {[&](QWidget *window) {
-                   proposed = window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
-                   qobject_cast<QDialog *>(window)->reject();
-               }});
-    QCOMPARE(proposed, QString());
+    QCOMPARE(proposedName(), QString());
     QCOMPARE(dialog->LastFileName(), QString());
 
     const QString file = m_dir.filePath(QStringLiteral("scelta"));
@@ -478,11 +484,7 @@ void TestStampe::saveDialog_remembersLastNameAndWrites()
     QCOMPARE(dialog->LastFileName(), file + QStringLiteral(".pdf"));
     QVERIFY(Q3PdfText(file + QStringLiteral(".pdf")).contains(QStringLiteral("Totale documento")));
 
-    WithModals([&] { SalvaFatturaVenditaPDF(id); }, {[&](QWidget *window) {
-                   proposed = window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
-                   qobject_cast<QDialog *>(window)->reject();
-               }});
-    QCOMPARE(proposed, QStringLiteral("scelta.pdf"));
+    QCOMPARE(proposedName(), QStringLiteral("scelta.pdf"));
 }
 
 QTEST_MAIN(TestStampe)
