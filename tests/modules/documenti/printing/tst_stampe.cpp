@@ -296,6 +296,9 @@ void TestStampe::afterPdfRun_nextPrintShowsOptionsAndPreview()
                                              pageTitle = preview->findChild<QLabel *>(QStringLiteral("lblInfo"))->text();
                                              QCOMPARE(preview->Zoom(), 100);
                                              QVERIFY(!preview->PageImage().isNull());
+                                             const QString folder = qEnvironmentVariable("Q3_TEST_OUTPUT");
+                                             if (!folder.isEmpty())
+                                                 preview->grab().save(QDir(folder).filePath(QStringLiteral("anteprima-fattura.png")));
                                              preview->accept();
                                          }});
     QCOMPARE(seen, QStringList({QStringLiteral("Output Options"), QStringLiteral("Report Preview")}));
