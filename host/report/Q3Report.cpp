@@ -50,7 +50,7 @@ std::unique_ptr<TQ3ReportDocument> TQ3ReportProject::Generate(const QString &nam
 {
     if (!m_active)
         throw EQ3Exception(QStringLiteral("Il progetto delle stampe non è aperto."));
-    const auto layout = m_reports.value(name);
+    const auto layout = Report(name);
     if (!layout)
         throw EQ3Exception(QStringLiteral("Il report \"%1\" non esiste nel progetto delle stampe.").arg(name));
     TQ3ReportContext context;

@@ -29,7 +29,6 @@ public:
 
     void SetFields(const QStringList &fields) { m_fields = fields; }
     void AddRow(const QVariantList &values) { m_rows.append(values); }
-    void Clear() { m_rows.clear(); }
 
     int RowCount() const override { return int(m_rows.size()); }
     int FieldIndex(const QString &name) const override;
@@ -46,7 +45,6 @@ class Q3_EXPORT TQ3DatasetConnection : public IQ3ReportData
 public:
     explicit TQ3DatasetConnection(TQ3Dataset *dataset) : m_dataset(dataset) {}
 
-    TQ3Dataset *Dataset() const { return m_dataset; }
     int RowCount() const override;
     int FieldIndex(const QString &name) const override;
     QVariant Value(int row, int column) const override;

@@ -23,14 +23,10 @@ class Q3_EXPORT TQ3RenderPDF : public QObject
 public:
     explicit TQ3RenderPDF(QObject *owner = nullptr);
 
+    // Named in the output options; the whole document is built in memory
+    // before the file is written, with its fonts' subsets embedded.
     QString DisplayName = QStringLiteral("Adobe Acrobat (PDF)");
     QString FileExtension = QStringLiteral("*.pdf");
-    bool EmbedFonts = false;
-    int ImageQuality = 90;
-    int MetafileDPI = 300;
-    QString FontEncoding = QStringLiteral("WinAnsi");
-    bool BufferDocument = true;
-    bool UseHyperlinks = true;
     QString Title;
     QString Author;
     QString Creator;

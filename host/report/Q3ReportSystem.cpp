@@ -82,6 +82,7 @@ void TQ3ReportSystem::Execute(
 void TQ3ReportSystem::PrintDocument(QPrinter &printer)
 {
     printer.setFullPage(true);
+    printer.setDocName(m_document->Layout().Title);
     Q3DrawReport(*m_document, printer, printer.resolution(), PrinterScaleX / 100.0, PrinterScaleY / 100.0,
                  [this](int page) { Status(StatusPrinting, page); });
 }

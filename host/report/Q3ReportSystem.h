@@ -55,8 +55,6 @@ public:
     void SetSetupResult(bool accepted, TQ3ReportDestination destination, const QString &fileName = {});
     // The printer a Printer run prints on, set up by the output-options dialog.
     QPrinter *Printer();
-    TQ3ReportDestination ReportDest() const { return m_reportDest; }
-    QString ReportFileName() const { return m_reportFileName; }
 
     // The document of the run in progress (for the preview).
     const TQ3ReportDocument *Document() const { return m_document.get(); }

@@ -56,8 +56,9 @@ void TQ3ReportSetupDialog::UpdateState()
 
 void TQ3ReportSetupDialog::Browse()
 {
+    const QString extension = m_system->RenderObject ? m_system->RenderObject->FileExtension : QStringLiteral("*.pdf");
     const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Salva come PDF"), m_txtFile->text(),
-                                                      QStringLiteral("File PDF (*.pdf)"));
+                                                      QStringLiteral("File PDF (%1)").arg(extension));
     if (!name.isEmpty()) {
         m_txtFile->setText(name);
         m_rbFile->setChecked(true);
@@ -66,6 +67,8 @@ void TQ3ReportSetupDialog::Browse()
 
 void TQ3ReportSetupDialog::Run()
 {
+    if (m_system->RenderObject)
+        m_rbFile->setText(m_system->RenderObject->DisplayName);
     switch (m_system->DefaultDest) {
     case TQ3ReportDestination::Preview:
         m_rbPreview->setChecked(true);
