@@ -4,6 +4,7 @@
 #include "Q3ReportData.h"
 #include "Q3ReportFormat.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -214,6 +215,10 @@ void TQ3ReportDocument::Resolve()
     }
     auto resolveBand = [this](const TQ3ReportBand &band) {
         for (const TQ3ReportItem &item : band.Items) {
+            // A stand-in font would change every measure: the print stops instead.
+            if (item.Kind == TQ3ReportItem::TKind::Text && !QFontDatabase::hasFamily(item.Font.family()))
+                throw EQ3Exception(QStringLiteral("Il report \"%1\" usa il carattere \"%2\", che non è installato.")
+                                       .arg(m_layout->Name, item.Font.family()));
             for (const TQ3ReportSegment &segment : item.Segments) {
                 if (segment.Kind != TQ3ReportSegment::TKind::Field)
                     continue;

@@ -142,6 +142,19 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(EQ3Exception, run.Project.Generate(QStringLiteral("Inesistente")));
     }
 
+    void missingFont_fails()
+    {
+        const auto reports = Q3ReadReportProject("<project><report name=\"R\"><title height=\"5\">"
+                                                 "<text font=\"Carattere Inesistente\">x</text></title></report></project>",
+                                                 QString());
+        try {
+            TQ3ReportDocument document(reports.first(), {});
+            QFAIL("no error");
+        } catch (const EQ3Exception &e) {
+            QCOMPARE(e.Message(), QStringLiteral("Il report \"R\" usa il carattere \"Carattere Inesistente\", che non è installato."));
+        }
+    }
+
     void manyRows_headerOnEveryPage()
     {
         TRun run;
