@@ -52,6 +52,8 @@ public:
 
     QStringList FieldNames() const;
     QVariant FieldValue(const QString &field) const;
+    // A stored row's column by position, whatever the current row.
+    QVariant ValueAt(int row, int column) const { return m_rows.at(row).value(column); }
     bool FieldIsNull(const QString &field) const;
 
     // A new row (fields null) that Post inserts.

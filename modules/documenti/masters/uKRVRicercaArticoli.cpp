@@ -1,6 +1,7 @@
 #include "uKRVRicercaArticoli.h"
 
 #include "KRVSession.h"
+#include "KRVStampe.h"
 #include "Q3Guards.h"
 #include "Q3Sql.h"
 #include "uKRVFormKit.h"
@@ -20,13 +21,9 @@ TKRVRicercaArticoli::TKRVRicercaArticoli(TKRVMain &main)
 {
     setObjectName(QStringLiteral("KRVRicercaArticoli"));
 
-    // The price list needs the report engine, which the module does not have
-    // yet: the action is shown, disabled, with no handler.
-    auto listino = new QAction(KRVImage(KRVImgStampa), QStringLiteral("Listino IVATO"), this);
-    listino->setObjectName(QStringLiteral("actStampaListinoIVATO"));
+    QAction *listino = KRVCreaAzione(this, QStringLiteral("actStampaListinoIVATO"), QStringLiteral("Listino IVATO"),
+                                     KRVImgStampa, [this] { actStampaListinoIVATOExecute(); });
     listino->setToolTip(QStringLiteral("Listino prezzi IVATO"));
-    listino->setEnabled(false);
-    addAction(listino);
 
     m_btnPagina->setObjectName(QStringLiteral("btnPagina"));
     m_btnPagina->setAutoRaise(true);
@@ -46,6 +43,12 @@ TKRVRicercaArticoli::TKRVRicercaArticoli(TKRVMain &main)
         qobject_cast<QToolButton *>(bar->widgetForAction(action))->setToolButtonStyle(Qt::ToolButtonIconOnly);
     }
     FormCreate();
+}
+
+void TKRVRicercaArticoli::actStampaListinoIVATOExecute()
+{
+    // Always every article, whatever the list's filter.
+    StampaListinoIVATO();
 }
 
 QAction *TKRVRicercaArticoli::AzionePagina(const QString &name, const QString &caption, int image,

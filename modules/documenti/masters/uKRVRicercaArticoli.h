@@ -27,6 +27,8 @@ public:
     // The page of the clause's rows; a page beyond the last shows the last, and
     // no page below the first.
     void AggiornaGriglia(const QString &where, int page);
+    // The VAT-inclusive price list of all articles.
+    void actStampaListinoIVATOExecute();
 
 protected:
     void Cerca(const QString &where) override;

@@ -6,6 +6,8 @@
 #include "Q3MainForm.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
+#include "Q3ReportSetupDialog.h"
+#include "Q3ReportStatus.h"
 #include "Q3Sql.h"
 #include "Q3Users.h"
 #include "uKRVImages.h"
@@ -77,18 +79,69 @@ TKRVMain::TKRVMain(QObject *owner) : QObject(owner), m_container(std::make_uniqu
     m_rProject = new TQ3ReportProject(this);
     m_rProject->setObjectName(QStringLiteral("rProject"));
     m_rProject->SetProjectFile(QStringLiteral("Documenti.rav"));
+    CreateReportSystem();
 }
 
 TKRVMain::~TKRVMain()
 {
     for (const QPointer<QWidget> &form : std::as_const(m_forms))
         delete form.data();
+    delete m_rSystem;
     ReleasePackageMainObject(this);
 }
 
 QString TKRVMain::DesignedConnectionString()
 {
     return QStringLiteral("Provider=MSDASQL.1;Persist Security Info=False;Data Source=QUILLO3_LOCAL;");
+}
+
+void TKRVMain::CreateReportSystem()
+{
+    m_rSystem = new TQ3ReportSystem(this);
+    m_rSystem->setObjectName(QStringLiteral("rSystem"));
+    m_rSystem->OnOverrideSetup = [this](TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form) {
+        rSystemOverrideSetup(system, mode, form);
+    };
+    m_rSystem->OnOverridePreview = [this](TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form) {
+        rSystemOverridePreview(system, mode, form);
+    };
+    new TQ3ReportStatus(m_rSystem, m_container.get());
+    m_rRenderPDF = new TQ3RenderPDF(this);
+    m_rRenderPDF->setObjectName(QStringLiteral("rRenderPDF"));
+    m_rRenderPDF->Title = QStringLiteral("Quillo 3");
+    m_rRenderPDF->Author = QStringLiteral("Quillo 3");
+    m_rRenderPDF->Creator = QStringLiteral("Quillo 3");
+    m_rRenderPDF->Producer = QStringLiteral("Quillo 3");
+    m_rProject->SetEngine(m_rSystem);
+    m_dsAzienda = std::make_unique<TQ3DatasetConnection>(Dataset(QStringLiteral("adsAzienda")));
+    m_rProject->RegisterConnection(QStringLiteral("dsAzienda"), m_dsAzienda.get());
+}
+
+void TKRVMain::rSystemOverrideSetup(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form)
+{
+    RaveSystemOverrideSetup(system, mode, form);
+}
+
+void TKRVMain::rSystemOverridePreview(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form)
+{
+    RaveSystemOverridePreview(system, mode, form);
+}
+
+TQ3Dataset *TKRVMain::StampeDataset(const QString &name) const
+{
+    if (name == QLatin1String("adsAzienda"))
+        return Dataset(name);
+    TQ3Dataset *dataset = m_dmStampe ? m_dmStampe->Dataset(name) : nullptr;
+    if (!dataset)
+        throw EQ3Exception(QStringLiteral("Il dataset \"%1\" delle stampe non esiste.").arg(name));
+    return dataset;
+}
+
+TKRVSalvaPDF *TKRVMain::SaveDialogPDF()
+{
+    if (!m_saveDialogPDF)
+        m_saveDialogPDF = std::make_unique<TKRVSalvaPDF>();
+    return m_saveDialogPDF.get();
 }
 
 QString TKRVMain::ReportProjectPath()
@@ -105,7 +158,7 @@ void TKRVMain::CreateDatasets()
         {"FAX", "Fax. "}, {"EMAIL", "e-mail: "}, {"WEB", "web: "}};
     for (const auto &desc : descs) {
         const QString column = QString::fromLatin1(desc.column);
-        azienda += QStringLiteral(",\r\nCASE WHEN %1 = '' THEN '' ELSE %2 || %1 || ' ' END AS %1_DESC")
+        azienda += QStringLiteral(",\r\nCASE WHEN NOT %1 = '' THEN %2 || %1 || ' ' ELSE '' END AS %1_DESC")
                        .arg(column, QuotedStr(QString::fromLatin1(desc.prefix)));
     }
     azienda += QStringLiteral("\r\nFROM AZIENDA");
@@ -219,7 +272,7 @@ void TKRVMain::Initialize()
         TakeOverHostConnection();
         OpenReportProject();
         AggiornaDatabase();
-        m_dmStampe = new TKRVdmStampe(this);
+        m_dmStampe = new TKRVdmStampe(this, m_modADOConn, m_rProject);
 
         TCommonToolBarProperties properties;
         GetQ3CommonToolBarProperties(TQ3CommonToolBars(0), properties);

@@ -2,6 +2,7 @@
 
 #include "KRVActionCatalogue.h"
 #include "KRVSession.h"
+#include "KRVStampe.h"
 #include "Q3Dataset.h"
 #include "Q3Module.h"
 #include "Q3Report.h"
@@ -17,12 +18,13 @@
 
 #include <memory>
 
+#include "uKRVSalvaPDF.h"
 #include "uKRVdmStampe.h"
 
 // The module's main object: owns the actions, menus, toolbars, the module
 // database session and the report project, and keeps one instance of every
 // window its actions open.
-class TKRVMain : public QObject, public IQ3Module, public IKRVModuleSession
+class TKRVMain : public QObject, public IQ3Module, public IKRVModuleSession, public IKRVStampeHost
 {
     Q_OBJECT
 
@@ -51,7 +53,13 @@ public:
     QMenu *TopItem(const QString &name) const { return m_topItems.value(name); }
     QToolBar *tBarKRVDocumenti() const { return m_tBarDocumenti; }
     QToolBar *tBarKRVAnagrafiche() const { return m_tBarAnagrafiche; }
-    TQ3ReportProject *rProject() const { return m_rProject; }
+    // IKRVStampeHost
+    TQ3ReportProject *rProject() const override { return m_rProject; }
+    TQ3ReportSystem *rSystem() const override { return m_rSystem; }
+    TQ3RenderPDF *rRenderPDF() const override { return m_rRenderPDF; }
+    TQ3Dataset *StampeDataset(const QString &name) const override;
+    // The save dialog of every save-as-PDF action.
+    TKRVSalvaPDF *SaveDialogPDF();
     // The module's master datasets (adsAliquoteIVA, adsClienti, ...), on ModADOConn.
     TQ3Dataset *Dataset(const QString &name) const { return m_datasets.value(name); }
     TKRVdmStampe *dmStampe() const { return m_dmStampe; }
@@ -81,6 +89,9 @@ private:
     void CreateDatasets();
     void TakeOverHostConnection();
     void OpenReportProject();
+    void CreateReportSystem();
+    void rSystemOverrideSetup(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form);
+    void rSystemOverridePreview(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form);
     void ExecuteAction(const TKRVActionInfo &info);
     QWidget *EnsureForm(const QString &actionName);
     void ShowModal(const QString &actionName);
@@ -95,6 +106,10 @@ private:
     QList<QAction *> m_actionList;
     TQ3Connection *m_modADOConn = nullptr;
     TQ3ReportProject *m_rProject = nullptr;
+    TQ3ReportSystem *m_rSystem = nullptr;
+    TQ3RenderPDF *m_rRenderPDF = nullptr;
+    std::unique_ptr<TQ3DatasetConnection> m_dsAzienda;
+    std::unique_ptr<TKRVSalvaPDF> m_saveDialogPDF;
     QPointer<TKRVdmStampe> m_dmStampe;
     QHash<QString, TQ3Dataset *> m_datasets;
     QHash<QString, QPointer<QWidget>> m_forms;

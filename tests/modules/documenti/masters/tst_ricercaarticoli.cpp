@@ -97,11 +97,11 @@ void TestRicercaArticoli::opensWithTheTreeAndNoSearch()
     QCOMPARE(categoria->Albero()->topLevelItem(1)->text(0), QStringLiteral("Altro"));
     QVERIFY(!categoria->Albero()->topLevelItem(1)->icon(0).isNull());
 
-    // The price list is shown but cannot run yet.
+    // The price list is shown and ready.
     QAction *listino = Action(m_list, QStringLiteral("actStampaListinoIVATO"));
     QCOMPARE(listino->text(), QStringLiteral("Listino IVATO"));
     QCOMPARE(listino->toolTip(), QStringLiteral("Listino prezzi IVATO"));
-    QVERIFY(!listino->isEnabled());
+    QVERIFY(listino->isEnabled());
     auto bar = m_list->findChild<QToolBar *>(QStringLiteral("tBarStandard"));
     QVERIFY(bar->widgetForAction(listino)->isVisible());
 

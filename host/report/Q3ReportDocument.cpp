@@ -1,0 +1,337 @@
+#include "Q3ReportDocument.h"
+
+#include "Q3Exception.h"
+#include "Q3ReportData.h"
+#include "Q3ReportFormat.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QPainter>
+
+namespace {
+
+QRectF Printable(const TQ3ReportLayout &layout)
+{
+    const QRectF rect = layout.Page.paintRect(QPageLayout::Millimeter);
+    return {rect.x() * Q3ReportUnitsPerMm, rect.y() * Q3ReportUnitsPerMm, rect.width() * Q3ReportUnitsPerMm,
+            rect.height() * Q3ReportUnitsPerMm};
+}
+
+int TextFlags(const TQ3ReportItem &item)
+{
+    return item.Flags | (item.Wrap ? Qt::TextWordWrap : Qt::TextSingleLine);
+}
+
+// How much taller than the item's designed height a growing text needs to be.
+qreal Growth(const TQ3ReportItem &item, const QString &text)
+{
+    if (!item.Grow || text.isEmpty())
+        return 0;
+    const QFontMetricsF metrics(item.Font);
+    const qreal needed = metrics.boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), TextFlags(item), text).height();
+    return qMax<qreal>(0, needed - item.Rect.height());
+}
+
+} // namespace
+
+// Places the bands of a report on pages: page header and footer on each page,
+// a detail's column header again on each page its rows continue on.
+class TQ3Paginator
+{
+public:
+    TQ3Paginator(TQ3ReportDocument &document, const std::function<void(int)> &onPage)
+        : m_document(document), m_layout(*document.m_layout), m_area(Printable(m_layout)), m_onPage(onPage)
+    {
+    }
+
+    void Run()
+    {
+        NewPage();
+        for (const TQ3ReportSection &section : m_layout.Body)
+            Section(section);
+        FinishPage();
+    }
+
+private:
+    void Section(const TQ3ReportSection &section)
+    {
+        switch (section.Kind) {
+        case TQ3ReportSection::TKind::Band:
+            Place(section.Band);
+            break;
+        case TQ3ReportSection::TKind::Detail:
+            Detail(section);
+            break;
+        case TQ3ReportSection::TKind::Master:
+            Master(section);
+            break;
+        }
+    }
+
+    void Master(const TQ3ReportSection &section)
+    {
+        const IQ3ReportData *data = m_document.m_context.Connections.value(section.Connection);
+        for (int row = 0; row < data->RowCount(); ++row) {
+            if (row > 0 && section.PageBreak) {
+                FinishPage();
+                NewPage();
+            }
+            m_rows.insert(section.Connection, row);
+            for (const TQ3ReportSection &child : section.Sections)
+                Section(child);
+        }
+        m_rows.remove(section.Connection);
+    }
+
+    // The rows of a detail; with a link, those whose column equals the same
+    // column of the enclosing master row.
+    QList<int> DetailRows(const TQ3ReportSection &section) const
+    {
+        const auto &connections = m_document.m_context.Connections;
+        const IQ3ReportData *data = connections.value(section.Connection);
+        const int column = section.Link.isEmpty() ? -1 : data->FieldIndex(section.Link);
+        QVariant key;
+        bool linked = false;
+        for (auto it = m_rows.cbegin(); it != m_rows.cend() && column >= 0; ++it) {
+            const IQ3ReportData *master = connections.value(it.key());
+            const int masterColumn = master->FieldIndex(section.Link);
+            if (master != data && masterColumn >= 0) {
+                key = master->Value(it.value(), masterColumn);
+                linked = true;
+            }
+        }
+        if (!section.Link.isEmpty() && !linked)
+            throw EQ3Exception(QStringLiteral("Il collegamento \"%1\" della connessione \"%2\" non trova la colonna.")
+                                   .arg(section.Link, section.Connection));
+        QList<int> rows;
+        for (int row = 0; row < data->RowCount(); ++row) {
+            if (!linked || data->Value(row, column) == key)
+                rows << row;
+        }
+        return rows;
+    }
+
+    void Detail(const TQ3ReportSection &section)
+    {
+        const QList<int> rows = DetailRows(section);
+        // The header goes with the first row: both move to a new page together.
+        if (!section.Header.IsEmpty()) {
+            qreal needed = m_document.Measure(section.Header, m_rows);
+            if (!rows.isEmpty()) {
+                QHash<QString, int> first = m_rows;
+                first.insert(section.Connection, rows.first());
+                needed += m_document.Measure(section.Band, first);
+            }
+            if (!Fits(needed))
+                Break();
+            Place(section.Header);
+        }
+        if (section.RepeatHeader && !section.Header.IsEmpty())
+            m_repeated = {&section.Header, m_rows};
+        for (int row : rows) {
+            m_rows.insert(section.Connection, row);
+            Place(section.Band);
+        }
+        m_repeated = {};
+        m_rows.remove(section.Connection);
+        Place(section.Footer);
+    }
+
+    bool Fits(qreal height) const { return m_y + height <= m_bottom + 0.01 || m_emptyPage; }
+
+    void Break()
+    {
+        FinishPage();
+        NewPage();
+        if (m_repeated.first) {
+            const QHash<QString, int> saved = m_rows;
+            m_rows = m_repeated.second;
+            Place(*m_repeated.first);
+            m_rows = saved;
+            m_emptyPage = true;
+        }
+    }
+
+    void Place(const TQ3ReportBand &band)
+    {
+        if (band.IsEmpty())
+            return;
+        const qreal height = m_document.Measure(band, m_rows);
+        if (!Fits(height))
+            Break();
+        m_page.Bands << TQ3PlacedBand{&band, m_y, height, m_rows};
+        m_y += height;
+        m_emptyPage = false;
+    }
+
+    void NewPage()
+    {
+        m_page = TQ3ReportPage();
+        if (m_onPage)
+            m_onPage(int(m_document.m_pages.size()) + 1);
+        m_y = m_area.top();
+        m_bottom = m_area.bottom() - m_layout.PageFooter.Height;
+        if (!m_layout.PageHeader.IsEmpty()) {
+            const qreal height = m_document.Measure(m_layout.PageHeader, m_rows);
+            m_page.Bands << TQ3PlacedBand{&m_layout.PageHeader, m_y, height, m_rows};
+            m_y += height;
+        }
+        m_emptyPage = true;
+    }
+
+    void FinishPage()
+    {
+        if (!m_layout.PageFooter.IsEmpty())
+            m_page.Bands << TQ3PlacedBand{&m_layout.PageFooter, m_bottom, m_layout.PageFooter.Height, m_rows};
+        m_document.m_pages << m_page;
+    }
+
+    TQ3ReportDocument &m_document;
+    const TQ3ReportLayout &m_layout;
+    const QRectF m_area;
+    const std::function<void(int)> &m_onPage;
+    TQ3ReportPage m_page;
+    QHash<QString, int> m_rows;
+    std::pair<const TQ3ReportBand *, QHash<QString, int>> m_repeated{nullptr, {}};
+    qreal m_y = 0;
+    qreal m_bottom = 0;
+    bool m_emptyPage = true;
+};
+
+TQ3ReportDocument::TQ3ReportDocument(std::shared_ptr<const TQ3ReportLayout> layout, TQ3ReportContext context,
+                                     const std::function<void(int)> &onPage)
+    : m_layout(std::move(layout)), m_context(std::move(context))
+{
+    Resolve();
+    TQ3Paginator(*this, onPage).Run();
+}
+
+void TQ3ReportDocument::Resolve()
+{
+    for (const QString &name : m_layout->Connections) {
+        if (!m_context.Connections.value(name))
+            throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la connessione dati \"%2\", che non esiste.")
+                                   .arg(m_layout->Name, name));
+    }
+    auto resolveBand = [this](const TQ3ReportBand &band) {
+        for (const TQ3ReportItem &item : band.Items) {
+            // A stand-in font would change every measure: the print stops instead.
+            if (item.Kind == TQ3ReportItem::TKind::Text && !QFontDatabase::hasFamily(item.Font.family()))
+                throw EQ3Exception(QStringLiteral("Il report \"%1\" usa il carattere \"%2\", che non è installato.")
+                                       .arg(m_layout->Name, item.Font.family()));
+            for (const TQ3ReportSegment &segment : item.Segments) {
+                if (segment.Kind != TQ3ReportSegment::TKind::Field)
+                    continue;
+                segment.Data = m_context.Connections.value(segment.Connection);
+                segment.Column = segment.Data->FieldIndex(segment.Text);
+                if (segment.Column < 0)
+                    throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la colonna \"%2\", che la connessione \"%3\" non ha.")
+                                           .arg(m_layout->Name, segment.Text, segment.Connection));
+            }
+        }
+    };
+    std::function<void(const QList<TQ3ReportSection> &)> resolveSections = [&](const QList<TQ3ReportSection> &sections) {
+        for (const TQ3ReportSection &section : sections) {
+            resolveBand(section.Band);
+            resolveBand(section.Header);
+            resolveBand(section.Footer);
+            resolveSections(section.Sections);
+        }
+    };
+    resolveBand(m_layout->PageHeader);
+    resolveBand(m_layout->PageFooter);
+    resolveSections(m_layout->Body);
+}
+
+QSizeF TQ3ReportDocument::PaperSize() const
+{
+    return m_layout->Page.fullRect(QPageLayout::Millimeter).size() * Q3ReportUnitsPerMm;
+}
+
+QVariant TQ3ReportDocument::FieldValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows) const
+{
+    // Outside its own bands a connection shows its first row.
+    const int row = rows.value(segment.Connection, 0);
+    if (row >= segment.Data->RowCount())
+        return {};
+    return segment.Data->Value(row, segment.Column);
+}
+
+QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page) const
+{
+    QString text;
+    for (const TQ3ReportSegment &segment : item.Segments) {
+        switch (segment.Kind) {
+        case TQ3ReportSegment::TKind::Literal:
+            text += segment.Text;
+            break;
+        case TQ3ReportSegment::TKind::Field:
+            text += Q3FormatReportValue(FieldValue(segment, rows), segment.Format, segment.BlankZero);
+            break;
+        case TQ3ReportSegment::TKind::Parameter:
+            text += m_context.Parameters.value(segment.Text);
+            break;
+        case TQ3ReportSegment::TKind::Page:
+            text += QString::number(page + 1);
+            break;
+        case TQ3ReportSegment::TKind::Pages:
+            text += QString::number(m_pages.size());
+            break;
+        }
+    }
+    // Texts stored with Windows line ends print one line break each.
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text;
+}
+
+qreal TQ3ReportDocument::Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows) const
+{
+    qreal growth = 0;
+    for (const TQ3ReportItem &item : band.Items) {
+        if (item.Grow)
+            growth = qMax(growth, Growth(item, ItemText(item, rows, 0)));
+    }
+    return band.Height + growth;
+}
+
+void TQ3ReportDocument::DrawPage(QPainter &painter, int index) const
+{
+    const QRectF area = Printable(*m_layout);
+    for (const TQ3PlacedBand &placed : m_pages.at(index).Bands) {
+        const qreal growth = placed.Height - placed.Band->Height;
+        const QPointF origin(area.left(), placed.Top);
+        for (const TQ3ReportItem &item : placed.Band->Items) {
+            QRectF rect = item.Rect.translated(origin);
+            if (item.AnchorBottom)
+                rect.translate(0, growth);
+            else if (item.Stretch)
+                rect.setBottom(rect.bottom() + growth);
+            switch (item.Kind) {
+            case TQ3ReportItem::TKind::Text: {
+                const QString text = ItemText(item, placed.Rows, index);
+                if (text.isEmpty())
+                    break;
+                painter.setFont(item.Font);
+                painter.setPen(item.Color);
+                painter.drawText(rect, TextFlags(item), text);
+                break;
+            }
+            case TQ3ReportItem::TKind::Line:
+                painter.setPen(QPen(item.Color, item.PenWidth));
+                painter.drawLine(rect.topLeft(), rect.bottomRight());
+                break;
+            case TQ3ReportItem::TKind::Box:
+                painter.setPen(item.PenWidth > 0 ? QPen(item.Color, item.PenWidth) : QPen(Qt::NoPen));
+                painter.setBrush(item.Fill.isValid() ? QBrush(item.Fill) : QBrush(Qt::NoBrush));
+                painter.drawRect(rect);
+                painter.setBrush(Qt::NoBrush);
+                break;
+            case TQ3ReportItem::TKind::Image:
+                if (!item.Image.isNull())
+                    painter.drawImage(rect, item.Image);
+                break;
+            }
+        }
+    }
+}

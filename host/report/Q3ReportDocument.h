@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Q3ReportLayout.h"
+
+#include <QHash>
+#include <QList>
+#include <QSizeF>
+#include <QString>
+
+#include <functional>
+
+class QPainter;
+
+// What a run reads: the data connections and text parameters by name.
+struct Q3_EXPORT TQ3ReportContext
+{
+    QHash<QString, IQ3ReportData *> Connections;
+    QHash<QString, QString> Parameters;
+};
+
+// A band placed on a page, with the rows of the connections it shows.
+struct Q3_EXPORT TQ3PlacedBand
+{
+    const TQ3ReportBand *Band = nullptr;
+    qreal Top = 0;
+    qreal Height = 0;
+    QHash<QString, int> Rows;
+};
+
+struct Q3_EXPORT TQ3ReportPage
+{
+    QList<TQ3PlacedBand> Bands;
+};
+
+// A report laid out in pages. It refers to its layout and its connections,
+// which must stay unchanged while the document is drawn.
+class Q3_EXPORT TQ3ReportDocument
+{
+public:
+    // Lays the report out; calls onPage with the number of each page begun.
+    // Raises EQ3Exception when a connection or a column is missing.
+    TQ3ReportDocument(std::shared_ptr<const TQ3ReportLayout> layout, TQ3ReportContext context,
+                      const std::function<void(int)> &onPage = {});
+
+    const TQ3ReportLayout &Layout() const { return *m_layout; }
+    int PageCount() const { return int(m_pages.size()); }
+    const TQ3ReportPage &Page(int index) const { return m_pages.at(index); }
+    // The paper size in layout units.
+    QSizeF PaperSize() const;
+    // The text of an item as printed on a page (0-based) for the given rows.
+    QString ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page) const;
+
+    // Draws a page with the painter's origin at the paper's top-left corner
+    // and one layout unit mapped to one painter unit.
+    void DrawPage(QPainter &painter, int index) const;
+
+private:
+    void Resolve();
+    QVariant FieldValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows) const;
+    qreal Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows) const;
+
+    std::shared_ptr<const TQ3ReportLayout> m_layout;
+    TQ3ReportContext m_context;
+    QList<TQ3ReportPage> m_pages;
+    friend class TQ3Paginator;
+};

@@ -1,0 +1,144 @@
+#pragma once
+
+// Invoices, credit notes and firm data written with SQL for the print tests,
+// and the modal windows of a print answered as a user would.
+#include "KRVTestModule.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QTimer>
+
+#include <functional>
+
+namespace KRVStampeTest {
+
+struct TRiga
+{
+    QString Codice;
+    QString Descrizione;
+    double Prezzo = 0;
+    double Quantita = 0;
+    double Sconto = 0;
+    QString IvaCodice = QStringLiteral("20");
+    double Aliquota = 20;
+    QString Um = QStringLiteral("PEZZI");
+    QString Tipo = QStringLiteral("Articolo");
+    double Importo() const { return Prezzo * Quantita * (100 - Sconto) / 100; }
+};
+
+inline QString Sql(const QString &text)
+{
+    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
+}
+
+inline QString Number(double value)
+{
+    return QString::number(value, 'f', 2);
+}
+
+inline void SetAzienda(const TQ3TestDatabase &db)
+{
+    db.Exec(QStringLiteral(
+        "UPDATE AZIENDA SET RAGIONESOCIALE='Rossi Impianti S.r.l.', INDIRIZZO='Via Garibaldi 12', CAP='40121', "
+        "CITTA='Bologna', PROVINCIA='BO', NAZIONE='Italia', PARTITAIVA='01234567890', CODICEFISCALE='01234567890', "
+        "TELEFONO='051 234567', FAX='051 234568', EMAIL='info@rossiimpianti.it', WEB='www.rossiimpianti.it', "
+        "REA='REA BO-123456', CAPITALE_SOCIALE='Cap. soc. 10.000,00 i.v.', BANCA='Banca di Bologna', "
+        "IBAN='IT60X0542811101000000123456'"));
+}
+
+// A sales invoice with its lines; answers its key. Totals are the lines' sums.
+inline int InsertFattura(const TQ3TestDatabase &db, int numero, const QList<TRiga> &righe,
+                         const QString &ivaEsente = QStringLiteral("False"), const QString &table = QStringLiteral("FATT_VEND"))
+{
+    double imponibile = 0;
+    double imposta = 0;
+    for (const TRiga &riga : righe) {
+        if (riga.Tipo != QLatin1String("Testo")) {
+            imponibile += riga.Importo();
+            imposta += riga.Importo() * riga.Aliquota / 100;
+        }
+    }
+    const bool fattura = table == QLatin1String("FATT_VEND");
+    const QString key = fattura ? QStringLiteral("IDFATT_VEND") : QStringLiteral("IDNOTA_ACCREDITO");
+    db.Exec(QStringLiteral("INSERT INTO %1 (%2, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, "
+                           "CLI_CITTA, CLI_CAP, CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, "
+                           "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, "
+                           "TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE%3) VALUES (0, %4, '2026-03-05', 2026, 'C0042', "
+                           "'Bianchi & Figli S.n.c.', 'Corso Italia 7', 'Modena', '41121', 'MO', 'Italia', "
+                           "'BNCMRA70A01F257X', '09876543210', 2, 'Bonifico 30 gg Data Fattura', 'False', "
+                           "'2026-04-04', %5, %6, %7, 'Merce consegnata presso il cantiere di via Emilia.'%8)")
+                .arg(table, key, fattura ? QStringLiteral(", FC_ABILITATO, IVA_ESENTE") : QString())
+                .arg(numero)
+                .arg(Number(imponibile), Number(imposta), Number(imponibile + imposta),
+                     fattura ? QStringLiteral(", 'False', ") + Sql(ivaEsente) : QString()));
+    const int id = db.Scalar(QStringLiteral("SELECT MAX(%1) FROM %2").arg(key, table)).toInt();
+    for (const TRiga &riga : righe) {
+        const bool testo = riga.Tipo == QLatin1String("Testo");
+        const QString iva = testo ? QStringLiteral("NULL, NULL, NULL, NULL")
+                                  : QStringLiteral("%1, %2, %3, %4")
+                                        .arg(riga.IvaCodice == QLatin1String("20") ? 1 : 2)
+                                        .arg(Sql(riga.IvaCodice),
+                                             Sql(riga.IvaCodice == QLatin1String("20") ? QStringLiteral("Aliquota standard")
+                                                                                       : QStringLiteral("Aliquota esente")),
+                                             Number(riga.Aliquota));
+        const QString valori = testo ? QStringLiteral("NULL, NULL, NULL") : QStringLiteral("%1, %2, %3").arg(
+                                   Number(riga.Prezzo), Number(riga.Quantita), Number(riga.Importo()));
+        db.Exec(QStringLiteral("INSERT INTO %1_DETT (%2_DETT, %2, CODICE, DESCRIZIONE, PREZZO, QUANTITA, IMPORTO, "
+                               "IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, TIPO_RIGA%3) "
+                               "VALUES (0, %4, %5, %6, %7, %8, 1, %9, %10%11)")
+                    .arg(table, key, fattura ? QStringLiteral(", SCONTO") : QString())
+                    .arg(id)
+                    .arg(testo ? QStringLiteral("NULL") : Sql(riga.Codice), Sql(riga.Descrizione), valori, iva,
+                         testo ? QStringLiteral("NULL") : Sql(riga.Um), Sql(riga.Tipo),
+                         fattura ? QStringLiteral(", ") + Number(riga.Sconto) : QString()));
+    }
+    return id;
+}
+
+// Runs an action that opens modal windows; each handler answers one window,
+// in order. A window left without a handler is cancelled and recorded.
+inline QStringList WithModals(const std::function<void()> &action, QList<std::function<void(QWidget *)>> handlers)
+{
+    QStringList seen;
+    QWidget *last = nullptr;
+    QTimer timer;
+    timer.setInterval(20);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!modal || modal == last)
+            return;
+        last = modal;
+        seen << modal->windowTitle();
+        if (handlers.isEmpty()) {
+            if (auto dialog = qobject_cast<QDialog *>(modal))
+                dialog->reject();
+            seen << QStringLiteral("(annullata)");
+            return;
+        }
+        handlers.takeFirst()(modal);
+        // The same window may come back for the next run.
+        QTimer::singleShot(0, modal, [&last, modal] {
+            if (!modal->isVisible() && last == modal)
+                last = nullptr;
+        });
+    });
+    timer.start();
+    action();
+    timer.stop();
+    return seen;
+}
+
+// Keeps a copy of a PDF for looking at when Q3_TEST_OUTPUT names a folder.
+inline void KeepPdf(const QString &fileName, const QString &name)
+{
+    const QString folder = qEnvironmentVariable("Q3_TEST_OUTPUT");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(folder);
+    QFile::remove(QDir(folder).filePath(name));
+    QFile::copy(fileName, QDir(folder).filePath(name));
+}
+
+} // namespace KRVStampeTest
