@@ -310,7 +310,12 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
 
 void AggiornaDatabase()
 {
-    TQ3SchemaUpgrade upgrade(KRVModuleDatabase());
+    AggiornaDatabase(KRVModuleDatabase());
+}
+
+void AggiornaDatabase(const QSqlDatabase &db)
+{
+    TQ3SchemaUpgrade upgrade(db);
     upgrade.SetStatementObserver(StatementObserver());
     upgrade.Run(KRVSchemaSteps());
 }
