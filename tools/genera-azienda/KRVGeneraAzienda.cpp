@@ -696,7 +696,7 @@ QList<TRiga> TGeneratore::RigheFattura(TKRVCasuale &casuale, const QDate &date, 
             righe << RigaProdotto(casuale, RigaServizio, m_servizi.at(casuale.Preferito(int(m_servizi.size()))), false);
         return righe;
     }
-    const int count = casuale.Vero(0.05) ? casuale.Intero(20, 40) : 1 + casuale.Intero(0, 8) + casuale.Intero(0, 8);
+    const int count = casuale.Vero(0.06) ? casuale.Intero(20, 40) : 1 + casuale.Intero(0, 8) + casuale.Intero(0, 8);
     const QString data = date.addDays(-casuale.Intero(1, 20)).toString(QStringLiteral("dd/MM/yyyy"));
     for (int i = 0; i < count; ++i) {
         const double kind = casuale.Reale();
