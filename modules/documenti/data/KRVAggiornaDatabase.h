@@ -8,7 +8,8 @@
 
 #include <functional>
 
-// The module's schema history, step by step, in the order it must run.
+// The module's schema history, step by step, in the order it must run: the
+// thirty recorded steps, then the indexes under the key KRV_INDICI.
 QList<TQ3SchemaStep> KRVSchemaSteps();
 
 // Brings the module's tables to their current shape on the module database
