@@ -73,6 +73,7 @@ private slots:
     void failedStepRollsBackWholeStep();
     void failedLaterStepShowsErrorIcon();
     void failedFlagStepSkipsLaterStepsOfItsKey();
+    void stepDoneMeanwhileByAnotherWorkstationIsSkipped();
     void indexStepComposesItsStatements();
     void indexStepRunsAfterTheRecordedHistory();
     void failedIndexStepIsRolledBackAndTriedAgain();
@@ -203,7 +204,8 @@ void TestAggiornaDatabase::freshDatabaseReachesFinalState()
     for (int i = 1; i <= AllSteps; ++i)
         all << i;
     QCOMPARE(recorder.StepStatements(), StatementsOfSteps(all));
-    QCOMPARE(recorder.Statements().count(TStatementRecorder::VersionQuery()), AllSteps);
+    // One reading for the run, and one more before each step that runs.
+    QCOMPARE(recorder.Statements().count(TStatementRecorder::VersionQuery()), 1 + AllSteps);
 }
 
 void TestAggiornaDatabase::freshDatabaseHasTheFinalShape()
@@ -225,7 +227,7 @@ void TestAggiornaDatabase::secondRunOnlyQueriesVersions()
     TStatementRecorder recorder;
     AggiornaDatabase();
     QVERIFY(boxes.Messages().isEmpty());
-    QCOMPARE(recorder.Statements(), QStringList(AllSteps, TStatementRecorder::VersionQuery()));
+    QCOMPARE(recorder.Statements(), QStringList(1, TStatementRecorder::VersionQuery()));
 }
 
 void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
@@ -608,6 +610,29 @@ void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
     QCOMPARE(ColumnLength(db, QStringLiteral("FATT_VEND"), QStringLiteral("CLI_PARTITAIVA")), 11);
     QVERIFY(!ColumnExists(db, QStringLiteral("FATT_VEND"), QStringLiteral("IVA_ESENTE")));
     QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.2.0"));
+}
+
+void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
+    OpenModuleSession(module);
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), 30);
+
+    // Between the run's first reading and the index step, another workstation records that step.
+    TQ3RecordingResponder boxes;
+    QStringList statements;
+    int versionQueries = 0;
+    SetAggiornaDatabaseObserver([&](const QString &sql) {
+        statements << sql;
+        if (sql == TStatementRecorder::VersionQuery() && ++versionQueries == 2)
+            db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('KRV_INDICI', '1.0.0')"));
+    });
+    AggiornaDatabase();
+    SetAggiornaDatabaseObserver({});
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(statements, QStringList(2, TStatementRecorder::VersionQuery()));
+    QCOMPARE(IndexNames(db), QStringList());
 }
 
 void TestAggiornaDatabase::indexStepComposesItsStatements()
