@@ -38,12 +38,11 @@ QHash<QString, QString> TQ3SchemaUpgrade::RecordedVersions()
     if (m_observer)
         m_observer(sql);
     QSqlQuery query = OpenQuery(m_db, sql);
-    const QSqlRecord layout = query.record();
-    const int tabella = FieldIndex(layout, QStringLiteral("TABELLA"));
-    const int versione = FieldIndex(layout, QStringLiteral("VERSIONE"));
+    // The host creates the table as (TABELLA, VERSIONE): read by position,
+    // without describing the row, which costs the driver a query per column.
     QHash<QString, QString> versions;
     while (query.next())
-        versions.insert(query.value(tabella).toString(), query.value(versione).toString());
+        versions.insert(query.value(0).toString(), query.value(1).toString());
     return versions;
 }
 
