@@ -257,7 +257,8 @@ QStringList CoordinateBancarie()
 //  - invoices by date: the turnover between two dates;
 //  - categories by parent, articles and services by category: the keys below
 //    a category and the category filter of the lists;
-//  - articles by upper-cased code: the article list's pages.
+//  - articles by upper-cased code: the article list's pages;
+//  - customers by upper-cased name: the customer list's letters and order.
 TQ3SchemaStep CreateIndici()
 {
     QStringList statements;
@@ -273,7 +274,8 @@ TQ3SchemaStep CreateIndici()
              "CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)",
              "CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)",
              "CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)",
-             "CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))"})
+             "CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))",
+             "CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY (UPPER(RAGIONESOCIALE))"})
         statements << QString::fromLatin1(statement);
     return Upgrade(QStringLiteral("KRV_INDICI"), QString(), V1_0_0, statements, TQ3MsgIcon::Error);
 }

@@ -652,7 +652,9 @@ void TestAggiornaDatabase::indexStepComposesItsStatements()
                           QStringLiteral("CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)"),
                           QStringLiteral("CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)"),
                           QStringLiteral("CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)"),
-                          QStringLiteral("CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))")}));
+                          QStringLiteral("CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))"),
+                          QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY "
+                                         "(UPPER(RAGIONESOCIALE))")}));
 }
 
 void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
@@ -673,7 +675,7 @@ void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
     QCOMPARE(recorder.StepStatements(), StatementsOfSteps({AllSteps}));
     // The recorded keys keep their versions; the indexes have a key of their own.
     QCOMPARE(ModuleVersionRows(db), FinalModuleVersions());
-    QCOMPARE(IndexNames(db).size(), 12);
+    QCOMPARE(IndexNames(db).size(), 13);
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
 }
 
@@ -684,15 +686,15 @@ void TestAggiornaDatabase::failedIndexStepIsRolledBackAndTriedAgain()
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 30);
     // The last index's name is taken by another index.
-    db.Exec(QStringLiteral("CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA (DESCRIZIONE)"));
+    db.Exec(QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI (CITTA)"));
 
     TQ3RecordingResponder boxes;
     AggiornaDatabase();
     VerifyOneFailureBox(boxes, TQ3MsgIcon::Error);
     QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'KRV_INDICI'")).isNull());
-    QCOMPARE(IndexNames(db), QStringList({QStringLiteral("IX_ANA_MAGA_UPPER_CODICE")}));
+    QCOMPARE(IndexNames(db), QStringList({QStringLiteral("IX_CLIENTI_UPPER_RAGIONESOCIALE")}));
 
-    db.Exec(QStringLiteral("DROP INDEX IX_ANA_MAGA_UPPER_CODICE"));
+    db.Exec(QStringLiteral("DROP INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE"));
     boxes.Clear();
     AggiornaDatabase();
     QVERIFY(boxes.Messages().isEmpty());
