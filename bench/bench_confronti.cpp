@@ -1,8 +1,9 @@
 // The module's own paths against the same statements run raw through the
 // Firebird client library, on a generated firm's database: start-up on an
 // up-to-date database against a bare connect, the article list's page changes,
-// the customer list's fill. Prints min / median / max of both and their ratio
-// as a Markdown table, and writes it to a file when asked.
+// the customer list's fill, the category window's fill. Prints min / median /
+// max of both and their ratio as a Markdown table, and writes it to a file
+// when asked.
 //
 //   bench_confronti --database stress.fdb [--tabella docs/performance.md]
 #include "KRVAggiornaDatabase.h"
@@ -15,6 +16,7 @@
 #include "Q3Packages.h"
 #include "Q3Sql.h"
 #include "Q3Users.h"
+#include "uKRVGestioneCategorieAnaMaga.h"
 #include "uKRVMain.h"
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
@@ -190,6 +192,23 @@ int main(int argc, char **argv)
                                                             .toInt());
         confronti << elenco;
 
+        main->Run(QStringLiteral("actGestioneCategorieAnaMaga"));
+        auto categorie = main->FormAs<TKRVGestioneCategorieAnaMaga>(QStringLiteral("actGestioneCategorieAnaMaga"));
+        categorie->show();
+        TConfronto albero{QStringLiteral("Finestra categorie articoli, riempimento"), QString(), {}, {}};
+        albero.Modulo = Misura(runs, [&](int) {
+            categorie->CaricaAlberoCategorie();
+            QCoreApplication::processEvents();
+        });
+        albero.Grezzo = Misura(runs, [&](int) {
+            Grezzo(raw, QByteArrayLiteral("SELECT IDCATEGORIA_ANA_MAGA, IDPADRE, CATEGORIA FROM CATEGORIE_ANA_MAGA"));
+        });
+        albero.Cosa = QStringLiteral("%1 categorie").arg(QueryScalar(main->ModADOConn()->Database(),
+                                                                   QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA"))
+                                                            .toInt());
+        confronti << albero;
+
+        categorie->close();
         articoli->close();
         clienti->close();
         QCoreApplication::processEvents();
