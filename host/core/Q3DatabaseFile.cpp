@@ -7,9 +7,7 @@
 
 #include <ibase.h>
 
-namespace {
-
-QString StatusText(const ISC_STATUS *status)
+QString Q3FirebirdStatusText(const std::intptr_t *status)
 {
     QStringList lines;
     char buffer[1024];
@@ -19,7 +17,7 @@ QString StatusText(const ISC_STATUS *status)
     return lines.join(QLatin1Char('\n'));
 }
 
-QByteArray AttachParameters(const TQ3DatabaseTarget &target)
+QByteArray Q3AttachParameters(const TQ3DatabaseTarget &target)
 {
     QByteArray dpb;
     dpb.append(char(isc_dpb_version1));
@@ -36,8 +34,6 @@ QByteArray AttachParameters(const TQ3DatabaseTarget &target)
     return dpb;
 }
 
-} // namespace
-
 void CreateQ3Database(const TQ3DatabaseTarget &target)
 {
     QString sql = QStringLiteral("CREATE DATABASE %1").arg(QuotedStr(target.Database));
@@ -53,20 +49,20 @@ void CreateQ3Database(const TQ3DatabaseTarget &target)
     isc_tr_handle tr = 0;
     if (isc_dsql_execute_immediate(status, &db, &tr, 0, statement.constData(), SQL_DIALECT_V6, nullptr))
         throw EQ3Exception(QStringLiteral("Impossibile creare il database \"%1\":\n%2")
-                               .arg(target.Database, StatusText(status)));
+                               .arg(target.Database, Q3FirebirdStatusText(status)));
     isc_detach_database(status, &db);
 }
 
 void DropQ3Database(const TQ3DatabaseTarget &target)
 {
     const QByteArray name = target.Database.toUtf8();
-    const QByteArray dpb = AttachParameters(target);
+    const QByteArray dpb = Q3AttachParameters(target);
     ISC_STATUS_ARRAY status{};
     isc_db_handle db = 0;
     if (isc_attach_database(status, 0, name.constData(), &db, short(dpb.size()), dpb.constData())
         || isc_drop_database(status, &db))
         throw EQ3Exception(QStringLiteral("Impossibile eliminare il database \"%1\":\n%2")
-                               .arg(target.Database, StatusText(status)));
+                               .arg(target.Database, Q3FirebirdStatusText(status)));
 }
 
 bool Q3DatabaseFileMissing(const TQ3DatabaseTarget &target)

@@ -2,6 +2,10 @@
 
 #include "Q3Connection.h"
 
+#include <QByteArray>
+
+#include <cstdint>
+
 // Creates an empty database (character set UTF8) through the Firebird client
 // library; raises EQ3Exception with Firebird's message on failure.
 Q3_EXPORT void CreateQ3Database(const TQ3DatabaseTarget &target);
@@ -11,3 +15,10 @@ Q3_EXPORT void DropQ3Database(const TQ3DatabaseTarget &target);
 
 // True when the target is an embedded database file that does not exist yet.
 Q3_EXPORT bool Q3DatabaseFileMissing(const TQ3DatabaseTarget &target);
+
+// The parameters of an attachment to the target (user, password, UTF8), as
+// the Firebird client library takes them.
+Q3_EXPORT QByteArray Q3AttachParameters(const TQ3DatabaseTarget &target);
+
+// Firebird's own text for a client library status vector.
+Q3_EXPORT QString Q3FirebirdStatusText(const std::intptr_t *status);

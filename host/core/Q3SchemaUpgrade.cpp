@@ -32,28 +32,21 @@ void TQ3SchemaUpgrade::Exec(const QString &sql)
     ExecSQL(m_db, sql);
 }
 
-QString TQ3SchemaUpgrade::RecordedVersion(const QString &key, bool *found)
+QHash<QString, QString> TQ3SchemaUpgrade::RecordedVersions()
 {
     const QString sql = QStringLiteral("SELECT * FROM TABLE_VERSION");
     if (m_observer)
         m_observer(sql);
     QSqlQuery query = OpenQuery(m_db, sql);
-    *found = false;
-    QString version;
-    const QSqlRecord layout = query.record();
-    const int tabella = FieldIndex(layout, QStringLiteral("TABELLA"));
-    const int versione = FieldIndex(layout, QStringLiteral("VERSIONE"));
-    while (query.next()) {
-        if (query.value(tabella).toString() == key) {
-            *found = true;
-            version = query.value(versione).toString();
-            break;
-        }
-    }
-    return version;
+    // The host creates the table as (TABELLA, VERSIONE): read by position,
+    // without describing the row, which costs the driver a query per column.
+    QHash<QString, QString> versions;
+    while (query.next())
+        versions.insert(query.value(0).toString(), query.value(1).toString());
+    return versions;
 }
 
-void TQ3SchemaUpgrade::RunStep(const TQ3SchemaStep &step)
+bool TQ3SchemaUpgrade::RunStep(const TQ3SchemaStep &step)
 {
     try {
         TQ3Transaction transaction(m_db);
@@ -66,25 +59,45 @@ void TQ3SchemaUpgrade::RunStep(const TQ3SchemaStep &step)
             Exec(QStringLiteral("UPDATE TABLE_VERSION SET VERSIONE = %1 WHERE TABELLA = %2")
                      .arg(QuotedStr(step.To), QuotedStr(step.Key)));
         transaction.Commit();
+        return true;
     } catch (const std::exception &) {
         Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Errore durante l'aggiornamento del database!"),
                      step.FailureIcon);
+        return false;
     }
 }
 
+namespace {
+
+// Whether the step is due: a create step while its key has no row, an upgrade
+// step while its key holds exactly its "from" version.
+bool Due(const TQ3SchemaStep &step, const QHash<QString, QString> &versions)
+{
+    const auto found = versions.constFind(step.Key);
+    if (step.IsCreate())
+        return found == versions.constEnd();
+    return found != versions.constEnd() && found.value() == step.From;
+}
+
+} // namespace
+
 void TQ3SchemaUpgrade::Run(const QList<TQ3SchemaStep> &steps)
 {
+    // One reading of the versions decides which steps are due: an up-to-date
+    // database costs that one query. A due step reads them again just before
+    // it runs, since another workstation may have run it meanwhile.
+    QHash<QString, QString> versions = RecordedVersions();
     for (const TQ3SchemaStep &step : steps) {
-        bool found = false;
-        const QString version = RecordedVersion(step.Key, &found);
+        if (!Due(step, versions))
+            continue;
+        versions = RecordedVersions();
+        if (!Due(step, versions))
+            continue;
+        if (RunStep(step))
+            versions.insert(step.Key, step.To);
         if (step.IsCreate()) {
-            if (found)
-                continue;
-            RunStep(step);
             for (const QString &seed : step.Seeds)
                 Exec(seed);
-        } else if (found && version == step.From) {
-            RunStep(step);
         }
     }
 }

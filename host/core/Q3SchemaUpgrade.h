@@ -2,6 +2,7 @@
 
 #include "Q3Messages.h"
 
+#include <QHash>
 #include <QList>
 #include <QSqlDatabase>
 #include <QStringList>
@@ -30,6 +31,8 @@ Q3_EXPORT TQ3SchemaStep Q3CreateTableStep(const QString &key, const QString &cre
 // Runs steps in order. Each step whose "from" matches the key's recorded version
 // exactly runs in one transaction with its version row; a failing step is rolled
 // back, reported in a box titled "Errore", and the run goes on with the next.
+// The versions are read once for the whole run, and again before each step
+// that runs.
 class Q3_EXPORT TQ3SchemaUpgrade
 {
 public:
@@ -41,9 +44,11 @@ public:
     void SetStatementObserver(std::function<void(const QString &)> observer) { m_observer = std::move(observer); }
 
 private:
-    QString RecordedVersion(const QString &key, bool *found);
+    // Every key's version, read in one query.
+    QHash<QString, QString> RecordedVersions();
     void Exec(const QString &sql);
-    void RunStep(const TQ3SchemaStep &step);
+    // Answers whether the step ran to its commit.
+    bool RunStep(const TQ3SchemaStep &step);
 
     QSqlDatabase m_db;
     std::function<void(const QString &)> m_observer;

@@ -2,8 +2,12 @@
 
 #include "Q3Sql.h"
 
+#include <QHash>
 #include <QLocale>
 #include <QSet>
+
+#include <algorithm>
+#include <functional>
 
 int GetLastGeneratorValue(const QString &generator, const QSqlDatabase &connection)
 {
@@ -46,8 +50,20 @@ TCustomBoolean StrToCustomBoolean(const QVariant &value)
 
 QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &table, const QSqlDatabase &connection)
 {
-    // Depth first, so that every key comes before the keys below it; a key met
-    // twice (a damaged tree) is not followed again.
+    // One statement gathers the key and every row below it with its parent;
+    // the depth limit stops a damaged tree whose parents form a loop.
+    QSqlQuery rows = OpenQuery(
+        connection, QStringLiteral("WITH RECURSIVE RAMO (ID, PADRE, LIVELLO) AS (SELECT %1, CAST(NULL AS INTEGER), 0 "
+                                   "FROM RDB$DATABASE UNION ALL SELECT F.%2, F.IDPADRE, R.LIVELLO + 1 FROM %3 F "
+                                   "JOIN RAMO R ON F.IDPADRE = R.ID WHERE R.LIVELLO < 1000) SELECT ID, PADRE FROM RAMO")
+                        .arg(QString::number(key), keyColumn, table));
+    QHash<int, QList<int>> children;
+    while (rows.next()) {
+        if (!rows.isNull(1))
+            children[rows.value(1).toInt()].append(rows.value(0).toInt());
+    }
+    // Depth first, children by key, so that every key comes before the keys
+    // below it; a key met twice is not followed again.
     QList<int> keys;
     QSet<int> seen;
     QList<int> pending{key};
@@ -57,11 +73,9 @@ QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &t
             continue;
         seen.insert(current);
         keys.append(current);
-        QSqlQuery children = OpenQuery(connection, QStringLiteral("SELECT ") + keyColumn + QStringLiteral(" FROM ") + table
-                                                       + QStringLiteral(" WHERE IDPADRE=") + QString::number(current)
-                                                       + QStringLiteral(" ORDER BY ") + keyColumn + QStringLiteral(" DESC"));
-        while (children.next())
-            pending.append(children.value(0).toInt());
+        QList<int> below = children.value(current);
+        std::sort(below.begin(), below.end(), std::greater<int>());
+        pending.append(below);
     }
     return keys;
 }

@@ -118,6 +118,14 @@ void UpdateTreeNodeImages(QTreeWidgetItem *node, int closedImage, int openImage)
     node->setIcon(0, TreeImage(node->treeWidget(), open ? openImage : closedImage));
 }
 
+void UpdateTreeImages(QTreeWidget *tree, int closedImage, int openImage)
+{
+    const QIcon closed = TreeImage(tree, closedImage);
+    const QIcon open = TreeImage(tree, openImage);
+    for (QTreeWidgetItemIterator it(tree); *it; ++it)
+        (*it)->setIcon(0, (*it)->isExpanded() && (*it)->childCount() > 0 ? open : closed);
+}
+
 bool TreeItemExists(const QTreeWidget *tree, const QString &text, const QTreeWidgetItem *except)
 {
     for (QTreeWidgetItemIterator it(const_cast<QTreeWidget *>(tree)); *it; ++it) {

@@ -59,6 +59,10 @@ Q3_EXPORT void FillTreeView(QTreeWidget *tree, QTreeWidgetItem *rootItem, const 
 // it is expanded and has entries below it, closedImage otherwise.
 Q3_EXPORT void UpdateTreeNodeImages(QTreeWidgetItem *node, int closedImage, int openImage);
 
+// The same for every entry of the tree, each image taken from the image list
+// once: the way to give a whole tree just filled its images.
+Q3_EXPORT void UpdateTreeImages(QTreeWidget *tree, int closedImage, int openImage);
+
 // Whether an entry of the whole tree other than except bears the text. Letter
 // case is not regarded: "Viti" and "VITI" are the same name, as they are in the
 // lists sorted by UPPER(CATEGORIA).

@@ -22,6 +22,7 @@ private slots:
     void fillOfUnknownTableRaises();
     void imagesFollowExpandedState();
     void imagesWithoutImageListAreEmpty();
+    void wholeTreeImagesTakenOnce();
     void itemExistsAnywhereInTheTree();
     void itemExistsIgnoresLetterCase();
     void itemExistsLeavesOutTheGivenEntry();
@@ -195,6 +196,38 @@ void TestQ3TreeUtils::imagesFollowExpandedState()
     leaf->setExpanded(true);
     UpdateTreeNodeImages(leaf, 38, 39);
     QCOMPARE(leaf->icon(0).cacheKey(), closed.cacheKey());
+}
+
+void TestQ3TreeUtils::wholeTreeImagesTakenOnce()
+{
+    QPixmap closedPixmap(16, 16);
+    closedPixmap.fill(Qt::red);
+    QPixmap openPixmap(16, 16);
+    openPixmap.fill(Qt::green);
+    const QIcon closed(closedPixmap);
+    const QIcon open(openPixmap);
+    QTreeWidget tree;
+    int lookups = 0;
+    SetTreeImages(&tree, [&](int index) {
+        ++lookups;
+        return index == 38 ? closed : index == 39 ? open : QIcon();
+    });
+    auto top = new QTreeWidgetItem(&tree, {QStringLiteral("Ferramenta")});
+    auto middle = new QTreeWidgetItem(top, {QStringLiteral("Viteria")});
+    auto leaf = new QTreeWidgetItem(middle, {QStringLiteral("Viti legno")});
+    auto shut = new QTreeWidgetItem(&tree, {QStringLiteral("Idraulica")});
+    new QTreeWidgetItem(shut, {QStringLiteral("Tubi")});
+    top->setExpanded(true);
+    middle->setExpanded(true);
+    leaf->setExpanded(true);
+
+    UpdateTreeImages(&tree, 38, 39);
+    QCOMPARE(lookups, 2);
+    QCOMPARE(top->icon(0).cacheKey(), open.cacheKey());
+    QCOMPARE(middle->icon(0).cacheKey(), open.cacheKey());
+    QCOMPARE(leaf->icon(0).cacheKey(), closed.cacheKey());
+    QCOMPARE(shut->icon(0).cacheKey(), closed.cacheKey());
+    QCOMPARE(shut->child(0)->icon(0).cacheKey(), closed.cacheKey());
 }
 
 void TestQ3TreeUtils::imagesWithoutImageListAreEmpty()

@@ -21,6 +21,8 @@ private slots:
     void customBooleanFromFlags();
     void elencoIdFiglioListsParentsBeforeChildren();
     void elencoIdFiglioOfLeafIsTheKeyAlone();
+    void elencoIdFiglioOrdersChildrenByKey();
+    void elencoIdFiglioStopsOnALoopOfParents();
     void currencyAndNumbersInItalianLocale();
 
 private:
@@ -115,6 +117,25 @@ void TestQ3Utils::elencoIdFiglioListsParentsBeforeChildren()
 void TestQ3Utils::elencoIdFiglioOfLeafIsTheKeyAlone()
 {
     QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 6, QStringLiteral("ALBERO"), m_database->Db()), (QList<int>{6}));
+    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 99, QStringLiteral("ALBERO"), m_database->Db()), (QList<int>{99}));
+}
+
+void TestQ3Utils::elencoIdFiglioOrdersChildrenByKey()
+{
+    // Children written in another order than their keys': 6 ── 12, 10 ── 13, 11.
+    for (const QString &row : {QStringLiteral("12, 6"), QStringLiteral("10, 6"), QStringLiteral("13, 10"), QStringLiteral("11, 6")})
+        m_database->Exec(QStringLiteral("INSERT INTO ALBERO VALUES (") + row + QStringLiteral(")"));
+    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 6, QStringLiteral("ALBERO"), m_database->Db()),
+             (QList<int>{6, 10, 13, 11, 12}));
+}
+
+void TestQ3Utils::elencoIdFiglioStopsOnALoopOfParents()
+{
+    // A damaged tree: 20 and 21 are each other's parent.
+    m_database->Exec(QStringLiteral("INSERT INTO ALBERO VALUES (20, 21)"));
+    m_database->Exec(QStringLiteral("INSERT INTO ALBERO VALUES (21, 20)"));
+    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 20, QStringLiteral("ALBERO"), m_database->Db()),
+             (QList<int>{20, 21}));
 }
 
 void TestQ3Utils::currencyAndNumbersInItalianLocale()

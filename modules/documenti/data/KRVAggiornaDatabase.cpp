@@ -246,6 +246,40 @@ QStringList CoordinateBancarie()
     return statements;
 }
 
+// The indexes the module's reads need, each named after its table and columns:
+//  - lines by their document: opening, saving and deleting an invoice or a
+//    credit note, the invoice list's search by line text;
+//  - documents by year and number, descending: the document lists' order, the
+//    next number of a year, the yearly totals of the statistics and summaries;
+//  - invoices by customer code and year: the turnover by customer;
+//  - invoice lines by code: the first description of a code in the turnover
+//    by article and service;
+//  - invoices by date: the turnover between two dates;
+//  - categories by parent, articles and services by category: the keys below
+//    a category and the category filter of the lists;
+//  - articles by upper-cased code: the article list's pages;
+//  - customers by upper-cased name: the customer list's letters and order.
+TQ3SchemaStep CreateIndici()
+{
+    QStringList statements;
+    for (const char *statement : {
+             "CREATE INDEX IX_FATT_VEND_DETT_IDFATT_VEND ON FATT_VEND_DETT (IDFATT_VEND)",
+             "CREATE INDEX IX_NOTE_ACCREDITO_DETT_IDNOTA ON NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO)",
+             "CREATE DESCENDING INDEX IX_FATT_VEND_ANNO_NUMERO ON FATT_VEND (ANNO, NUMERO)",
+             "CREATE DESCENDING INDEX IX_NOTE_ACCREDITO_ANNO_NUMERO ON NOTE_ACCREDITO (ANNO, NUMERO)",
+             "CREATE INDEX IX_FATT_VEND_CLI_CODICE_ANNO ON FATT_VEND (CLI_CODICE, ANNO)",
+             "CREATE INDEX IX_FATT_VEND_DETT_CODICE ON FATT_VEND_DETT (CODICE)",
+             "CREATE INDEX IX_FATT_VEND_DATA ON FATT_VEND (DATA)",
+             "CREATE INDEX IX_CATEGORIE_ANA_MAGA_IDPADRE ON CATEGORIE_ANA_MAGA (IDPADRE)",
+             "CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)",
+             "CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)",
+             "CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)",
+             "CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))",
+             "CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY (UPPER(RAGIONESOCIALE))"})
+        statements << QString::fromLatin1(statement);
+    return Upgrade(QStringLiteral("KRV_INDICI"), QString(), V1_0_0, statements, TQ3MsgIcon::Error);
+}
+
 } // namespace
 
 QList<TQ3SchemaStep> KRVSchemaSteps()
@@ -305,12 +339,19 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
                 error),
         Upgrade(fattVend, V1_3_0, V1_4_0, {AddFlagColumn(fattVend, QStringLiteral("IVA_ESENTE"))}, error),
         Upgrade(fattVend, V1_4_0, V1_5_0, {QStringLiteral("UPDATE FATT_VEND SET IVA_ESENTE = ") + QuotedFalse()}, error),
+        // After the recorded history, under a key of its own.
+        CreateIndici(),
     };
 }
 
 void AggiornaDatabase()
 {
-    TQ3SchemaUpgrade upgrade(KRVModuleDatabase());
+    AggiornaDatabase(KRVModuleDatabase());
+}
+
+void AggiornaDatabase(const QSqlDatabase &db)
+{
+    TQ3SchemaUpgrade upgrade(db);
     upgrade.SetStatementObserver(StatementObserver());
     upgrade.Run(KRVSchemaSteps());
 }

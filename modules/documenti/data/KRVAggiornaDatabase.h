@@ -3,16 +3,21 @@
 #include "Q3SchemaUpgrade.h"
 
 #include <QList>
+#include <QSqlDatabase>
 #include <QString>
 
 #include <functional>
 
-// The module's schema history, step by step, in the order it must run.
+// The module's schema history, step by step, in the order it must run: the
+// thirty recorded steps, then the indexes under the key KRV_INDICI.
 QList<TQ3SchemaStep> KRVSchemaSteps();
 
 // Brings the module's tables to their current shape on the module database
 // session, recording each step in TABLE_VERSION.
 void AggiornaDatabase();
+// The same on a given connection, for the tools that prepare a database
+// without loading the module.
+void AggiornaDatabase(const QSqlDatabase &db);
 
 // Sees every statement AggiornaDatabase sends to the database, the version
 // queries included; the tests use it to check what a run executes. An empty

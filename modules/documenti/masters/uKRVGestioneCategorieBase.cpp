@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QScopeGuard>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
@@ -154,6 +155,8 @@ void TKRVGestioneCategorieBase::CreateTree()
     m_tvCategorie->setObjectName(QStringLiteral("tvCategorie"));
     m_tvCategorie->setAccessibleName(m_tabella.Caption);
     m_tvCategorie->setHeaderHidden(true);
+    // One line of text per entry: rows need not be measured one by one.
+    m_tvCategorie->setUniformRowHeights(true);
     m_tvCategorie->setEditTriggers(QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed);
     m_tvCategorie->setContextMenuPolicy(Qt::CustomContextMenu);
     const auto edited = [this, tree](const QModelIndex &index, const QString &text) {
@@ -179,18 +182,26 @@ void TKRVGestioneCategorieBase::SetModified(bool value)
 
 void TKRVGestioneCategorieBase::CaricaAlberoCategorie()
 {
-    m_tvCategorie->clear();
-    // The root belongs to the window: it is never edited.
-    m_root = new QTreeWidgetItem(m_tvCategorie, {TestoRadice});
-    FillTreeView(m_tvCategorie, m_root, m_tabella.Table, m_tabella.KeyColumn, ColonnaPadre, ColonnaCategoria, QString(),
-                 m_main.ModADOConn()->Database());
-    m_tvCategorie->expandAll();
-    for (QTreeWidgetItemIterator it(m_tvCategorie); *it; ++it) {
-        if (*it != m_root)
-            (*it)->setFlags((*it)->flags() | Qt::ItemIsEditable);
-        UpdateTreeNodeImages(*it, KRVImgFolderClosed, KRVImgFolderOpen);
+    {
+        // Filled whole before it is drawn, without an expand signal per entry:
+        // the images are given once below.
+        const QSignalBlocker quiet(m_tvCategorie);
+        m_tvCategorie->setUpdatesEnabled(false);
+        const auto draw = qScopeGuard([this] { m_tvCategorie->setUpdatesEnabled(true); });
+        m_tvCategorie->clear();
+        // The root belongs to the window: it is never edited.
+        m_root = new QTreeWidgetItem(m_tvCategorie, {TestoRadice});
+        FillTreeView(m_tvCategorie, m_root, m_tabella.Table, m_tabella.KeyColumn, ColonnaPadre, ColonnaCategoria,
+                     QString(), m_main.ModADOConn()->Database());
+        for (QTreeWidgetItemIterator it(m_tvCategorie); *it; ++it) {
+            if (*it != m_root)
+                (*it)->setFlags((*it)->flags() | Qt::ItemIsEditable);
+        }
+        m_tvCategorie->expandAll();
+        UpdateTreeImages(m_tvCategorie, KRVImgFolderClosed, KRVImgFolderOpen);
+        m_tvCategorie->setCurrentItem(m_root);
     }
-    m_tvCategorie->setCurrentItem(m_root);
+    tvCategorieChange();
 }
 
 QTreeWidgetItem *TKRVGestioneCategorieBase::Categoria() const

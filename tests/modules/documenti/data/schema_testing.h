@@ -27,6 +27,7 @@ inline QStringList FinalModuleVersions()
             QStringLiteral("CATEGORIE_ANA_MAGA|1.0.0"),  QStringLiteral("CATEGORIE_SERVIZI|1.0.0"),
             QStringLiteral("CLIENTI|1.3.0"),             QStringLiteral("FATT_VEND|1.5.0"),
             QStringLiteral("FATT_VEND_DETT|1.3.0"),      QStringLiteral("KRV_ABILITAZIONI|1.0.1"),
+            QStringLiteral("KRV_INDICI|1.0.0"),
             QStringLiteral("NOTE_ACCREDITO|1.2.0"),      QStringLiteral("NOTE_ACCREDITO_DETT|1.0.0"),
             QStringLiteral("NOTE_DOCUMENTI|1.0.0"),      QStringLiteral("SERVIZI|1.0.0"),
             QStringLiteral("TIPI_PAGAMENTO|1.1.0"),      QStringLiteral("UM|1.0.0")};
@@ -111,6 +112,13 @@ inline QStringList SchemaMetadata(const TQ3TestDatabase &db)
                        "JOIN RDB$INDEX_SEGMENTS S ON S.RDB$INDEX_NAME = I.RDB$INDEX_NAME ")
                 .arg(generatedConstraint.arg(QStringLiteral("I.RDB$INDEX_NAME")))
             + userRelation.arg(QStringLiteral("I.RDB$RELATION_NAME")) + QStringLiteral("ORDER BY 1, 2, 6, 7"));
+    // Indexes on an expression have no segments: their expression stands for them.
+    add(QStringLiteral("expression index"),
+        QStringLiteral("SELECT TRIM(I.RDB$RELATION_NAME), TRIM(I.RDB$INDEX_NAME), COALESCE(I.RDB$UNIQUE_FLAG, 0), "
+                       "COALESCE(I.RDB$INDEX_INACTIVE, 0), COALESCE(I.RDB$INDEX_TYPE, 0), "
+                       "CAST(I.RDB$EXPRESSION_SOURCE AS VARCHAR(200)) FROM RDB$INDICES I ")
+            + userRelation.arg(QStringLiteral("I.RDB$RELATION_NAME"))
+            + QStringLiteral("WHERE I.RDB$EXPRESSION_SOURCE IS NOT NULL ORDER BY 1, 2"));
     add(QStringLiteral("generator"),
         QStringLiteral("SELECT TRIM(RDB$GENERATOR_NAME) FROM RDB$GENERATORS WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 "
                        "ORDER BY 1"));
@@ -188,6 +196,14 @@ inline QStringList ModuleData(const TQ3TestDatabase &db)
         }
     }
     return data;
+}
+
+// The names of the indexes that are neither keys nor unique constraints.
+inline QStringList IndexNames(const TQ3TestDatabase &db)
+{
+    return db.Rows(QStringLiteral("SELECT TRIM(I.RDB$INDEX_NAME) FROM RDB$INDICES I WHERE COALESCE(I.RDB$SYSTEM_FLAG, 0) = 0 "
+                                  "AND NOT EXISTS (SELECT 1 FROM RDB$RELATION_CONSTRAINTS C "
+                                  "WHERE C.RDB$INDEX_NAME = I.RDB$INDEX_NAME) ORDER BY 1"));
 }
 
 // Runs the first steps of the module's history through the upgrade runner.

@@ -11,6 +11,9 @@ namespace {
 
 const QString UpgradeError = QStringLiteral("Errore durante l'aggiornamento del database!");
 
+// The thirty recorded steps and the index step after them.
+constexpr int AllSteps = 31;
+
 // The one failure box of a step, with the icon it shows.
 void VerifyOneFailureBox(const TQ3RecordingResponder &boxes, TQ3MsgIcon icon)
 {
@@ -70,6 +73,10 @@ private slots:
     void failedStepRollsBackWholeStep();
     void failedLaterStepShowsErrorIcon();
     void failedFlagStepSkipsLaterStepsOfItsKey();
+    void stepDoneMeanwhileByAnotherWorkstationIsSkipped();
+    void indexStepComposesItsStatements();
+    void indexStepRunsAfterTheRecordedHistory();
+    void failedIndexStepIsRolledBackAndTriedAgain();
     void upgradeFromEveryState_data();
     void upgradeFromEveryState();
     void handWrittenStates_data();
@@ -93,7 +100,7 @@ void TestAggiornaDatabase::initTestCase()
 
     // One upgraded database for the tests that only add rows, each to a table of its own.
     m_upgraded = std::make_unique<TQ3TestDatabase>();
-    RunFirstSteps(m_upgraded->Db(), 30);
+    RunFirstSteps(m_upgraded->Db(), AllSteps);
     QCOMPARE(ModuleData(*m_upgraded), m_finalData);
 }
 
@@ -124,9 +131,10 @@ void TestAggiornaDatabase::stepsFollowTheRecordedHistory()
         {"CLIENTI", "1.2.0", "1.3.0", error},       {"FATT_VEND", "1.2.0", "1.3.0", error},
         {"NOTE_ACCREDITO", "1.1.0", "1.2.0", error}, {"KRV_ABILITAZIONI", "1.0.0", "1.0.1", error},
         {"FATT_VEND", "1.3.0", "1.4.0", error},     {"FATT_VEND", "1.4.0", "1.5.0", error},
+        {"KRV_INDICI", "", "1.0.0", error},
     };
     const QList<TQ3SchemaStep> steps = KRVSchemaSteps();
-    QCOMPARE(steps.size(), 30);
+    QCOMPARE(steps.size(), AllSteps);
     for (int i = 0; i < steps.size(); ++i) {
         const TQ3SchemaStep &step = steps.at(i);
         const Expected &e = expected.at(i);
@@ -193,10 +201,11 @@ void TestAggiornaDatabase::freshDatabaseReachesFinalState()
     if (QTest::currentTestFailed())
         return;
     QList<int> all;
-    for (int i = 1; i <= 30; ++i)
+    for (int i = 1; i <= AllSteps; ++i)
         all << i;
     QCOMPARE(recorder.StepStatements(), StatementsOfSteps(all));
-    QCOMPARE(recorder.Statements().count(TStatementRecorder::VersionQuery()), 30);
+    // One reading for the run, and one more before each step that runs.
+    QCOMPARE(recorder.Statements().count(TStatementRecorder::VersionQuery()), 1 + AllSteps);
 }
 
 void TestAggiornaDatabase::freshDatabaseHasTheFinalShape()
@@ -218,7 +227,7 @@ void TestAggiornaDatabase::secondRunOnlyQueriesVersions()
     TStatementRecorder recorder;
     AggiornaDatabase();
     QVERIFY(boxes.Messages().isEmpty());
-    QCOMPARE(recorder.Statements(), QStringList(30, TStatementRecorder::VersionQuery()));
+    QCOMPARE(recorder.Statements(), QStringList(1, TStatementRecorder::VersionQuery()));
 }
 
 void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
@@ -261,7 +270,7 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
     AggiornaDatabase();
     QVERIFY(boxes.Messages().isEmpty());
     // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29 and 30 run.
-    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30}));
+    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31}));
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.5.0"));
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.3.0"));
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
@@ -603,10 +612,100 @@ void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
     QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.2.0"));
 }
 
+void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
+    OpenModuleSession(module);
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), 30);
+
+    // Between the run's first reading and the index step, another workstation records that step.
+    TQ3RecordingResponder boxes;
+    QStringList statements;
+    int versionQueries = 0;
+    SetAggiornaDatabaseObserver([&](const QString &sql) {
+        statements << sql;
+        if (sql == TStatementRecorder::VersionQuery() && ++versionQueries == 2)
+            db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('KRV_INDICI', '1.0.0')"));
+    });
+    AggiornaDatabase();
+    SetAggiornaDatabaseObserver({});
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(statements, QStringList(2, TStatementRecorder::VersionQuery()));
+    QCOMPARE(IndexNames(db), QStringList());
+}
+
+void TestAggiornaDatabase::indexStepComposesItsStatements()
+{
+    const TQ3SchemaStep step = KRVSchemaSteps().constLast();
+    QCOMPARE(step.Key, QStringLiteral("KRV_INDICI"));
+    QVERIFY(step.Seeds.isEmpty());
+    QCOMPARE(step.Statements,
+             QStringList({QStringLiteral("CREATE INDEX IX_FATT_VEND_DETT_IDFATT_VEND ON FATT_VEND_DETT (IDFATT_VEND)"),
+                          QStringLiteral("CREATE INDEX IX_NOTE_ACCREDITO_DETT_IDNOTA ON NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO)"),
+                          QStringLiteral("CREATE DESCENDING INDEX IX_FATT_VEND_ANNO_NUMERO ON FATT_VEND (ANNO, NUMERO)"),
+                          QStringLiteral("CREATE DESCENDING INDEX IX_NOTE_ACCREDITO_ANNO_NUMERO ON NOTE_ACCREDITO (ANNO, NUMERO)"),
+                          QStringLiteral("CREATE INDEX IX_FATT_VEND_CLI_CODICE_ANNO ON FATT_VEND (CLI_CODICE, ANNO)"),
+                          QStringLiteral("CREATE INDEX IX_FATT_VEND_DETT_CODICE ON FATT_VEND_DETT (CODICE)"),
+                          QStringLiteral("CREATE INDEX IX_FATT_VEND_DATA ON FATT_VEND (DATA)"),
+                          QStringLiteral("CREATE INDEX IX_CATEGORIE_ANA_MAGA_IDPADRE ON CATEGORIE_ANA_MAGA (IDPADRE)"),
+                          QStringLiteral("CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)"),
+                          QStringLiteral("CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)"),
+                          QStringLiteral("CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)"),
+                          QStringLiteral("CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))"),
+                          QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY "
+                                         "(UPPER(RAGIONESOCIALE))")}));
+}
+
+void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
+    OpenModuleSession(module);
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), 30);
+    QCOMPARE(IndexNames(db), QStringList());
+    QStringList recorded = FinalModuleVersions();
+    recorded.removeOne(QStringLiteral("KRV_INDICI|1.0.0"));
+    QCOMPARE(ModuleVersionRows(db), recorded);
+
+    TQ3RecordingResponder boxes;
+    TStatementRecorder recorder;
+    AggiornaDatabase();
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({AllSteps}));
+    // The recorded keys keep their versions; the indexes have a key of their own.
+    QCOMPARE(ModuleVersionRows(db), FinalModuleVersions());
+    QCOMPARE(IndexNames(db).size(), 13);
+    QCOMPARE(SchemaMetadata(db), m_finalMetadata);
+}
+
+void TestAggiornaDatabase::failedIndexStepIsRolledBackAndTriedAgain()
+{
+    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
+    OpenModuleSession(module);
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), 30);
+    // The last index's name is taken by another index.
+    db.Exec(QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI (CITTA)"));
+
+    TQ3RecordingResponder boxes;
+    AggiornaDatabase();
+    VerifyOneFailureBox(boxes, TQ3MsgIcon::Error);
+    QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'KRV_INDICI'")).isNull());
+    QCOMPARE(IndexNames(db), QStringList({QStringLiteral("IX_CLIENTI_UPPER_RAGIONESOCIALE")}));
+
+    db.Exec(QStringLiteral("DROP INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE"));
+    boxes.Clear();
+    AggiornaDatabase();
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(Version(db, QStringLiteral("KRV_INDICI")), QStringLiteral("1.0.0"));
+    QCOMPARE(SchemaMetadata(db), m_finalMetadata);
+}
+
 void TestAggiornaDatabase::upgradeFromEveryState_data()
 {
     QTest::addColumn<int>("done");
-    for (int done = 0; done <= 30; ++done)
+    for (int done = 0; done <= AllSteps; ++done)
         QTest::newRow(qPrintable(QStringLiteral("after %1 steps").arg(done))) << done;
 }
 
@@ -618,7 +717,7 @@ void TestAggiornaDatabase::upgradeFromEveryState()
     TQ3RecordingResponder boxes;
     RunFirstSteps(module.Database.Db(), done);
     QList<int> remaining;
-    for (int step = done + 1; step <= 30; ++step)
+    for (int step = done + 1; step <= AllSteps; ++step)
         remaining << step;
 
     TStatementRecorder recorder;

@@ -1,0 +1,245 @@
+// The module's own paths against the same statements run raw through the
+// Firebird client library, on a generated firm's database: start-up on an
+// up-to-date database against a bare connect, the article list's page changes,
+// the customer list's fill, the category window's fill. Prints min / median /
+// max of both and their ratio as a Markdown table, and writes it to a file
+// when asked.
+//
+//   bench_confronti --database stress.fdb [--tabella docs/performance.md]
+#include "KRVAggiornaDatabase.h"
+#include "Q3Connection.h"
+#include "Q3Exception.h"
+#include "Q3FbClient.h"
+#include "Q3HostSchema.h"
+#include "Q3MainForm.h"
+#include "Q3Messages.h"
+#include "Q3Packages.h"
+#include "Q3Sql.h"
+#include "Q3Users.h"
+#include "uKRVGestioneCategorieAnaMaga.h"
+#include "uKRVMain.h"
+#include "uKRVRicercaArticoli.h"
+#include "uKRVRicercaClienti.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSysInfo>
+#include <QThread>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <memory>
+
+namespace {
+
+struct TMisure
+{
+    double Min = 0;
+    double Mediana = 0;
+    double Max = 0;
+};
+
+// Milliseconds of each of `runs` calls, after one call that is not timed.
+TMisure Misura(int runs, const std::function<void(int run)> &call)
+{
+    call(0); // once untimed: caches filled, a pending upgrade done
+    QList<double> times;
+    QElapsedTimer timer;
+    for (int run = 0; run < runs; ++run) {
+        timer.start();
+        call(run);
+        times << double(timer.nsecsElapsed()) / 1e6;
+    }
+    std::sort(times.begin(), times.end());
+    return {times.constFirst(), times.at(times.size() / 2), times.constLast()};
+}
+
+struct TConfronto
+{
+    QString Nome;
+    QString Cosa;
+    TMisure Modulo;
+    TMisure Grezzo;
+};
+
+QString Riga(const TConfronto &c)
+{
+    const auto ms = [](double v) { return QString::number(v, 'f', v < 10 ? 2 : 1); };
+    return QStringLiteral("| %1 | %2 | %3 / %4 / %5 | %6 / %7 / %8 | %9 |")
+        .arg(c.Nome, c.Cosa, ms(c.Modulo.Min), ms(c.Modulo.Mediana), ms(c.Modulo.Max), ms(c.Grezzo.Min),
+             ms(c.Grezzo.Mediana), ms(c.Grezzo.Max))
+        .arg(c.Modulo.Mediana / c.Grezzo.Mediana, 0, 'f', 2);
+}
+
+// The article list's page statement, as the list composes it with no filter.
+QByteArray PaginaArticoli(int page)
+{
+    return QStringLiteral("SELECT FIRST 200 SKIP %1 ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA FROM ANA_MAGA "
+                          "LEFT JOIN CATEGORIE_ANA_MAGA ON ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
+                          "CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA  ORDER BY UPPER(CODICE)")
+        .arg((page - 1) * 200)
+        .toUtf8();
+}
+
+// The raw statement, prepared and run to its last row in a transaction of its own.
+void Grezzo(TQ3FbClient &client, const QByteArray &sql)
+{
+    client.Begin();
+    TQ3FbStatement statement(client, sql);
+    statement.FetchAll();
+    client.Commit();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    QCommandLineParser parser;
+    parser.addOptions({{QStringLiteral("database"), QStringLiteral("Database of a generated firm."), QStringLiteral("db")},
+                       {QStringLiteral("tabella"), QStringLiteral("File where the table is written."), QStringLiteral("file")},
+                       {QStringLiteral("ripetizioni"), QStringLiteral("Runs of each measure (default 15)."),
+                        QStringLiteral("n"), QStringLiteral("15")}});
+    parser.process(app);
+    TQ3DatabaseTarget target;
+    target.Database = parser.value(QStringLiteral("database"));
+    const int runs = qMax(3, parser.value(QStringLiteral("ripetizioni")).toInt());
+    if (target.Database.isEmpty()) {
+        std::fprintf(stderr, "bench_confronti: manca --database.\n");
+        return 2;
+    }
+    TQ3RecordingResponder responder;
+    QList<TConfronto> confronti;
+    try {
+        TQ3FbClient raw(target);
+
+        // Start-up: the host's connection and schema check, then the module's, against a bare attach.
+        TConfronto avvio{QStringLiteral("Avvio su database aggiornato"),
+                         QStringLiteral("connessione + verifica schema host e modulo / attach"), {}, {}};
+        avvio.Modulo = Misura(runs, [&](int) {
+            TQ3Connection connection;
+            connection.SetConnectionString(target.ConnectionString());
+            connection.Open();
+            UpgradeQ3HostSchema(connection.Database());
+            AggiornaDatabase(connection.Database());
+        });
+        avvio.Grezzo = Misura(runs, [&](int) { TQ3FbClient attach(target); });
+        confronti << avvio;
+        // Of which the driver's own connection, without any statement.
+        TConfronto connessione{QStringLiteral("di cui connessione del driver Qt"), QStringLiteral("apertura / attach"),
+                               {}, avvio.Grezzo};
+        connessione.Modulo = Misura(runs, [&](int) {
+            TQ3Connection connection;
+            connection.SetConnectionString(target.ConnectionString());
+            connection.Open();
+        });
+        confronti << connessione;
+        // And the two schema checks on a connection already open.
+        TQ3Connection open;
+        open.SetConnectionString(target.ConnectionString());
+        open.Open();
+        confronti << TConfronto{QStringLiteral("di cui verifica schema host"), QStringLiteral("/ attach"),
+                                Misura(runs, [&](int) { UpgradeQ3HostSchema(open.Database()); }), avvio.Grezzo};
+        confronti << TConfronto{QStringLiteral("di cui verifica schema modulo"), QStringLiteral("/ attach"),
+                                Misura(runs, [&](int) { AggiornaDatabase(open.Database()); }), avvio.Grezzo};
+
+        // The module as the host loads it, on the same database.
+        auto mainForm = std::make_unique<TQ3MainForm>();
+        auto hostConnection = new TQ3Connection(mainForm.get());
+        hostConnection->SetConnectionString(target.ConnectionString());
+        hostConnection->Open();
+        SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
+        KRVMainUnitInitialization();
+        CreatePackageMainObjects(qApp);
+        TKRVMain *main = KRVMain();
+        main->Initialize();
+
+        main->Run(QStringLiteral("actRicercaArticoli"));
+        auto articoli = main->FormAs<TKRVRicercaArticoli>(QStringLiteral("actRicercaArticoli"));
+        articoli->show();
+        articoli->AggiornaGriglia(QString(), 1);
+        const int pages = articoli->PageTotal();
+        // Pages spread over the whole list, the last one included.
+        const auto pagina = [&](int run) { return 1 + int(qint64(run) * (pages - 1) / qMax(1, runs - 1)); };
+        TConfronto pagine{QStringLiteral("Elenco articoli, cambio pagina"),
+                          QStringLiteral("%1 articoli, %2 pagine da 200").arg(pages * 200).arg(pages), {}, {}};
+        pagine.Modulo = Misura(runs, [&](int run) {
+            articoli->AggiornaGriglia(articoli->LastSearchString(), pagina(run));
+            QCoreApplication::processEvents();
+        });
+        pagine.Grezzo = Misura(runs, [&](int run) {
+            Grezzo(raw, QByteArrayLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA "));
+            Grezzo(raw, PaginaArticoli(pagina(run)));
+        });
+        confronti << pagine;
+
+        main->Run(QStringLiteral("actRicercaClienti"));
+        auto clienti = main->FormAs<TKRVRicercaClienti>(QStringLiteral("actRicercaClienti"));
+        clienti->show();
+        const int fills = qMax(3, runs / 3);
+        TConfronto elenco{QStringLiteral("Elenco clienti, tutti"), QString(), {}, {}};
+        elenco.Modulo = Misura(fills, [&](int) {
+            clienti->AggiornaGriglia(QString());
+            QCoreApplication::processEvents();
+        });
+        const QByteArray tutti = QByteArrayLiteral("SELECT * FROM CLIENTI  ORDER BY UPPER(RAGIONESOCIALE)");
+        elenco.Grezzo = Misura(fills, [&](int) { Grezzo(raw, tutti); });
+        elenco.Cosa = QStringLiteral("%1 clienti").arg(QueryScalar(main->ModADOConn()->Database(),
+                                                                   QStringLiteral("SELECT COUNT(*) FROM CLIENTI"))
+                                                            .toInt());
+        confronti << elenco;
+
+        main->Run(QStringLiteral("actGestioneCategorieAnaMaga"));
+        auto categorie = main->FormAs<TKRVGestioneCategorieAnaMaga>(QStringLiteral("actGestioneCategorieAnaMaga"));
+        categorie->show();
+        TConfronto albero{QStringLiteral("Finestra categorie articoli, riempimento"), QString(), {}, {}};
+        albero.Modulo = Misura(runs, [&](int) {
+            categorie->CaricaAlberoCategorie();
+            QCoreApplication::processEvents();
+        });
+        albero.Grezzo = Misura(runs, [&](int) {
+            Grezzo(raw, QByteArrayLiteral("SELECT IDCATEGORIA_ANA_MAGA, IDPADRE, CATEGORIA FROM CATEGORIE_ANA_MAGA"));
+        });
+        albero.Cosa = QStringLiteral("%1 categorie").arg(QueryScalar(main->ModADOConn()->Database(),
+                                                                   QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA"))
+                                                            .toInt());
+        confronti << albero;
+
+        categorie->close();
+        articoli->close();
+        clienti->close();
+        QCoreApplication::processEvents();
+        delete main;
+        mainForm.reset();
+    } catch (const std::exception &e) {
+        std::fprintf(stderr, "bench_confronti: %s\n", ExceptionMessage(e).toLocal8Bit().constData());
+        return 1;
+    }
+
+    QStringList table = {
+        QStringLiteral("Database: `%1`. Machine: %2, %3 cores, %4. %5 runs per measure (customer list: a third).")
+            .arg(target.Database, QSysInfo::prettyProductName())
+            .arg(QThread::idealThreadCount())
+            .arg(QSysInfo::currentCpuArchitecture())
+            .arg(runs),
+        QString(),
+        QStringLiteral("| Benchmark | What | Module min / median / max (ms) | Raw client API min / median / max (ms) | "
+                       "Ratio of medians |"),
+        QStringLiteral("|---|---|---|---|---|")};
+    for (const TConfronto &c : std::as_const(confronti))
+        table << Riga(c);
+    const QString text = table.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    std::printf("%s", text.toUtf8().constData());
+    if (parser.isSet(QStringLiteral("tabella"))) {
+        QFile file(parser.value(QStringLiteral("tabella")));
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+            std::fprintf(stderr, "bench_confronti: impossibile scrivere %s\n", qPrintable(file.fileName()));
+            return 1;
+        }
+        file.write(text.toUtf8());
+    }
+    return 0;
+}
