@@ -5,6 +5,7 @@
 #include "KRVLookups.h"
 #include "KRVNumbering.h"
 #include "KRVPermissions.h"
+#include "KRVStampe.h"
 #include "Q3Guards.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
@@ -17,6 +18,7 @@
 #include "uKRVModSelezionaDdtScaricoMulti.h"
 #include "uKRVModSelezionaNotaDocumenti.h"
 #include "uKRVModSelezionaTipoPagamento.h"
+#include "uKRVSalvaPDF.h"
 
 #include <QButtonGroup>
 #include <QFormLayout>
@@ -175,15 +177,14 @@ void TKRVInserimentoFattureVendita::CreaComandi()
                     QString::fromUtf8(suggerimento.Nota));
     }
     QAction *chiudi = findChild<QAction *>(QStringLiteral("actChiudi"));
-    // Printing comes with the report engine: its commands show, not yet active.
-    QAction *stampa = KRVCreaAzione(this, QStringLiteral("actStampa"), QStringLiteral("Stampa"), KRVImgStampa, [] {});
-    QAction *pdf = KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [] {});
+    QAction *stampa = KRVCreaAzione(this, QStringLiteral("actStampa"), QStringLiteral("Stampa"), KRVImgStampa,
+                                    [this] { actStampaExecute(); });
+    QAction *pdf = KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa,
+                                 [this] { actSalvaPDFExecute(); });
     QAction *ddt = KRVCreaAzione(this, QStringLiteral("actCaricaDaDdt"), QStringLiteral("Carica da D.d.T."),
                                  KRVImgFatture, [this] { actCaricaDaDdtExecute(); });
     QAction *nota = KRVCreaAzione(this, QStringLiteral("actInserisciNotaDocumento"), QStringLiteral("Inserisci nota"),
                                   KRVImgNuovo, [this] { actInserisciNotaDocumentoExecute(); });
-    for (QAction *action : {stampa, pdf})
-        action->setEnabled(false);
     // The delivery notes are the warehouse module's.
     ddt->setEnabled(KRVModuloCaricato(QStringLiteral("Magazzino")));
     barra->insertAction(chiudi, stampa);
@@ -684,4 +685,25 @@ void TKRVInserimentoFattureVendita::actCaricaDaDdtExecute()
                        [this](const QStringList &riga) { m_righe->AccodaRiga(riga); });
     }
     Q3MessageBox(QStringLiteral("Informazioni"), QStringLiteral("Caricamento completato"), TQ3MsgIcon::Information);
+}
+
+bool TKRVInserimentoFattureVendita::StampaConsentita() const
+{
+    // Only what is saved can be printed.
+    if (!NewRecord() && !Modified())
+        return true;
+    Q3ShowWarning(QStringLiteral("Salvare le mofiche prima di stampare!"));
+    return false;
+}
+
+void TKRVInserimentoFattureVendita::actStampaExecute()
+{
+    if (StampaConsentita())
+        StampaFatturaVendita(IdRecord(), QString(), 1);
+}
+
+void TKRVInserimentoFattureVendita::actSalvaPDFExecute()
+{
+    if (StampaConsentita())
+        SalvaFatturaVenditaPDF(IdRecord());
 }

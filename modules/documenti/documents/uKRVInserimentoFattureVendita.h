@@ -65,6 +65,9 @@ private:
     void chkGeneraFattureCicliche_Click();
     void actInserisciNotaDocumentoExecute();
     void actCaricaDaDdtExecute();
+    bool StampaConsentita() const;
+    void actStampaExecute();
+    void actSalvaPDFExecute();
 
     std::unique_ptr<TKRVArchivioFattureVendita> m_archivio;
     TKRVRigheDocumento *m_righe;

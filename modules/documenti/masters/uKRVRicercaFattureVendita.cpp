@@ -1,10 +1,13 @@
 #include "uKRVRicercaFattureVendita.h"
 
 #include "KRVDeleteRules.h"
+#include "KRVStampe.h"
+#include "Q3Messages.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVInserimentoFattureVendita.h"
 #include "uKRVMain.h"
+#include "uKRVSalvaPDF.h"
 
 #include <QDate>
 #include <QKeyEvent>
@@ -82,18 +85,25 @@ void TKRVRicercaFattureVendita::AggiungiFiltroAnno()
     barra->insertSeparator(prima);
 }
 
-// Printing comes with the report engine: the commands show, not yet active.
 void TKRVRicercaFattureVendita::AggiungiStampe()
 {
     QToolBar *barra = findChild<QToolBar *>(QStringLiteral("tBarStandard"));
-    QAction *stampa = new QAction(KRVImage(KRVImgStampa), QStringLiteral("Stampa"), this);
-    stampa->setObjectName(QStringLiteral("actStampa"));
-    QAction *pdf = new QAction(KRVImage(KRVImgStampa), QStringLiteral("Salva in PDF"), this);
-    pdf->setObjectName(QStringLiteral("actSalvaPDF"));
-    for (QAction *action : {stampa, pdf}) {
-        action->setEnabled(false);
-        barra->addAction(action);
-    }
+    barra->addAction(KRVCreaAzione(this, QStringLiteral("actStampa"), QStringLiteral("Stampa"), KRVImgStampa, [this] {
+        if (const int id = FatturaSelezionata(); id >= 0)
+            StampaFatturaVendita(id, QString(), 0);
+    }));
+    barra->addAction(KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
+        if (const int id = FatturaSelezionata(); id >= 0)
+            SalvaFatturaVenditaPDF(id);
+    }));
+}
+
+int TKRVRicercaFattureVendita::FatturaSelezionata() const
+{
+    const int id = GridRisultati()->ChiaveSelezionata();
+    if (id < 0)
+        Q3ShowWarning(QStringLiteral("Nessuna fattura selezionata!"));
+    return id;
 }
 
 bool TKRVRicercaFattureVendita::eventFilter(QObject *watched, QEvent *event)

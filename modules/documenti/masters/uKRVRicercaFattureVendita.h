@@ -26,6 +26,8 @@ protected:
 private:
     void AggiungiFiltroAnno();
     void AggiungiStampe();
+    // The selected invoice's key, or -1 after saying that none is selected.
+    int FatturaSelezionata() const;
 
     QSpinBox *txtAnno;
 };

@@ -9,6 +9,7 @@
 #include "uKRVMain.h"
 
 #include <QAbstractItemDelegate>
+#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -102,6 +103,27 @@ inline int InsertClienteCompleto(const TQ3TestDatabase &db, const QString &codic
             + QStringLiteral(", ") + QuotedStr(partitaIva) + QStringLiteral(", ") + QString::number(idTipoPagamento)
             + QStringLiteral(", '059 111', '059 222', '', '059 333', 'info@esempio.it')"),
         QStringLiteral("GN_IDCLIENTE"));
+}
+
+// Runs the command and closes every modal window it opens, as the user's
+// "Annulla" would; answers the windows' titles in order.
+inline QStringList ModalTitlesWhile(const std::function<void()> &command)
+{
+    QStringList titles;
+    QTimer timer;
+    timer.setInterval(10);
+    QObject::connect(&timer, &QTimer::timeout, [&titles] {
+        if (QWidget *modal = QApplication::activeModalWidget()) {
+            titles << modal->windowTitle();
+            if (auto dialog = qobject_cast<QDialog *>(modal))
+                dialog->reject();
+            else
+                modal->close();
+        }
+    });
+    timer.start();
+    command();
+    return titles;
 }
 
 } // namespace KRVTest

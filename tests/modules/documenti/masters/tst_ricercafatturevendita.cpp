@@ -34,7 +34,7 @@ private slots:
     void openingNeedsTheViewRight();
     void newInvoiceFromTheList();
     void deleteFromTheList();
-    void printCommandsShowDisabled();
+    void printNeedsASelectedInvoice();
 
 private:
     const TQ3TestDatabase &Db() const { return m_module->Database; }
@@ -202,14 +202,17 @@ void TestRicercaFattureVendita::deleteFromTheList()
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toInt(), 1);
 }
 
-void TestRicercaFattureVendita::printCommandsShowDisabled()
+void TestRicercaFattureVendita::printNeedsASelectedInvoice()
 {
-    auto barra = Field<QToolBar>(m_lista, QStringLiteral("tBarStandard"));
-    for (const char *azione : {"actStampa", "actSalvaPDF"}) {
-        QAction *action = Action(m_lista, QString::fromLatin1(azione));
-        QVERIFY(barra->actions().contains(action));
-        QVERIFY(!action->isEnabled());
-    }
+    Trigger(m_lista, QStringLiteral("actStampa"));
+    Trigger(m_lista, QStringLiteral("actSalvaPDF"));
+    QCOMPARE(m_responder->Messages().size(), 2);
+    for (const TQ3Message &box : m_responder->Messages())
+        KRV_COMPARE_BOX(box, "Attenzione", "Nessuna fattura selezionata!", Warning, Ok);
+    Trigger(m_lista, QStringLiteral("actCerca"));
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actSalvaPDF")); }), QStringList{"Salva come PDF"});
+    QCOMPARE(m_responder->Messages().size(), 2);
 }
 
 QTEST_MAIN(TestRicercaFattureVendita)
