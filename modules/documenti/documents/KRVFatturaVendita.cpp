@@ -8,6 +8,8 @@
 #include "Q3Utils.h"
 
 #include <QHash>
+
+#include <algorithm>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -100,6 +102,7 @@ void LeggiRighe(const QSqlDatabase &db, int id, TKRVRigheDocumento &righe)
               costo = at("COSTO"), codice = at("CODICE"), categoria = at("IDCATEGORIA"),
               idIva = at("IVA_IDALIQUOTA_IVA"), iva = at("IVA_CODICE"), idUM = at("IDUM"), um = at("UM");
     const auto numero = [&](int colonna) { return TKRVRigheDocumento::TestoNumero(query.value(colonna).toDouble()); };
+    QList<QStringList> lette;
     while (query.next()) {
         QStringList celle(l.Colonne);
         celle[l.Id] = query.value(idRiga).toString();
@@ -120,8 +123,15 @@ void LeggiRighe(const QSqlDatabase &db, int id, TKRVRigheDocumento &righe)
                 celle[l.UM] = query.value(um).toString();
             }
         }
-        righe.AccodaRiga(celle);
+        lette.append(celle);
     }
+    // The database hands rows back in the order they are stored, which re-saving
+    // reshuffles; the keys follow the grid order of the last save.
+    std::stable_sort(lette.begin(), lette.end(), [&l](const QStringList &a, const QStringList &b) {
+        return a.at(l.Id).toInt() < b.at(l.Id).toInt();
+    });
+    for (const QStringList &celle : std::as_const(lette))
+        righe.AccodaRiga(celle);
 }
 
 // A master name by key, each key read once within one save.

@@ -21,6 +21,7 @@ private slots:
     void linesOfEveryKind();
     void readBackGivesTheSameCells();
     void resavingChangesEveryLineKey();
+    void linesKeepTheirOrderOverManySaves();
     void savingWithoutLinesDeletesStoredLines();
     void deletedVatRateGivesNullVatColumns();
     void recurrenceClearedWritesNulls();
@@ -190,6 +191,30 @@ void TestArchivioFatture::resavingChangesEveryLineKey()
     QCOMPARE(prima, (QStringList{"1", "2", "3", "4"}));
     QCOMPARE(dopo, (QStringList{"5", "6", "7", "8"}));
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 1);
+}
+
+void TestArchivioFatture::linesKeepTheirOrderOverManySaves()
+{
+    TKRVRigheDocumento righe(KRVLayoutFattura());
+    QStringList attese;
+    for (int i = 0; i < 60; ++i) {
+        const int r = righe.AggiungiTesto();
+        righe.SetCella(r, 3, QStringLiteral("Riga %1").arg(i));
+        attese << righe.Cella(r, 3);
+    }
+    int id = Salva(Testata(), righe, true);
+    for (int giro = 0; giro < 6; ++giro) {
+        // Moving a line each time, as a user reorders them.
+        righe.SpostaSu(righe.Righe() - 1 - giro);
+        attese.move(attese.size() - 1 - giro, attese.size() - 2 - giro);
+        Salva(Testata(), righe, false, id);
+        TKRVTestataFattura testata;
+        QVERIFY(m_archivio->Leggi(id, testata, righe));
+        QStringList lette;
+        for (int r = 0; r < righe.Righe(); ++r)
+            lette << righe.Cella(r, 3);
+        QCOMPARE(lette, attese);
+    }
 }
 
 void TestArchivioFatture::savingWithoutLinesDeletesStoredLines()
