@@ -181,9 +181,11 @@ void TKRVGrigliaRighe::AdattaAltezzeRighe()
 
 void TKRVGrigliaRighe::AdattaAltezzaRiga(int riga)
 {
-    // Every line of the description shows.
-    const int righeTesto = int(m_righe->Cella(riga, m_righe->Layout().Descrizione).count(QLatin1Char('\n'))) + 1;
-    const int altezza = righeTesto * fontMetrics().lineSpacing() + 8;
+    // Every line of the description shows, those it wraps into included.
+    const int colonna = m_righe->Layout().Descrizione;
+    const int righeTesto = int(m_righe->Cella(riga, colonna).count(QLatin1Char('\n'))) + 1;
+    const int altezza = std::max(righeTesto * fontMetrics().lineSpacing() + 8,
+                                 columnWidth(colonna) > 0 ? sizeHintForIndex(m_righe->index(riga, colonna)).height() : 0);
     setRowHeight(riga, std::max(verticalHeader()->defaultSectionSize(), altezza));
 }
 
@@ -205,6 +207,7 @@ void TKRVGrigliaRighe::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
     RidimensionaGriglia();
+    AdattaAltezzeRighe();
 }
 
 bool TKRVGrigliaRighe::viewportEvent(QEvent *event)

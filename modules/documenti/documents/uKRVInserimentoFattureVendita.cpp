@@ -37,7 +37,7 @@ const QString Vuoto = QStringLiteral("...");
 TKRVInserimentoInfo InfoFattura()
 {
     return {.Caption = QStringLiteral("Inserimento / Modifica fatture di vendita"),
-            .MinimumSize = QSize(800, 600),
+            .MinimumSize = QSize(960, 640),
             .Dataset = QStringLiteral("adsFattVend"),
             .KeyField = QStringLiteral("IDFATT_VEND"),
             .Generator = QStringLiteral("GN_IDFATT_VEND"),

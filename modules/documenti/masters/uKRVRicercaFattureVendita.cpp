@@ -70,10 +70,10 @@ void TKRVRicercaFattureVendita::AggiungiFiltroAnno()
     QToolBar *barra = Elenco()->BarraRicerca();
     QLineEdit *riga = Elenco()->Filtro(QStringLiteral("txtRigaDescrizione"));
     // Four filters and the search actions fit in the window's opening width.
-    Elenco()->Filtro(QStringLiteral("txtCodice"))->setFixedWidth(90);
-    Elenco()->Filtro(QStringLiteral("txtRagioneSociale"))->setFixedWidth(170);
-    riga->setFixedWidth(150);
-    txtAnno->setFixedWidth(70);
+    Elenco()->Filtro(QStringLiteral("txtCodice"))->setFixedWidth(80);
+    Elenco()->Filtro(QStringLiteral("txtRagioneSociale"))->setFixedWidth(130);
+    riga->setFixedWidth(110);
+    txtAnno->setFixedWidth(60);
     const auto etichettaRiga = barra->findChild<QLabel *>(QStringLiteral("lbltxtRigaDescrizione"));
     QAction *prima = nullptr;
     for (QAction *action : barra->actions()) {
