@@ -1,6 +1,7 @@
 // A 500-line invoice among 10,000 invoices and 100,000 lines: opening it in
 // the editor, saving it, and one line edit with the totals recomputed.
 #include "KRVTestModule.h"
+#include "Q3BenchTimes.h"
 #include "uKRVGrigliaRighe.h"
 #include "uKRVInserimentoFattureVendita.h"
 
@@ -39,24 +40,6 @@ void InserisciFatture(const TQ3TestDatabase &db)
                 .arg(RigheGrande));
 }
 
-double Mediana(QList<double> valori)
-{
-    std::sort(valori.begin(), valori.end());
-    return valori.at(valori.size() / 2);
-}
-
-double Millisecondi(const QElapsedTimer &timer)
-{
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-void Stampa(const char *nome, const QList<double> &valori)
-{
-    std::printf("%-32s median %7.1f ms  min %7.1f ms  max %7.1f ms  (%lld runs)\n", nome, Mediana(valori),
-                *std::min_element(valori.cbegin(), valori.cend()), *std::max_element(valori.cbegin(), valori.cend()),
-                static_cast<long long>(valori.size()));
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -68,7 +51,7 @@ int main(int argc, char **argv)
     timer.start();
     InserisciFatture(module.Database);
     std::printf("invoices: %d, lines: %d (one invoice of %d lines), written in %.1f s\n", Fatture,
-                (Fatture - 1) * RighePerFattura + RigheGrande, RigheGrande, Millisecondi(timer) / 1000);
+                (Fatture - 1) * RighePerFattura + RigheGrande, RigheGrande, Q3Milliseconds(timer) / 1000);
     const int id = module.Database.Scalar(QStringLiteral("SELECT IDFATT_VEND FROM FATT_VEND WHERE NUMERO = 1")).toInt();
 
     module.Main->Run(QStringLiteral("actInserimentoFattureVendita"));
@@ -82,22 +65,22 @@ int main(int argc, char **argv)
         timer.restart();
         editor->ApriRecord(id);
         QCoreApplication::processEvents();
-        apertura << Millisecondi(timer);
+        apertura << Q3Milliseconds(timer);
 
         timer.restart();
         if (!righe->setData(righe->index(giro * 4, 7), QString::number(giro + 2)))
             std::printf("edit refused: row %d of %d, kind %s\n", giro * 4, righe->Righe(), qPrintable(righe->Tipo(giro * 4)));
         QCoreApplication::processEvents();
-        modifica << Millisecondi(timer);
+        modifica << Q3Milliseconds(timer);
 
         timer.restart();
         salva->trigger();
         QCoreApplication::processEvents();
-        salvataggio << Millisecondi(timer);
+        salvataggio << Q3Milliseconds(timer);
     }
-    Stampa("open 500-line invoice", apertura);
-    Stampa("line edit with totals", modifica);
-    Stampa("save 500-line invoice", salvataggio);
+    Q3PrintTimes("open 500-line invoice", apertura);
+    Q3PrintTimes("line edit with totals", modifica);
+    Q3PrintTimes("save 500-line invoice", salvataggio);
     std::printf("messages shown: %lld\n", static_cast<long long>(responder.Messages().size()));
     return responder.Messages().isEmpty() ? 0 : 1;
 }

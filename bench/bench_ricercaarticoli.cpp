@@ -1,5 +1,6 @@
 // Page changes of the article list over 10,000 articles: how long one takes.
 #include "KRVTestModule.h"
+#include "Q3BenchTimes.h"
 #include "Q3Sql.h"
 #include "uKRVRicercaArticoli.h"
 
@@ -24,12 +25,6 @@ void InsertArticles(const TQ3TestDatabase &database)
                       .arg(Articles));
 }
 
-double Median(QList<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -46,7 +41,7 @@ int main(int argc, char **argv)
     QElapsedTimer timer;
     timer.start();
     list->findChild<QAction *>(QStringLiteral("actCerca"))->trigger();
-    const double search = double(timer.nsecsElapsed()) / 1e6;
+    const double search = Q3Milliseconds(timer);
 
     QList<double> forward;
     QAction *next = list->findChild<QAction *>(QStringLiteral("actPageNext"));
@@ -54,16 +49,16 @@ int main(int argc, char **argv)
         timer.restart();
         next->trigger();
         QCoreApplication::processEvents();
-        forward << double(timer.nsecsElapsed()) / 1e6;
+        forward << Q3Milliseconds(timer);
     }
     timer.restart();
     list->findChild<QAction *>(QStringLiteral("actPageFirst"))->trigger();
     QCoreApplication::processEvents();
-    const double first = double(timer.nsecsElapsed()) / 1e6;
+    const double first = Q3Milliseconds(timer);
 
     std::printf("articles: %d, pages: %d\n", Articles, list->PageTotal());
     std::printf("search (page 1): %.1f ms\n", search);
-    std::printf("page next: median %.1f ms, worst %.1f ms over %lld changes\n", Median(forward),
+    std::printf("page next: median %.1f ms, worst %.1f ms over %lld changes\n", Q3Median(forward),
                 *std::max_element(forward.cbegin(), forward.cend()), static_cast<long long>(forward.size()));
     std::printf("back to page 1: %.1f ms\n", first);
     std::printf("messages shown: %lld\n", static_cast<long long>(responder.Messages().size()));

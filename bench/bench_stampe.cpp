@@ -3,6 +3,7 @@
 #include "../tests/modules/documenti/printing/KRVStampeTestKit.h"
 #include "KRVStampe.h"
 #include "KRVTestModule.h"
+#include "Q3BenchTimes.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -13,12 +14,6 @@
 
 namespace {
 
-double Median(QList<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
 template <typename Body>
 QList<double> Times(int runs, Body &&body)
 {
@@ -27,7 +22,7 @@ QList<double> Times(int runs, Body &&body)
     for (int i = 0; i < runs; ++i) {
         timer.restart();
         body();
-        times << double(timer.nsecsElapsed()) / 1e6;
+        times << Q3Milliseconds(timer);
     }
     return times;
 }
@@ -39,13 +34,6 @@ QList<KRVStampeTest::TRiga> Righe(int count)
         righe << KRVStampeTest::TRiga{QStringLiteral("COD%1").arg(i, 5, 10, QLatin1Char('0')),
                                       QStringLiteral("Articolo di magazzino numero %1").arg(i), 1.0 + i % 50, 2, i % 3 ? 0.0 : 10.0};
     return righe;
-}
-
-void Report(const char *what, const QList<double> &times)
-{
-    std::printf("%s: median %.1f ms, best %.1f ms, worst %.1f ms over %lld runs\n", what, Median(times),
-                *std::min_element(times.cbegin(), times.cend()), *std::max_element(times.cbegin(), times.cend()),
-                static_cast<long long>(times.size()));
 }
 
 } // namespace
@@ -67,8 +55,8 @@ int main(int argc, char **argv)
 
     const QString file = dir.filePath(QStringLiteral("bench.pdf"));
     StampaFatturaVendita(breve, file, 2); // warms fonts and statements
-    Report("one-page invoice to PDF", Times(21, [&] { StampaFatturaVendita(breve, file, 2); }));
-    Report("500-line invoice to PDF", Times(7, [&] { StampaFatturaVendita(lunga, file, 2); }));
+    Q3PrintTimes("one-page invoice to PDF", Times(21, [&] { StampaFatturaVendita(breve, file, 2); }));
+    Q3PrintTimes("500-line invoice to PDF", Times(7, [&] { StampaFatturaVendita(lunga, file, 2); }));
 
     IKRVStampeHost *host = KRVStampeHost();
     TQ3ReportSystem *system = host->rSystem();
@@ -80,7 +68,7 @@ int main(int argc, char **argv)
         system->OutputFileName = file;
         StampaListinoIVATO();
     });
-    Report("price list of 10,000 articles to PDF", listino);
+    Q3PrintTimes("price list of 10,000 articles to PDF", listino);
     std::printf("messages shown: %lld\n", static_cast<long long>(responder.Messages().size()));
     return 0;
 }

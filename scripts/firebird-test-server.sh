@@ -83,14 +83,19 @@ start() {
       prepare "$port"
       FIREBIRD="$state/root" FIREBIRD_LOCK="$state/lock" FIREBIRD_TMP="$state/tmp" \
         setsid "$server" -p "$port" >"$state/server.log" 2>&1 </dev/null &
-      echo $! >"$state/pid"
+      local child=$!
+      echo "$child" >"$state/pid"
+      # Until setsid has become the server the pid names setsid: wait on the
+      # process itself, not on its name.
       for _ in $(seq 1 50); do
         listening "$port" && { started=true; break; }
-        running_pid >/dev/null || break
+        kill -0 "$child" 2>/dev/null || break
         sleep 0.2
       done
       $started && break
-      stop
+      kill "$child" 2>/dev/null || true
+      wait "$child" 2>/dev/null || true
+      rm -f "$state/pid"
     done
     $started || { echo "The Firebird test server did not start; see $state/server.log" >&2; exit 1; }
     printf 'export Q3_TEST_SERVER=%q Q3_TEST_SERVER_USER=%q Q3_TEST_SERVER_PASSWORD=%q\n' \
