@@ -51,6 +51,12 @@ void TQ3Dataset::Open()
             row.setValue(i, query.value(i));
         m_rows.append(row);
     }
+    // A row that fails to fetch (a division by zero, say) ends the reading:
+    // that is a failure, not the end of the rows.
+    if (query.lastError().isValid()) {
+        m_rows.clear();
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+    }
     m_state = TState::Browse;
     First();
 }

@@ -9,7 +9,8 @@
 #include <QVariant>
 
 // A flag column read as three states: "True", "False" or no value.
-enum class TCustomBoolean { cbFalse, cbTrue, cbNull };
+// As a filter: 0 yes, 1 no, 2 no filter.
+enum class TCustomBoolean { cbTrue, cbFalse, cbNull };
 
 // The generator's current value, read without advancing it (GEN_ID(generator, 0)).
 Q3_EXPORT int GetLastGeneratorValue(const QString &generator, const QSqlDatabase &connection);

@@ -14,6 +14,7 @@ private slots:
     void cleanup();
     void editedRowIsUpdated();
     void updateOfAVanishedRowFails();
+    void rowThatFailsToFetchFailsTheOpen();
 
 private:
     void OpenRow(int id);
@@ -68,6 +69,18 @@ void TestQ3Dataset::updateOfAVanishedRowFails()
     QVERIFY_THROWS_EXCEPTION(EQ3Exception, m_dataset->Post());
     QCOMPARE(m_dataset->State(), TQ3Dataset::TState::Edit);
     QVERIFY(m_database->Rows(QStringLiteral("SELECT IDPROVA FROM PROVA")).isEmpty());
+}
+
+// The driver ends the rows at a fetch error: the dataset must not take that
+// for the end of the rows.
+void TestQ3Dataset::rowThatFailsToFetchFailsTheOpen()
+{
+    TQ3Dataset dataset;
+    dataset.SetConnection(m_database->Connection());
+    dataset.SetSQL(QStringLiteral("SELECT IDPROVA, 100 / (IDPROVA - 2) AS QUOTA FROM PROVA ORDER BY IDPROVA"));
+    m_database->Exec(QStringLiteral("INSERT INTO PROVA VALUES (2, 'Due')"));
+    QVERIFY_THROWS_EXCEPTION(EQ3Exception, dataset.Open());
+    QVERIFY(!dataset.Active());
 }
 
 QTEST_MAIN(TestQ3Dataset)

@@ -1,5 +1,9 @@
 #include "uKRVMainForms.h"
 
+#include "KRVStampeRiepiloghi.h"
+#include "uKRVModStampaFatturatoPerCliente.h"
+#include "uKRVModStampaRiepilogoFatture.h"
+
 #include "uKRVGestioneCategorieAnaMaga.h"
 #include "uKRVGestioneCategorieServizi.h"
 #include "uKRVInserimentoAliquoteIVA.h"
@@ -44,6 +48,14 @@ TKRVFormClass KRVSelectionDialog()
     return {[](TKRVMain &) -> QWidget * { return new TDialog; }, {}, {}};
 }
 
+// A yearly print dialog and the print that follows its OK.
+template <typename TDialog>
+TKRVFormClass KRVStampaAnnuale(void (*stampa)(const TDialog &dialog))
+{
+    return {[](TKRVMain &) -> QWidget * { return new TDialog; }, {},
+            [stampa](TKRVMain &, QWidget *form) { stampa(*static_cast<TDialog *>(form)); }};
+}
+
 } // namespace
 
 const QHash<QString, TKRVFormClass> &KRVFormClasses()
@@ -75,6 +87,13 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actRicercaNoteDocumenti"), KRVWindow<TKRVRicercaNoteDocumenti>()},
         {QStringLiteral("actModSelezionaNotaDocumenti"), KRVSelectionDialog<TKRVModSelezionaNotaDocumenti>()},
         {QStringLiteral("actModSelezionaDdtScaricoMulti"), KRVSelectionDialog<TKRVModSelezionaDdtScaricoMulti>()},
+        {QStringLiteral("actModStampaRiepilogoFatture"),
+         KRVStampaAnnuale<TKRVModStampaRiepilogoFatture>([](const TKRVModStampaRiepilogoFatture &dialog) {
+             StampaRiepilogoFatture(dialog.Anno(), dialog.Pagato(), dialog.Scadenza());
+         })},
+        {QStringLiteral("actModStampaFatturatoPerCliente"),
+         KRVStampaAnnuale<TKRVModStampaFatturatoPerCliente>(
+             [](const TKRVModStampaFatturatoPerCliente &dialog) { StampaFatturatoPerCliente(dialog.Anno()); })},
     };
     return classes;
 }

@@ -107,10 +107,11 @@ void TestKRVMain::actionsWithoutWindowsAreDisabled()
         "actRicercaArticoli",           "actModSelezionaArticolo",      "actInserimentoServizi",
         "actRicercaServizi",            "actModSelezionaServizio",      "actInserimentoFattureVendita",
         "actRicercaFattureVendita",     "actRicercaNoteDocumenti",      "actInserimentoNoteDocumenti",
-        "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti"};
+        "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti", "actModStampaRiepilogoFatture",
+        "actModStampaFatturatoPerCliente"};
     const QStringList withoutWindow{
-        "actInserimentoNoteAccredito",        "actRicercaNoteAccredito",          "actModStampaRiepilogoFatture",
-        "actModStampaFatturatoPerCliente",    "actStatisticheFatturato",          "actStatisticheFatturatoPerServizio",
+        "actInserimentoNoteAccredito",        "actRicercaNoteAccredito",
+        "actStatisticheFatturato",          "actStatisticheFatturatoPerServizio",
         "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",      "actStatisticheRedditivitaMensile",
         "actStatisticheFatturatoClientiServizi"};
     QCOMPARE(withWindow.size() + withoutWindow.size(), module.Main->actListModDocumenti().size());

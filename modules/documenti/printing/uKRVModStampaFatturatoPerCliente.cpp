@@ -1,0 +1,8 @@
+#include "uKRVModStampaFatturatoPerCliente.h"
+
+TKRVModStampaFatturatoPerCliente::TKRVModStampaFatturatoPerCliente()
+    : TKRVModStampaAnno(QStringLiteral("Stampa fatturato per cliente"))
+{
+    setObjectName(QStringLiteral("KRVModStampaFatturatoPerCliente"));
+    FormCreate();
+}

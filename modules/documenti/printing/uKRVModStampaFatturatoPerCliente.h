@@ -1,0 +1,12 @@
+#pragma once
+
+#include "uKRVModStampaAnno.h"
+
+// "Stampa fatturato per cliente": the year whose turnover by customer prints.
+class TKRVModStampaFatturatoPerCliente : public TKRVModStampaAnno
+{
+    Q_OBJECT
+
+public:
+    TKRVModStampaFatturatoPerCliente();
+};
