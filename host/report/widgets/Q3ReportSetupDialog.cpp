@@ -38,6 +38,7 @@ TQ3ReportSetupDialog::TQ3ReportSetupDialog(TQ3ReportSystem *system, QWidget *par
     groupLayout->addLayout(fileRow);
 
     auto buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Annulla"));
     auto layout = new QVBoxLayout(this);
     layout->addWidget(group);
     layout->addWidget(buttons);

@@ -17,15 +17,14 @@ void RiapriDataset(TQ3Dataset *dataset, const QString &parameter, int id)
     dataset->Open();
 }
 
-// Fresh firm data: another module may have changed it since the last print.
-void AggiornaAzienda(IKRVStampeHost *host)
+} // namespace
+
+void KRVAggiornaAzienda(IKRVStampeHost *host)
 {
     TQ3Dataset *azienda = host->StampeDataset(QStringLiteral("adsAzienda"));
     azienda->Close();
     azienda->Open();
 }
-
-} // namespace
 
 IKRVStampeHost *KRVStampeHost()
 {
@@ -43,7 +42,7 @@ void StampaFatturaVendita(int IdFattVend, const QString &NomeFilePDF, int Destin
         TQ3Dataset *fattVend = host->StampeDataset(QStringLiteral("adsFattVend"));
         {
             TQ3BusyCursor busy;
-            AggiornaAzienda(host);
+            KRVAggiornaAzienda(host);
             for (const QString &name : {QStringLiteral("adsFattVend"), QStringLiteral("adsFattVendDett"),
                                         QStringLiteral("adsFattVendIva")})
                 RiapriDataset(host->StampeDataset(name), QStringLiteral("IDFATT_VEND"), IdFattVend);
@@ -77,7 +76,7 @@ void StampaNotaAccredito(int IdNotaAccredito)
         IKRVStampeHost *host = KRVStampeHost();
         {
             TQ3BusyCursor busy;
-            AggiornaAzienda(host);
+            KRVAggiornaAzienda(host);
             for (const QString &name : {QStringLiteral("adsNoteAccredito"), QStringLiteral("adsNoteAccreditoDett"),
                                         QStringLiteral("adsNoteAccreditoIva")})
                 RiapriDataset(host->StampeDataset(name), QStringLiteral("IDNOTA_ACCREDITO"), IdNotaAccredito);

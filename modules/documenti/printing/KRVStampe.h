@@ -23,6 +23,9 @@ public:
 // registry; raises EQ3Exception when the module is not loaded.
 IKRVStampeHost *KRVStampeHost();
 
+// Reads the firm's data again: another module may have changed it since the last print.
+void KRVAggiornaAzienda(IKRVStampeHost *host);
+
 // Prints a sales invoice: "FattVend", or "FattVendIVAEsente" for a VAT-exempt
 // one with the exemption note as "Param1". Destinazione 2 writes the PDF file
 // NomeFilePDF with no dialog; any other value shows the output options.

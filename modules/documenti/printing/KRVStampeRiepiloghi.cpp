@@ -67,6 +67,7 @@ void StampaRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean scad
         IKRVStampeHost *host = KRVStampeHost();
         {
             TQ3BusyCursor busy;
+            KRVAggiornaAzienda(host);
             TQ3Dataset *riepilogo = host->StampeDataset(QStringLiteral("adsRiepilogoFatture"));
             riepilogo->Close();
             riepilogo->SetSQL(KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")),
@@ -83,6 +84,7 @@ void StampaFatturatoPerCliente(int anno)
         IKRVStampeHost *host = KRVStampeHost();
         {
             TQ3BusyCursor busy;
+            KRVAggiornaAzienda(host);
             TQ3Dataset *fatturato = host->StampeDataset(QStringLiteral("adsFatturatoPerCliente"));
             fatturato->Close();
             for (int i = 1; i <= 7; ++i)

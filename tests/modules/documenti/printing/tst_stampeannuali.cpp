@@ -98,8 +98,23 @@ int TestStampeAnnuali::Fattura(int numero, const QDate &data, const QString &cli
 
 QStringList TestStampeAnnuali::Righe(const std::function<void()> &stampa, const QString &dataset, const QString &colonne)
 {
-    const QStringList finestre = ModalTitlesWhile(stampa);
-    if (finestre != QStringList{QStringLiteral("Output Options")})
+    // The output options go on to the preview, so the layout is laid out for real.
+    QStringList finestre;
+    QTimer timer;
+    timer.setInterval(10);
+    connect(&timer, &QTimer::timeout, this, [&finestre] {
+        if (auto modale = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
+            finestre << modale->windowTitle();
+            if (modale->windowTitle() == QLatin1String("Output Options"))
+                modale->accept();
+            else
+                modale->reject();
+        }
+    });
+    timer.start();
+    stampa();
+    timer.stop();
+    if (finestre != QStringList{QStringLiteral("Output Options"), QStringLiteral("Report Preview")})
         qWarning("windows: %s", qPrintable(finestre.join(QLatin1Char(','))));
     TQ3Dataset *letto = m_module->Main->StampeDataset(dataset);
     QStringList righe;
