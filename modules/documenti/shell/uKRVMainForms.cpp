@@ -27,6 +27,7 @@
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
+#include "uKRVStatisticheRedditivitaMensile.h"
 
 namespace {
 
@@ -75,6 +76,7 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actRicercaNoteDocumenti"), KRVWindow<TKRVRicercaNoteDocumenti>()},
         {QStringLiteral("actModSelezionaNotaDocumenti"), KRVSelectionDialog<TKRVModSelezionaNotaDocumenti>()},
         {QStringLiteral("actModSelezionaDdtScaricoMulti"), KRVSelectionDialog<TKRVModSelezionaDdtScaricoMulti>()},
+        {QStringLiteral("actStatisticheRedditivitaMensile"), KRVWindow<TKRVStatisticheRedditivitaMensile>()},
     };
     return classes;
 }

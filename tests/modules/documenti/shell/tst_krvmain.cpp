@@ -107,12 +107,11 @@ void TestKRVMain::actionsWithoutWindowsAreDisabled()
         "actRicercaArticoli",           "actModSelezionaArticolo",      "actInserimentoServizi",
         "actRicercaServizi",            "actModSelezionaServizio",      "actInserimentoFattureVendita",
         "actRicercaFattureVendita",     "actRicercaNoteDocumenti",      "actInserimentoNoteDocumenti",
-        "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti"};
+        "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti", "actStatisticheRedditivitaMensile"};
     const QStringList withoutWindow{
         "actInserimentoNoteAccredito",        "actRicercaNoteAccredito",          "actModStampaRiepilogoFatture",
         "actModStampaFatturatoPerCliente",    "actStatisticheFatturato",          "actStatisticheFatturatoPerServizio",
-        "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",      "actStatisticheRedditivitaMensile",
-        "actStatisticheFatturatoClientiServizi"};
+        "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",      "actStatisticheFatturatoClientiServizi"};
     QCOMPARE(withWindow.size() + withoutWindow.size(), module.Main->actListModDocumenti().size());
     for (const QString &name : withWindow) {
         QVERIFY2(module.Main->Action(name), qPrintable(name));
