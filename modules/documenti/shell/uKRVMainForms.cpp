@@ -31,6 +31,7 @@
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
+#include "uKRVStatisticheRedditivitaMensile.h"
 
 namespace {
 
@@ -94,6 +95,7 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actModStampaFatturatoPerCliente"),
          KRVStampaAnnuale<TKRVModStampaFatturatoPerCliente>(
              [](const TKRVModStampaFatturatoPerCliente &dialog) { StampaFatturatoPerCliente(dialog.Anno()); })},
+        {QStringLiteral("actStatisticheRedditivitaMensile"), KRVWindow<TKRVStatisticheRedditivitaMensile>()},
     };
     return classes;
 }

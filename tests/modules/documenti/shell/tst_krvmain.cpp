@@ -108,11 +108,10 @@ void TestKRVMain::actionsWithoutWindowsAreDisabled()
         "actRicercaServizi",            "actModSelezionaServizio",      "actInserimentoFattureVendita",
         "actRicercaFattureVendita",     "actRicercaNoteDocumenti",      "actInserimentoNoteDocumenti",
         "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti", "actModStampaRiepilogoFatture",
-        "actModStampaFatturatoPerCliente"};
+        "actModStampaFatturatoPerCliente", "actStatisticheRedditivitaMensile"};
     const QStringList withoutWindow{
-        "actInserimentoNoteAccredito",        "actRicercaNoteAccredito",
-        "actStatisticheFatturato",          "actStatisticheFatturatoPerServizio",
-        "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",      "actStatisticheRedditivitaMensile",
+        "actInserimentoNoteAccredito",        "actRicercaNoteAccredito",          "actStatisticheFatturato",
+        "actStatisticheFatturatoPerServizio", "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",
         "actStatisticheFatturatoClientiServizi"};
     QCOMPARE(withWindow.size() + withoutWindow.size(), module.Main->actListModDocumenti().size());
     for (const QString &name : withWindow) {
