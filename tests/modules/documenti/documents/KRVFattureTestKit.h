@@ -7,6 +7,9 @@
 #include "Q3Users.h"
 #include "uKRVGrigliaRisultati.h"
 #include "uKRVMain.h"
+#include "uKRVModSelezionaArticolo.h"
+#include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaServizio.h"
 
 #include <QAbstractItemDelegate>
 #include <QDialog>
@@ -102,6 +105,39 @@ inline int InsertClienteCompleto(const TQ3TestDatabase &db, const QString &codic
             + QStringLiteral(", ") + QuotedStr(partitaIva) + QStringLiteral(", ") + QString::number(idTipoPagamento)
             + QStringLiteral(", '059 111', '059 222', '', '059 333', 'info@esempio.it')"),
         QStringLiteral("GN_IDCLIENTE"));
+}
+
+// What both sales document editors' tests start from: customer CLN0000001 with
+// its tax code, VAT number and payment type 2, customer CLN0000002 with neither
+// code and payment type 3, article ART1 and service SRV1; answers the first
+// customer's key.
+inline int InsertAnagraficheDocumenti(const TQ3TestDatabase &db)
+{
+    const int cliente = InsertClienteCompleto(db, QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."), 2,
+                                              QStringLiteral("BNCMRA80A01F257X"), QStringLiteral("01234567890"));
+    InsertClienteCompleto(db, QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"), 3, QString(), QString());
+    KRVInsertArticolo(db, QStringLiteral("ART1"));
+    KRVInsertServizio(db, QStringLiteral("SRV1"));
+    return cliente;
+}
+
+// The customer, article or service of that code chosen in a document editor.
+inline void ChooseCustomer(TKRVTestModule &module, QWidget *editor, const QString &codice)
+{
+    ChooseWhenShown<TKRVModSelezionaCliente>(module, editor, QStringLiteral("actModSelezionaCliente"), 1, codice);
+    Trigger(editor, QStringLiteral("actSelezionaCliente"));
+}
+
+inline void AddArticle(TKRVTestModule &module, QWidget *editor, const QString &codice)
+{
+    ChooseWhenShown<TKRVModSelezionaArticolo>(module, editor, QStringLiteral("actModSelezionaArticolo"), 1, codice);
+    Trigger(editor, QStringLiteral("actAggiungiArticolo"));
+}
+
+inline void AddService(TKRVTestModule &module, QWidget *editor, const QString &codice)
+{
+    ChooseWhenShown<TKRVModSelezionaServizio>(module, editor, QStringLiteral("actModSelezionaServizio"), 1, codice);
+    Trigger(editor, QStringLiteral("actAggiungiServizio"));
 }
 
 } // namespace KRVTest

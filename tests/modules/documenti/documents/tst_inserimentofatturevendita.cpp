@@ -31,8 +31,6 @@ namespace {
 const QString ActEditor = QStringLiteral("actInserimentoFattureVendita");
 const QString ActClienti = QStringLiteral("actModSelezionaCliente");
 const QString ActTipiPagamento = QStringLiteral("actModSelezionaTipoPagamento");
-const QString ActArticoli = QStringLiteral("actModSelezionaArticolo");
-const QString ActServizi = QStringLiteral("actModSelezionaServizio");
 
 } // namespace
 
@@ -81,9 +79,6 @@ private:
     TKRVInserimentoFattureVendita *Editor();
     const TQ3TestDatabase &Db() const { return m_module->Database; }
     QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
-    void ChooseCustomer(const QString &codice);
-    void AddArticle(const QString &codice);
-    void AddService(const QString &codice);
     int SaveReadyInvoice();
 
     std::unique_ptr<TKRVTestModule> m_module;
@@ -96,11 +91,7 @@ void TestInserimentoFattureVendita::init()
 {
     m_module = std::make_unique<TKRVTestModule>();
     m_responder = std::make_unique<TQ3RecordingResponder>();
-    m_cliente = InsertClienteCompleto(Db(), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."), 2,
-                                      QStringLiteral("BNCMRA80A01F257X"), QStringLiteral("01234567890"));
-    InsertClienteCompleto(Db(), QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"), 3, QString(), QString());
-    KRVInsertArticolo(Db(), QStringLiteral("ART1"));
-    KRVInsertServizio(Db(), QStringLiteral("SRV1"));
+    m_cliente = InsertAnagraficheDocumenti(Db());
     m_editor = nullptr;
 }
 
@@ -117,31 +108,13 @@ TKRVInserimentoFattureVendita *TestInserimentoFattureVendita::Editor()
     return m_editor;
 }
 
-void TestInserimentoFattureVendita::ChooseCustomer(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, ActClienti, 1, codice);
-    Trigger(m_editor, QStringLiteral("actSelezionaCliente"));
-}
-
-void TestInserimentoFattureVendita::AddArticle(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaArticolo>(*m_module, m_editor, ActArticoli, 1, codice);
-    Trigger(m_editor, QStringLiteral("actAggiungiArticolo"));
-}
-
-void TestInserimentoFattureVendita::AddService(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaServizio>(*m_module, m_editor, ActServizi, 1, codice);
-    Trigger(m_editor, QStringLiteral("actAggiungiServizio"));
-}
-
 // A new invoice with customer 1 and an article, saved; answers its key.
 int TestInserimentoFattureVendita::SaveReadyInvoice()
 {
     if (!m_editor)
         Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
-    AddArticle(QStringLiteral("ART1"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     return m_editor->IdRecord();
 }
@@ -211,14 +184,14 @@ void TestInserimentoFattureVendita::saveChecksInOrder()
     Trigger(m_editor, QStringLiteral("actSalva"));
     numero->setValue(6);
     Trigger(m_editor, QStringLiteral("actSalva"));
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     // The customer brought its payment type: take it away to see the last check.
     m_editor->NuovoRecord();
     ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, ActClienti, 1, QStringLiteral("CLN0000002"));
     Trigger(m_editor, QStringLiteral("actSelezionaCliente"));
     Db().Exec(QStringLiteral("UPDATE CLIENTI SET IDTIPO_PAGAMENTO = 0"));
     m_editor->NuovoRecord();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     const QList<TQ3Message> &boxes = m_responder->Messages();
     QCOMPARE(boxes.size(), 3);
@@ -232,7 +205,7 @@ void TestInserimentoFattureVendita::saveChecksInOrder()
 void TestInserimentoFattureVendita::missingTaxCodeAndVatNumberAskFirst()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblCliCodiceFiscale")->text(), QStringLiteral("..."));
     QCOMPARE(Label("lblCliPartitaIVA")->text(), QStringLiteral("..."));
     m_responder->Enqueue(TQ3MsgResult::No);
@@ -280,7 +253,7 @@ void TestInserimentoFattureVendita::resavingUnchangedPassesTheNumberCheck()
 void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Label("lblCliRagioneSociale")->text(), QStringLiteral("Bianchi S.p.A."));
     QCOMPARE(Label("lblCliIndirizzo")->text(), QStringLiteral("Via Roma 1"));
@@ -291,7 +264,7 @@ void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
     QVERIFY(m_editor->Modified());
     m_responder->Enqueue(TQ3MsgResult::No);
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
                     "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
                     "pagamento attuale.",
@@ -299,7 +272,7 @@ void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
     m_responder->Enqueue(TQ3MsgResult::Yes);
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Fine Mese"));
 }
 
@@ -310,7 +283,7 @@ void TestInserimentoFattureVendita::paymentTypeDialog()
     Trigger(m_editor, QStringLiteral("actSelezionaTipoPagamento"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Rimessa diretta"));
     QVERIFY(m_editor->Modified());
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QCOMPARE(m_responder->Messages().size(), 1);
 }
 
@@ -319,7 +292,7 @@ void TestInserimentoFattureVendita::contactsOfTheCustomer()
     Editor();
     Trigger(m_editor, QStringLiteral("actInformazioniCliente"));
     QCOMPARE(m_responder->Messages().size(), 0);
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actInformazioniCliente"));
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Contatti del cliente",
@@ -331,11 +304,11 @@ void TestInserimentoFattureVendita::contactsOfTheCustomer()
 void TestInserimentoFattureVendita::userWritesAFullInvoice()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
-    AddArticle(QStringLiteral("ART1"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     TKRVGrigliaRighe *griglia = m_editor->gridRigheFattura();
     QCOMPARE(griglia->currentIndex(), m_editor->Righe()->index(0, 5));
-    AddService(QStringLiteral("SRV1"));
+    AddService(*m_module, m_editor, QStringLiteral("SRV1"));
     Trigger(m_editor, QStringLiteral("actAggiungiTesto"));
     QCOMPARE(griglia->currentIndex(), m_editor->Righe()->index(2, 3));
     EditCell(griglia, 2, 3, QStringLiteral("Intervento del 3 marzo\npresso la sede"));
@@ -367,7 +340,7 @@ void TestInserimentoFattureVendita::userWritesAFullInvoice()
 void TestInserimentoFattureVendita::exemptInvoiceLabels()
 {
     Editor();
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     Trigger(m_editor, QStringLiteral("actAggiungiNonImponibile"));
     EditCell(m_editor->gridRigheFattura(), 1, 5, QStringLiteral("7,66"));
     Field<QCheckBox>(m_editor, QStringLiteral("chkIvaEsente"))->click();
@@ -381,7 +354,7 @@ void TestInserimentoFattureVendita::deleteLineAsksAndNeedsASelection()
     Editor();
     Trigger(m_editor, QStringLiteral("actEliminaRiga"));
     QCOMPARE(m_responder->Messages().size(), 0);
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_editor->gridRigheFattura()->clearSelection();
     Trigger(m_editor, QStringLiteral("actEliminaRiga"));
     QCOMPARE(m_responder->Messages().size(), 0);
@@ -404,7 +377,7 @@ void TestInserimentoFattureVendita::moveLinesAtTheEdges()
     Trigger(m_editor, QStringLiteral("actSpostaRigaSu"));
     Trigger(m_editor, QStringLiteral("actSpostaRigaGiu"));
     QVERIFY(!m_editor->Modified());
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_editor->SetModified(false);
     Trigger(m_editor, QStringLiteral("actSpostaRigaGiu"));
     QVERIFY(!m_editor->Modified());
@@ -470,19 +443,19 @@ void TestInserimentoFattureVendita::missingInvoiceLeavesTheWindow()
 void TestInserimentoFattureVendita::closingAsksToSave()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::Cancel);
     CloseFrame(m_editor);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
                     Question, YesNoCancel);
     QVERIFY(m_module->Main->Form(ActEditor));
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_responder->Enqueue(TQ3MsgResult::Yes);
     CloseFrame(m_editor);
     QVERIFY(!m_module->Main->Form(ActEditor));
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 1);
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::No);
     CloseFrame(m_editor);
     QVERIFY(!m_module->Main->Form(ActEditor));
@@ -503,7 +476,7 @@ void TestInserimentoFattureVendita::deleteInvoice()
     QVERIFY(m_editor->NewRecord());
     QCOMPARE(m_editor->IdRecord(), 0);
     // A never saved invoice is simply started again.
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(m_responder->Messages().size(), 2);
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("..."));
@@ -683,7 +656,7 @@ void TestInserimentoFattureVendita::ddtRequestRefusedWhileEditorExists()
 {
     const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2024);
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_editor->parentWidget()->hide();
     m_module->Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da D.d.T."), {id}, 0);
     QCOMPARE(m_responder->Messages().size(), 1);
@@ -732,7 +705,7 @@ void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
                    QStringLiteral("5.5, 1, 12.5, 2, 25, 1, '20', 1, 'PEZZI'"));
     InsertRigaTesto(Db(), 102, 11, QStringLiteral("Testo"), QStringLiteral("Consegna al piano"));
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QStringList mostrate;
     QTimer::singleShot(0, m_editor, [this, &mostrate] {
         auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));

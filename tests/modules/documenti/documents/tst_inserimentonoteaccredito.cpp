@@ -24,9 +24,6 @@ using namespace KRVTest;
 namespace {
 
 const QString ActEditor = QStringLiteral("actInserimentoNoteAccredito");
-const QString ActClienti = QStringLiteral("actModSelezionaCliente");
-const QString ActArticoli = QStringLiteral("actModSelezionaArticolo");
-const QString ActServizi = QStringLiteral("actModSelezionaServizio");
 
 } // namespace
 
@@ -63,9 +60,6 @@ private:
     const TQ3TestDatabase &Db() const { return m_module->Database; }
     QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
     QSpinBox *Numero() const { return Field<QSpinBox>(m_editor, QStringLiteral("txtNumero")); }
-    void ChooseCustomer(const QString &codice);
-    void AddArticle(const QString &codice);
-    void AddService(const QString &codice);
     int SaveReadyNote();
     QStringList LineKeys() const;
 
@@ -78,11 +72,7 @@ void TestInserimentoNoteAccredito::init()
 {
     m_module = std::make_unique<TKRVTestModule>();
     m_responder = std::make_unique<TQ3RecordingResponder>();
-    InsertClienteCompleto(Db(), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."), 2,
-                          QStringLiteral("BNCMRA80A01F257X"), QStringLiteral("01234567890"));
-    InsertClienteCompleto(Db(), QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"), 3, QString(), QString());
-    KRVInsertArticolo(Db(), QStringLiteral("ART1"));
-    KRVInsertServizio(Db(), QStringLiteral("SRV1"));
+    InsertAnagraficheDocumenti(Db());
     m_editor = nullptr;
 }
 
@@ -99,31 +89,13 @@ TKRVInserimentoNoteAccredito *TestInserimentoNoteAccredito::Editor()
     return m_editor;
 }
 
-void TestInserimentoNoteAccredito::ChooseCustomer(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, ActClienti, 1, codice);
-    Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaCliente"))->click();
-}
-
-void TestInserimentoNoteAccredito::AddArticle(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaArticolo>(*m_module, m_editor, ActArticoli, 1, codice);
-    Trigger(m_editor, QStringLiteral("actAggiungiArticolo"));
-}
-
-void TestInserimentoNoteAccredito::AddService(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaServizio>(*m_module, m_editor, ActServizi, 1, codice);
-    Trigger(m_editor, QStringLiteral("actAggiungiServizio"));
-}
-
 // A new credit note with customer 1 and an article, saved; answers its key.
 int TestInserimentoNoteAccredito::SaveReadyNote()
 {
     if (!m_editor)
         Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
-    AddArticle(QStringLiteral("ART1"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     return m_editor->IdRecord();
 }
@@ -235,7 +207,7 @@ void TestInserimentoNoteAccredito::saveChecksInOrder()
     Numero()->setValue(6);
     Trigger(m_editor, QStringLiteral("actSalva"));
     Db().Exec(QStringLiteral("UPDATE CLIENTI SET IDTIPO_PAGAMENTO = 0"));
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     const QList<TQ3Message> &boxes = m_responder->Messages();
     QCOMPARE(boxes.size(), 3);
@@ -260,7 +232,7 @@ void TestInserimentoNoteAccredito::resavingUnchangedPassesTheNumberCheck()
 void TestInserimentoNoteAccredito::missingTaxCodeAndVatNumberAskFirst()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     m_responder->Enqueue(TQ3MsgResult::No);
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 1);
@@ -286,7 +258,9 @@ void TestInserimentoNoteAccredito::customerAndPaymentTypeButtons()
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Rimessa diretta"));
     QVERIFY(m_editor->Modified());
     m_responder->Enqueue(TQ3MsgResult::Yes);
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, QStringLiteral("actModSelezionaCliente"), 1,
+                                             QStringLiteral("CLN0000001"));
+    Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaCliente"))->click();
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
                     "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
@@ -299,7 +273,7 @@ void TestInserimentoNoteAccredito::customerAndPaymentTypeButtons()
 void TestInserimentoNoteAccredito::quantityShowsOneDecimal()
 {
     Editor();
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     TKRVGrigliaRighe *griglia = m_editor->gridRigheDocumento();
     QCOMPARE(griglia->currentIndex(), m_editor->Righe()->index(0, 4));
     QCOMPARE(m_editor->Righe()->Testo(0, 5), QStringLiteral("1,0"));
@@ -313,7 +287,7 @@ void TestInserimentoNoteAccredito::quantityShowsOneDecimal()
     // Zero is refused, the cell keeps its value.
     EditCell(griglia, 0, 5, QStringLiteral("0"));
     QCOMPARE(m_editor->Righe()->Testo(0, 5), QStringLiteral("2,5"));
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(Db().Rows(QStringLiteral("SELECT QUANTITA, PREZZO, IMPORTO FROM NOTE_ACCREDITO_DETT")),
              QStringList{QStringLiteral("2.5|12.34|30.85")});
@@ -324,13 +298,13 @@ void TestInserimentoNoteAccredito::userWritesACreditNote()
     Editor();
     const QDate data(QDate::currentDate().year(), 2, 3);
     Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->setDate(data);
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
     Field<QCheckBox>(m_editor, QStringLiteral("chkScadenzaPagamento"))->click();
     Field<QDateEdit>(m_editor, QStringLiteral("dtpScadenzaPagamento"))->setDate(data.addDays(30));
     Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->setPlainText(QStringLiteral("Reso merce"));
-    AddArticle(QStringLiteral("ART1"));
-    AddService(QStringLiteral("SRV1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    AddService(*m_module, m_editor, QStringLiteral("SRV1"));
     Trigger(m_editor, QStringLiteral("actAggiungiTesto"));
     TKRVGrigliaRighe *griglia = m_editor->gridRigheDocumento();
     QCOMPARE(griglia->currentIndex(), m_editor->Righe()->index(2, 2));
@@ -396,8 +370,8 @@ void TestInserimentoNoteAccredito::deletedVatRateGivesNullVatColumns()
     Db().Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '10', 'Ridotta', 10)"));
     KRVInsertArticolo(Db(), QStringLiteral("ART10"), 1, 4);
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
-    AddArticle(QStringLiteral("ART10"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART10"));
     Db().Exec(QStringLiteral("DELETE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=4"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 0);
@@ -411,7 +385,7 @@ void TestInserimentoNoteAccredito::deletedVatRateGivesNullVatColumns()
 void TestInserimentoNoteAccredito::everySaveGivesNewLineKeys()
 {
     const int id = SaveReadyNote();
-    AddService(QStringLiteral("SRV1"));
+    AddService(*m_module, m_editor, QStringLiteral("SRV1"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     const QStringList prime = LineKeys();
     QCOMPARE(prime.size(), 2);
@@ -468,7 +442,7 @@ void TestInserimentoNoteAccredito::reopenedCreditNoteShowsItsLines()
 void TestInserimentoNoteAccredito::closingAsksToSave()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::Cancel);
     CloseFrame(m_editor);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
