@@ -13,10 +13,13 @@
 
 #include <QAbstractItemDelegate>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QTimer>
+
+#include <memory>
 
 namespace KRVTest {
 
@@ -139,5 +142,51 @@ inline void AddService(TKRVTestModule &module, QWidget *editor, const QString &c
     ChooseWhenShown<TKRVModSelezionaServizio>(module, editor, QStringLiteral("actModSelezionaServizio"), 1, codice);
     Trigger(editor, QStringLiteral("actAggiungiServizio"));
 }
+
+// What a sales document editor's test holds: a fresh module with the
+// starting rows, the message responder, and the editor once its action opened it.
+template <typename TEditor>
+class TKRVDocumentoTest
+{
+protected:
+    explicit TKRVDocumentoTest(QString azione) : m_azione(std::move(azione)) {}
+
+    void Prepara()
+    {
+        m_module = std::make_unique<TKRVTestModule>();
+        m_responder = std::make_unique<TQ3RecordingResponder>();
+        m_cliente = InsertAnagraficheDocumenti(Db());
+        m_editor = nullptr;
+    }
+    void Chiudi()
+    {
+        m_responder.reset();
+        m_module.reset();
+        SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
+    }
+    TEditor *Editor()
+    {
+        m_editor = Run<TEditor>(*m_module, m_azione);
+        return m_editor;
+    }
+    const TQ3TestDatabase &Db() const { return m_module->Database; }
+    QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
+    // A new document with customer 1 and an article, saved; answers its key.
+    int SaveReady()
+    {
+        if (!m_editor)
+            Editor();
+        ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+        AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+        Trigger(m_editor, QStringLiteral("actSalva"));
+        return m_editor->IdRecord();
+    }
+
+    QString m_azione;
+    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TQ3RecordingResponder> m_responder;
+    TEditor *m_editor = nullptr;
+    int m_cliente = 0;
+};
 
 } // namespace KRVTest

@@ -34,14 +34,17 @@ const QString ActTipiPagamento = QStringLiteral("actModSelezionaTipoPagamento");
 
 } // namespace
 
-class TestInserimentoFattureVendita : public QObject
+class TestInserimentoFattureVendita : public QObject, public TKRVDocumentoTest<TKRVInserimentoFattureVendita>
 {
     Q_OBJECT
 
+public:
+    TestInserimentoFattureVendita() : TKRVDocumentoTest(ActEditor) {}
+
 private slots:
     void initTestCase() { UseItalianLocale(); }
-    void init();
-    void cleanup();
+    void init() { Prepara(); }
+    void cleanup() { Chiudi(); }
 
     void opensOnANewInvoice();
     void commandsAndHints();
@@ -74,50 +77,7 @@ private slots:
     void noteAppendedAfterTheExistingNotes();
     void loadingFromDeliveryNotesNeedsTheWarehouse();
     void loadingFromTwoDeliveryNotes();
-
-private:
-    TKRVInserimentoFattureVendita *Editor();
-    const TQ3TestDatabase &Db() const { return m_module->Database; }
-    QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
-    int SaveReadyInvoice();
-
-    std::unique_ptr<TKRVTestModule> m_module;
-    std::unique_ptr<TQ3RecordingResponder> m_responder;
-    TKRVInserimentoFattureVendita *m_editor = nullptr;
-    int m_cliente = 0;
 };
-
-void TestInserimentoFattureVendita::init()
-{
-    m_module = std::make_unique<TKRVTestModule>();
-    m_responder = std::make_unique<TQ3RecordingResponder>();
-    m_cliente = InsertAnagraficheDocumenti(Db());
-    m_editor = nullptr;
-}
-
-void TestInserimentoFattureVendita::cleanup()
-{
-    m_responder.reset();
-    m_module.reset();
-    SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
-}
-
-TKRVInserimentoFattureVendita *TestInserimentoFattureVendita::Editor()
-{
-    m_editor = Run<TKRVInserimentoFattureVendita>(*m_module, ActEditor);
-    return m_editor;
-}
-
-// A new invoice with customer 1 and an article, saved; answers its key.
-int TestInserimentoFattureVendita::SaveReadyInvoice()
-{
-    if (!m_editor)
-        Editor();
-    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
-    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    return m_editor->IdRecord();
-}
 
 void TestInserimentoFattureVendita::opensOnANewInvoice()
 {
@@ -230,20 +190,20 @@ void TestInserimentoFattureVendita::duplicateNumberSameYearRefused_otherYearAcce
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 3, anno - 1);
     Editor();
     Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->setValue(3);
-    SaveReadyInvoice();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM FATT_VEND ORDER BY ANNO")),
              (QStringList{QStringLiteral("3|%1").arg(anno - 1), QStringLiteral("3|%1").arg(anno)}));
     Trigger(m_editor, QStringLiteral("actNuovo"));
     Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->setValue(3);
-    SaveReadyInvoice();
+    SaveReady();
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 2);
 }
 
 void TestInserimentoFattureVendita::resavingUnchangedPassesTheNumberCheck()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 0);
@@ -395,7 +355,7 @@ void TestInserimentoFattureVendita::failedSaveCountsAsSaved_quirkKept()
     Db().Exec(QStringLiteral("UPDATE TIPI_PAGAMENTO SET TIPO_PAGAMENTO = 'Bonifico bancario a 60 giorni data fattura' "
                              "WHERE IDTIPO_PAGAMENTO = 2"));
     const int atteso = GetLastGeneratorValue(QStringLiteral("GN_IDFATT_VEND"), Db().Db()) + 1;
-    SaveReadyInvoice();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!", None,
                     Ok);
@@ -408,7 +368,7 @@ void TestInserimentoFattureVendita::failedSaveCountsAsSaved_quirkKept()
 
 void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     Trigger(m_editor, QStringLiteral("actNuovo"));
     QCOMPARE(m_editor->Righe()->Righe(), 0);
     QCOMPARE(m_editor->ApriRecord(id), 0);
@@ -430,7 +390,7 @@ void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
 
 void TestInserimentoFattureVendita::missingInvoiceLeavesTheWindow()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id + 50), -1);
     QCOMPARE(m_editor->IdRecord(), id);
     QCOMPARE(m_editor->Righe()->Righe(), 1);
@@ -464,7 +424,7 @@ void TestInserimentoFattureVendita::closingAsksToSave()
 
 void TestInserimentoFattureVendita::deleteInvoice()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     m_responder->Enqueue(TQ3MsgResult::No);
     Trigger(m_editor, QStringLiteral("actElimina"));
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
@@ -484,7 +444,7 @@ void TestInserimentoFattureVendita::deleteInvoice()
 
 void TestInserimentoFattureVendita::rightsOfTheEditor()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     LoginWithRights(Db(), QStringLiteral("ospite"), {QStringLiteral("Fatture di vendita (visualizzazione)")});
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
@@ -537,7 +497,7 @@ void TestInserimentoFattureVendita::recurrenceDefaultsFollowTheInvoiceDate()
     Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
     QCOMPARE(ogni->value(), 1);
     Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
-    SaveReadyInvoice();
+    SaveReady();
     QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
                                       "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
              QStringList{QStringLiteral("False|<null>|<null>|<null>|<null>|<null>")});
@@ -577,7 +537,7 @@ void TestInserimentoFattureVendita::recurrenceLoadedWithUnknownCaption()
 void TestInserimentoFattureVendita::activitiesNotifiedAfterEverySave()
 {
     TKRVModuloFratello attivita(QStringLiteral("Attivita"));
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(attivita.Ricevute.size(), 2);

@@ -27,14 +27,17 @@ const QString ActEditor = QStringLiteral("actInserimentoNoteAccredito");
 
 } // namespace
 
-class TestInserimentoNoteAccredito : public QObject
+class TestInserimentoNoteAccredito : public QObject, public TKRVDocumentoTest<TKRVInserimentoNoteAccredito>
 {
     Q_OBJECT
 
+public:
+    TestInserimentoNoteAccredito() : TKRVDocumentoTest(ActEditor) {}
+
 private slots:
     void initTestCase() { UseItalianLocale(); }
-    void init();
-    void cleanup();
+    void init() { Prepara(); }
+    void cleanup() { Chiudi(); }
 
     void opensOnANewCreditNote();
     void commandsOfTheCreditNote();
@@ -56,49 +59,9 @@ private slots:
     void rightsOfTheEditor();
 
 private:
-    TKRVInserimentoNoteAccredito *Editor();
-    const TQ3TestDatabase &Db() const { return m_module->Database; }
-    QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
     QSpinBox *Numero() const { return Field<QSpinBox>(m_editor, QStringLiteral("txtNumero")); }
-    int SaveReadyNote();
     QStringList LineKeys() const;
-
-    std::unique_ptr<TKRVTestModule> m_module;
-    std::unique_ptr<TQ3RecordingResponder> m_responder;
-    TKRVInserimentoNoteAccredito *m_editor = nullptr;
 };
-
-void TestInserimentoNoteAccredito::init()
-{
-    m_module = std::make_unique<TKRVTestModule>();
-    m_responder = std::make_unique<TQ3RecordingResponder>();
-    InsertAnagraficheDocumenti(Db());
-    m_editor = nullptr;
-}
-
-void TestInserimentoNoteAccredito::cleanup()
-{
-    m_responder.reset();
-    m_module.reset();
-    SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
-}
-
-TKRVInserimentoNoteAccredito *TestInserimentoNoteAccredito::Editor()
-{
-    m_editor = Run<TKRVInserimentoNoteAccredito>(*m_module, ActEditor);
-    return m_editor;
-}
-
-// A new credit note with customer 1 and an article, saved; answers its key.
-int TestInserimentoNoteAccredito::SaveReadyNote()
-{
-    if (!m_editor)
-        Editor();
-    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
-    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    return m_editor->IdRecord();
-}
 
 QStringList TestInserimentoNoteAccredito::LineKeys() const
 {
@@ -174,7 +137,7 @@ void TestInserimentoNoteAccredito::numberOfAnInvoiceOfTheSameYearAccepted()
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 7, anno);
     Editor();
     Numero()->setValue(7);
-    SaveReadyNote();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM NOTE_ACCREDITO")), QStringList{QStringLiteral("7|%1").arg(anno)});
 }
@@ -185,14 +148,14 @@ void TestInserimentoNoteAccredito::duplicateNumberSameYearRefused_otherYearAccep
     KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 3, anno - 1);
     Editor();
     Numero()->setValue(3);
-    SaveReadyNote();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM NOTE_ACCREDITO ORDER BY ANNO")),
              (QStringList{QStringLiteral("3|%1").arg(anno - 1), QStringLiteral("3|%1").arg(anno)}));
     Trigger(m_editor, QStringLiteral("actNuovo"));
     QCOMPARE(Numero()->value(), 4);
     Numero()->setValue(3);
-    SaveReadyNote();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 2);
@@ -220,7 +183,7 @@ void TestInserimentoNoteAccredito::saveChecksInOrder()
 
 void TestInserimentoNoteAccredito::resavingUnchangedPassesTheNumberCheck()
 {
-    const int id = SaveReadyNote();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata"))->click();
     Trigger(m_editor, QStringLiteral("actSalva"));
@@ -351,7 +314,7 @@ void TestInserimentoNoteAccredito::userWritesACreditNote()
 
 void TestInserimentoNoteAccredito::savingWithoutLinesDeletesStoredLines()
 {
-    const int id = SaveReadyNote();
+    const int id = SaveReady();
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT")).toInt(), 1);
     QCOMPARE(m_editor->ApriRecord(id), 0);
     m_editor->gridRigheDocumento()->SelezionaCella(0, 2);
@@ -384,7 +347,7 @@ void TestInserimentoNoteAccredito::deletedVatRateGivesNullVatColumns()
 
 void TestInserimentoNoteAccredito::everySaveGivesNewLineKeys()
 {
-    const int id = SaveReadyNote();
+    const int id = SaveReady();
     AddService(*m_module, m_editor, QStringLiteral("SRV1"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     const QStringList prime = LineKeys();
@@ -407,7 +370,7 @@ void TestInserimentoNoteAccredito::failedSaveAsksWithAQuestionIcon_quirkKept()
     Db().Exec(QStringLiteral("UPDATE TIPI_PAGAMENTO SET TIPO_PAGAMENTO = 'Bonifico bancario a 60 giorni data fattura' "
                              "WHERE IDTIPO_PAGAMENTO = 2"));
     const int atteso = GetLastGeneratorValue(QStringLiteral("GN_IDNOTA_ACCREDITO"), Db().Db()) + 1;
-    SaveReadyNote();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
                     Question, Ok);
@@ -420,7 +383,7 @@ void TestInserimentoNoteAccredito::failedSaveAsksWithAQuestionIcon_quirkKept()
 
 void TestInserimentoNoteAccredito::reopenedCreditNoteShowsItsLines()
 {
-    const int id = SaveReadyNote();
+    const int id = SaveReady();
     EditCell(m_editor->gridRigheDocumento(), 0, 5, QStringLiteral("2,5"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     Trigger(m_editor, QStringLiteral("actNuovo"));
@@ -456,7 +419,7 @@ void TestInserimentoNoteAccredito::closingAsksToSave()
 
 void TestInserimentoNoteAccredito::deleteCreditNote()
 {
-    const int id = SaveReadyNote();
+    const int id = SaveReady();
     m_responder->Enqueue(TQ3MsgResult::No);
     Trigger(m_editor, QStringLiteral("actElimina"));
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
@@ -471,7 +434,7 @@ void TestInserimentoNoteAccredito::deleteCreditNote()
 
 void TestInserimentoNoteAccredito::rightsOfTheEditor()
 {
-    const int id = SaveReadyNote();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     LoginWithRights(Db(), QStringLiteral("ospite"),
                     {QStringLiteral("Note di accredito (visualizzazione)"), QStringLiteral("Fatture di vendita (modifica)"),
