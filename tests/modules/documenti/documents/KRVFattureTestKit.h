@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTimer>
 
@@ -187,6 +188,33 @@ protected:
     std::unique_ptr<TQ3RecordingResponder> m_responder;
     TEditor *m_editor = nullptr;
     int m_cliente = 0;
+};
+
+// What a sales document search list's test holds: a fresh module, the
+// message responder, the current year and the list once opened.
+template <typename TLista>
+class TKRVElencoDocumentiTest
+{
+protected:
+    void Prepara()
+    {
+        m_module = std::make_unique<TKRVTestModule>();
+        m_responder = std::make_unique<TQ3RecordingResponder>();
+        m_anno = QDate::currentDate().year();
+    }
+    void Chiudi()
+    {
+        m_responder.reset();
+        m_module.reset();
+        SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
+    }
+    const TQ3TestDatabase &Db() const { return m_module->Database; }
+    QSpinBox *Anno() const { return Field<QSpinBox>(m_lista, QStringLiteral("txtAnno")); }
+
+    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TQ3RecordingResponder> m_responder;
+    TLista *m_lista = nullptr;
+    int m_anno = 0;
 };
 
 } // namespace KRVTest

@@ -23,14 +23,14 @@ const QString ActEditor = QStringLiteral("actInserimentoNoteAccredito");
 
 } // namespace
 
-class TestRicercaNoteAccredito : public QObject
+class TestRicercaNoteAccredito : public QObject, public TKRVElencoDocumentiTest<TKRVRicercaNoteAccredito>
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { UseItalianLocale(); }
     void init();
-    void cleanup();
+    void cleanup() { Chiudi(); }
     void columnsAndEmptyGridUntilTheFirstSearch();
     void yearClauseWithBlanks();
     void threeFiltersOnly();
@@ -39,22 +39,11 @@ private slots:
     void newCreditNoteFromTheList();
     void deleteFromTheList();
     void savedNoteFoundAndReopenedFromTheMenu();
-
-private:
-    const TQ3TestDatabase &Db() const { return m_module->Database; }
-    QSpinBox *Anno() const { return Field<QSpinBox>(m_lista, QStringLiteral("txtAnno")); }
-
-    std::unique_ptr<TKRVTestModule> m_module;
-    std::unique_ptr<TQ3RecordingResponder> m_responder;
-    TKRVRicercaNoteAccredito *m_lista = nullptr;
-    int m_anno = 0;
 };
 
 void TestRicercaNoteAccredito::init()
 {
-    m_module = std::make_unique<TKRVTestModule>();
-    m_responder = std::make_unique<TQ3RecordingResponder>();
-    m_anno = QDate::currentDate().year();
+    Prepara();
     KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 1, m_anno, QStringLiteral("CLN0000001"));
     const int seconda = KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 2, m_anno, QStringLiteral("CLN0000002"));
     KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 1, m_anno - 1, QStringLiteral("CLN0000001"));
@@ -64,13 +53,6 @@ void TestRicercaNoteAccredito::init()
               + QString::number(seconda));
     KRVInsertRiga(Db(), QStringLiteral("NOTE_ACCREDITO_DETT"), seconda, QStringLiteral("Testo"));
     m_lista = Run<TKRVRicercaNoteAccredito>(*m_module, ActLista);
-}
-
-void TestRicercaNoteAccredito::cleanup()
-{
-    m_responder.reset();
-    m_module.reset();
-    SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
 }
 
 void TestRicercaNoteAccredito::columnsAndEmptyGridUntilTheFirstSearch()
