@@ -10,6 +10,7 @@
 #include "uKRVInserimentoArticoli.h"
 #include "uKRVInserimentoClienti.h"
 #include "uKRVInserimentoFattureVendita.h"
+#include "uKRVInserimentoNoteAccredito.h"
 #include "uKRVInserimentoNoteDocumenti.h"
 #include "uKRVInserimentoServizi.h"
 #include "uKRVInserimentoTipiPagamento.h"
@@ -27,6 +28,7 @@
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
 #include "uKRVRicercaFattureVendita.h"
+#include "uKRVRicercaNoteAccredito.h"
 #include "uKRVRicercaNoteDocumenti.h"
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
@@ -84,6 +86,8 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actModSelezionaServizio"), KRVSelectionDialog<TKRVModSelezionaServizio>()},
         {QStringLiteral("actInserimentoFattureVendita"), KRVWindow<TKRVInserimentoFattureVendita>()},
         {QStringLiteral("actRicercaFattureVendita"), KRVWindow<TKRVRicercaFattureVendita>()},
+        {QStringLiteral("actInserimentoNoteAccredito"), KRVWindow<TKRVInserimentoNoteAccredito>()},
+        {QStringLiteral("actRicercaNoteAccredito"), KRVWindow<TKRVRicercaNoteAccredito>()},
         {QStringLiteral("actInserimentoNoteDocumenti"), KRVWindow<TKRVInserimentoNoteDocumenti>()},
         {QStringLiteral("actRicercaNoteDocumenti"), KRVWindow<TKRVRicercaNoteDocumenti>()},
         {QStringLiteral("actModSelezionaNotaDocumenti"), KRVSelectionDialog<TKRVModSelezionaNotaDocumenti>()},

@@ -7,14 +7,21 @@
 #include "Q3Users.h"
 #include "uKRVGrigliaRisultati.h"
 #include "uKRVMain.h"
+#include "uKRVModSelezionaArticolo.h"
+#include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaServizio.h"
 
 #include <QAbstractItemDelegate>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTimer>
+
+#include <memory>
 
 namespace KRVTest {
 
@@ -104,6 +111,112 @@ inline int InsertClienteCompleto(const TQ3TestDatabase &db, const QString &codic
             + QStringLiteral(", '059 111', '059 222', '', '059 333', 'info@esempio.it')"),
         QStringLiteral("GN_IDCLIENTE"));
 }
+
+// What both sales document editors' tests start from: customer CLN0000001 with
+// its tax code, VAT number and payment type 2, customer CLN0000002 with neither
+// code and payment type 3, article ART1 and service SRV1; answers the first
+// customer's key.
+inline int InsertAnagraficheDocumenti(const TQ3TestDatabase &db)
+{
+    const int cliente = InsertClienteCompleto(db, QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."), 2,
+                                              QStringLiteral("BNCMRA80A01F257X"), QStringLiteral("01234567890"));
+    InsertClienteCompleto(db, QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"), 3, QString(), QString());
+    KRVInsertArticolo(db, QStringLiteral("ART1"));
+    KRVInsertServizio(db, QStringLiteral("SRV1"));
+    return cliente;
+}
+
+// The customer, article or service of that code chosen in a document editor.
+inline void ChooseCustomer(TKRVTestModule &module, QWidget *editor, const QString &codice)
+{
+    ChooseWhenShown<TKRVModSelezionaCliente>(module, editor, QStringLiteral("actModSelezionaCliente"), 1, codice);
+    Trigger(editor, QStringLiteral("actSelezionaCliente"));
+}
+
+inline void AddArticle(TKRVTestModule &module, QWidget *editor, const QString &codice)
+{
+    ChooseWhenShown<TKRVModSelezionaArticolo>(module, editor, QStringLiteral("actModSelezionaArticolo"), 1, codice);
+    Trigger(editor, QStringLiteral("actAggiungiArticolo"));
+}
+
+inline void AddService(TKRVTestModule &module, QWidget *editor, const QString &codice)
+{
+    ChooseWhenShown<TKRVModSelezionaServizio>(module, editor, QStringLiteral("actModSelezionaServizio"), 1, codice);
+    Trigger(editor, QStringLiteral("actAggiungiServizio"));
+}
+
+// What a sales document editor's test holds: a fresh module with the
+// starting rows, the message responder, and the editor once its action opened it.
+template <typename TEditor>
+class TKRVDocumentoTest
+{
+protected:
+    explicit TKRVDocumentoTest(QString azione) : m_azione(std::move(azione)) {}
+
+    void Prepara()
+    {
+        m_module = std::make_unique<TKRVTestModule>();
+        m_responder = std::make_unique<TQ3RecordingResponder>();
+        m_cliente = InsertAnagraficheDocumenti(Db());
+        m_editor = nullptr;
+    }
+    void Chiudi()
+    {
+        m_responder.reset();
+        m_module.reset();
+        SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
+    }
+    TEditor *Editor()
+    {
+        m_editor = Run<TEditor>(*m_module, m_azione);
+        return m_editor;
+    }
+    const TQ3TestDatabase &Db() const { return m_module->Database; }
+    QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
+    // A new document with customer 1 and an article, saved; answers its key.
+    int SaveReady()
+    {
+        if (!m_editor)
+            Editor();
+        ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+        AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+        Trigger(m_editor, QStringLiteral("actSalva"));
+        return m_editor->IdRecord();
+    }
+
+    QString m_azione;
+    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TQ3RecordingResponder> m_responder;
+    TEditor *m_editor = nullptr;
+    int m_cliente = 0;
+};
+
+// What a sales document search list's test holds: a fresh module, the
+// message responder, the current year and the list once opened.
+template <typename TLista>
+class TKRVElencoDocumentiTest
+{
+protected:
+    void Prepara()
+    {
+        m_module = std::make_unique<TKRVTestModule>();
+        m_responder = std::make_unique<TQ3RecordingResponder>();
+        m_anno = QDate::currentDate().year();
+    }
+    void Chiudi()
+    {
+        m_responder.reset();
+        m_module.reset();
+        SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
+    }
+    const TQ3TestDatabase &Db() const { return m_module->Database; }
+    QSpinBox *Anno() const { return Field<QSpinBox>(m_lista, QStringLiteral("txtAnno")); }
+
+    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TQ3RecordingResponder> m_responder;
+    TLista *m_lista = nullptr;
+    int m_anno = 0;
+};
 
 // Runs the command and closes every modal window it opens, as the user's
 // "Annulla" would; answers the windows' titles in order.

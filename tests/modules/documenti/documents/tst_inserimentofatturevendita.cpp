@@ -31,19 +31,20 @@ namespace {
 const QString ActEditor = QStringLiteral("actInserimentoFattureVendita");
 const QString ActClienti = QStringLiteral("actModSelezionaCliente");
 const QString ActTipiPagamento = QStringLiteral("actModSelezionaTipoPagamento");
-const QString ActArticoli = QStringLiteral("actModSelezionaArticolo");
-const QString ActServizi = QStringLiteral("actModSelezionaServizio");
 
 } // namespace
 
-class TestInserimentoFattureVendita : public QObject
+class TestInserimentoFattureVendita : public QObject, public TKRVDocumentoTest<TKRVInserimentoFattureVendita>
 {
     Q_OBJECT
 
+public:
+    TestInserimentoFattureVendita() : TKRVDocumentoTest(ActEditor) {}
+
 private slots:
     void initTestCase() { UseItalianLocale(); }
-    void init();
-    void cleanup();
+    void init() { Prepara(); }
+    void cleanup() { Chiudi(); }
 
     void opensOnANewInvoice();
     void commandsAndHints();
@@ -77,75 +78,7 @@ private slots:
     void loadingFromDeliveryNotesNeedsTheWarehouse();
     void loadingFromTwoDeliveryNotes();
     void printingNeedsASavedInvoice_mofiche_quirkKept();
-
-private:
-    TKRVInserimentoFattureVendita *Editor();
-    const TQ3TestDatabase &Db() const { return m_module->Database; }
-    QLabel *Label(const char *name) const { return Field<QLabel>(m_editor, QString::fromLatin1(name)); }
-    void ChooseCustomer(const QString &codice);
-    void AddArticle(const QString &codice);
-    void AddService(const QString &codice);
-    int SaveReadyInvoice();
-
-    std::unique_ptr<TKRVTestModule> m_module;
-    std::unique_ptr<TQ3RecordingResponder> m_responder;
-    TKRVInserimentoFattureVendita *m_editor = nullptr;
-    int m_cliente = 0;
 };
-
-void TestInserimentoFattureVendita::init()
-{
-    m_module = std::make_unique<TKRVTestModule>();
-    m_responder = std::make_unique<TQ3RecordingResponder>();
-    m_cliente = InsertClienteCompleto(Db(), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."), 2,
-                                      QStringLiteral("BNCMRA80A01F257X"), QStringLiteral("01234567890"));
-    InsertClienteCompleto(Db(), QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"), 3, QString(), QString());
-    KRVInsertArticolo(Db(), QStringLiteral("ART1"));
-    KRVInsertServizio(Db(), QStringLiteral("SRV1"));
-    m_editor = nullptr;
-}
-
-void TestInserimentoFattureVendita::cleanup()
-{
-    m_responder.reset();
-    m_module.reset();
-    SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
-}
-
-TKRVInserimentoFattureVendita *TestInserimentoFattureVendita::Editor()
-{
-    m_editor = Run<TKRVInserimentoFattureVendita>(*m_module, ActEditor);
-    return m_editor;
-}
-
-void TestInserimentoFattureVendita::ChooseCustomer(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, ActClienti, 1, codice);
-    Trigger(m_editor, QStringLiteral("actSelezionaCliente"));
-}
-
-void TestInserimentoFattureVendita::AddArticle(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaArticolo>(*m_module, m_editor, ActArticoli, 1, codice);
-    Trigger(m_editor, QStringLiteral("actAggiungiArticolo"));
-}
-
-void TestInserimentoFattureVendita::AddService(const QString &codice)
-{
-    ChooseWhenShown<TKRVModSelezionaServizio>(*m_module, m_editor, ActServizi, 1, codice);
-    Trigger(m_editor, QStringLiteral("actAggiungiServizio"));
-}
-
-// A new invoice with customer 1 and an article, saved; answers its key.
-int TestInserimentoFattureVendita::SaveReadyInvoice()
-{
-    if (!m_editor)
-        Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
-    AddArticle(QStringLiteral("ART1"));
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    return m_editor->IdRecord();
-}
 
 void TestInserimentoFattureVendita::opensOnANewInvoice()
 {
@@ -209,14 +142,14 @@ void TestInserimentoFattureVendita::saveChecksInOrder()
     Trigger(m_editor, QStringLiteral("actSalva"));
     numero->setValue(6);
     Trigger(m_editor, QStringLiteral("actSalva"));
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     // The customer brought its payment type: take it away to see the last check.
     m_editor->NuovoRecord();
     ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, ActClienti, 1, QStringLiteral("CLN0000002"));
     Trigger(m_editor, QStringLiteral("actSelezionaCliente"));
     Db().Exec(QStringLiteral("UPDATE CLIENTI SET IDTIPO_PAGAMENTO = 0"));
     m_editor->NuovoRecord();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     const QList<TQ3Message> &boxes = m_responder->Messages();
     QCOMPARE(boxes.size(), 3);
@@ -230,7 +163,7 @@ void TestInserimentoFattureVendita::saveChecksInOrder()
 void TestInserimentoFattureVendita::missingTaxCodeAndVatNumberAskFirst()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblCliCodiceFiscale")->text(), QStringLiteral("..."));
     QCOMPARE(Label("lblCliPartitaIVA")->text(), QStringLiteral("..."));
     m_responder->Enqueue(TQ3MsgResult::No);
@@ -255,20 +188,20 @@ void TestInserimentoFattureVendita::duplicateNumberSameYearRefused_otherYearAcce
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 3, anno - 1);
     Editor();
     Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->setValue(3);
-    SaveReadyInvoice();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM FATT_VEND ORDER BY ANNO")),
              (QStringList{QStringLiteral("3|%1").arg(anno - 1), QStringLiteral("3|%1").arg(anno)}));
     Trigger(m_editor, QStringLiteral("actNuovo"));
     Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->setValue(3);
-    SaveReadyInvoice();
+    SaveReady();
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 2);
 }
 
 void TestInserimentoFattureVendita::resavingUnchangedPassesTheNumberCheck()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 0);
@@ -278,7 +211,7 @@ void TestInserimentoFattureVendita::resavingUnchangedPassesTheNumberCheck()
 void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Label("lblCliRagioneSociale")->text(), QStringLiteral("Bianchi S.p.A."));
     QCOMPARE(Label("lblCliIndirizzo")->text(), QStringLiteral("Via Roma 1"));
@@ -289,7 +222,7 @@ void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
     QVERIFY(m_editor->Modified());
     m_responder->Enqueue(TQ3MsgResult::No);
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
                     "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
                     "pagamento attuale.",
@@ -297,7 +230,7 @@ void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
     m_responder->Enqueue(TQ3MsgResult::Yes);
-    ChooseCustomer(QStringLiteral("CLN0000002"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Fine Mese"));
 }
 
@@ -308,7 +241,7 @@ void TestInserimentoFattureVendita::paymentTypeDialog()
     Trigger(m_editor, QStringLiteral("actSelezionaTipoPagamento"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Rimessa diretta"));
     QVERIFY(m_editor->Modified());
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QCOMPARE(m_responder->Messages().size(), 1);
 }
 
@@ -317,7 +250,7 @@ void TestInserimentoFattureVendita::contactsOfTheCustomer()
     Editor();
     Trigger(m_editor, QStringLiteral("actInformazioniCliente"));
     QCOMPARE(m_responder->Messages().size(), 0);
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actInformazioniCliente"));
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Contatti del cliente",
@@ -329,11 +262,11 @@ void TestInserimentoFattureVendita::contactsOfTheCustomer()
 void TestInserimentoFattureVendita::userWritesAFullInvoice()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
-    AddArticle(QStringLiteral("ART1"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     TKRVGrigliaRighe *griglia = m_editor->gridRigheFattura();
     QCOMPARE(griglia->currentIndex(), m_editor->Righe()->index(0, 5));
-    AddService(QStringLiteral("SRV1"));
+    AddService(*m_module, m_editor, QStringLiteral("SRV1"));
     Trigger(m_editor, QStringLiteral("actAggiungiTesto"));
     QCOMPARE(griglia->currentIndex(), m_editor->Righe()->index(2, 3));
     EditCell(griglia, 2, 3, QStringLiteral("Intervento del 3 marzo\npresso la sede"));
@@ -365,7 +298,7 @@ void TestInserimentoFattureVendita::userWritesAFullInvoice()
 void TestInserimentoFattureVendita::exemptInvoiceLabels()
 {
     Editor();
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     Trigger(m_editor, QStringLiteral("actAggiungiNonImponibile"));
     EditCell(m_editor->gridRigheFattura(), 1, 5, QStringLiteral("7,66"));
     Field<QCheckBox>(m_editor, QStringLiteral("chkIvaEsente"))->click();
@@ -379,7 +312,7 @@ void TestInserimentoFattureVendita::deleteLineAsksAndNeedsASelection()
     Editor();
     Trigger(m_editor, QStringLiteral("actEliminaRiga"));
     QCOMPARE(m_responder->Messages().size(), 0);
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_editor->gridRigheFattura()->clearSelection();
     Trigger(m_editor, QStringLiteral("actEliminaRiga"));
     QCOMPARE(m_responder->Messages().size(), 0);
@@ -402,7 +335,7 @@ void TestInserimentoFattureVendita::moveLinesAtTheEdges()
     Trigger(m_editor, QStringLiteral("actSpostaRigaSu"));
     Trigger(m_editor, QStringLiteral("actSpostaRigaGiu"));
     QVERIFY(!m_editor->Modified());
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_editor->SetModified(false);
     Trigger(m_editor, QStringLiteral("actSpostaRigaGiu"));
     QVERIFY(!m_editor->Modified());
@@ -420,7 +353,7 @@ void TestInserimentoFattureVendita::failedSaveCountsAsSaved_quirkKept()
     Db().Exec(QStringLiteral("UPDATE TIPI_PAGAMENTO SET TIPO_PAGAMENTO = 'Bonifico bancario a 60 giorni data fattura' "
                              "WHERE IDTIPO_PAGAMENTO = 2"));
     const int atteso = GetLastGeneratorValue(QStringLiteral("GN_IDFATT_VEND"), Db().Db()) + 1;
-    SaveReadyInvoice();
+    SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!", None,
                     Ok);
@@ -433,7 +366,7 @@ void TestInserimentoFattureVendita::failedSaveCountsAsSaved_quirkKept()
 
 void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     Trigger(m_editor, QStringLiteral("actNuovo"));
     QCOMPARE(m_editor->Righe()->Righe(), 0);
     QCOMPARE(m_editor->ApriRecord(id), 0);
@@ -455,7 +388,7 @@ void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
 
 void TestInserimentoFattureVendita::missingInvoiceLeavesTheWindow()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id + 50), -1);
     QCOMPARE(m_editor->IdRecord(), id);
     QCOMPARE(m_editor->Righe()->Righe(), 1);
@@ -468,19 +401,19 @@ void TestInserimentoFattureVendita::missingInvoiceLeavesTheWindow()
 void TestInserimentoFattureVendita::closingAsksToSave()
 {
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::Cancel);
     CloseFrame(m_editor);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
                     Question, YesNoCancel);
     QVERIFY(m_module->Main->Form(ActEditor));
-    AddArticle(QStringLiteral("ART1"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_responder->Enqueue(TQ3MsgResult::Yes);
     CloseFrame(m_editor);
     QVERIFY(!m_module->Main->Form(ActEditor));
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 1);
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::No);
     CloseFrame(m_editor);
     QVERIFY(!m_module->Main->Form(ActEditor));
@@ -489,7 +422,7 @@ void TestInserimentoFattureVendita::closingAsksToSave()
 
 void TestInserimentoFattureVendita::deleteInvoice()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     m_responder->Enqueue(TQ3MsgResult::No);
     Trigger(m_editor, QStringLiteral("actElimina"));
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
@@ -501,7 +434,7 @@ void TestInserimentoFattureVendita::deleteInvoice()
     QVERIFY(m_editor->NewRecord());
     QCOMPARE(m_editor->IdRecord(), 0);
     // A never saved invoice is simply started again.
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(m_responder->Messages().size(), 2);
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("..."));
@@ -509,7 +442,7 @@ void TestInserimentoFattureVendita::deleteInvoice()
 
 void TestInserimentoFattureVendita::rightsOfTheEditor()
 {
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     LoginWithRights(Db(), QStringLiteral("ospite"), {QStringLiteral("Fatture di vendita (visualizzazione)")});
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
@@ -562,7 +495,7 @@ void TestInserimentoFattureVendita::recurrenceDefaultsFollowTheInvoiceDate()
     Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
     QCOMPARE(ogni->value(), 1);
     Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
-    SaveReadyInvoice();
+    SaveReady();
     QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
                                       "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
              QStringList{QStringLiteral("False|<null>|<null>|<null>|<null>|<null>")});
@@ -602,7 +535,7 @@ void TestInserimentoFattureVendita::recurrenceLoadedWithUnknownCaption()
 void TestInserimentoFattureVendita::activitiesNotifiedAfterEverySave()
 {
     TKRVModuloFratello attivita(QStringLiteral("Attivita"));
-    const int id = SaveReadyInvoice();
+    const int id = SaveReady();
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(attivita.Ricevute.size(), 2);
@@ -681,7 +614,7 @@ void TestInserimentoFattureVendita::ddtRequestRefusedWhileEditorExists()
 {
     const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2024);
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_editor->parentWidget()->hide();
     m_module->Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da D.d.T."), {id}, 0);
     QCOMPARE(m_responder->Messages().size(), 1);
@@ -730,7 +663,7 @@ void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
                    QStringLiteral("5.5, 1, 12.5, 2, 25, 1, '20', 1, 'PEZZI'"));
     InsertRigaTesto(Db(), 102, 11, QStringLiteral("Testo"), QStringLiteral("Consegna al piano"));
     Editor();
-    ChooseCustomer(QStringLiteral("CLN0000001"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QStringList mostrate;
     QTimer::singleShot(0, m_editor, [this, &mostrate] {
         auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
@@ -766,7 +699,7 @@ void TestInserimentoFattureVendita::printingNeedsASavedInvoice_mofiche_quirkKept
     QCOMPARE(m_responder->Messages().size(), 2);
     for (const TQ3Message &box : m_responder->Messages())
         KRV_COMPARE_BOX(box, "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
-    SaveReadyInvoice();
+    SaveReady();
     // Right after the save the print runs: its output options open.
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();

@@ -17,14 +17,14 @@ const QString ActEditor = QStringLiteral("actInserimentoFattureVendita");
 
 } // namespace
 
-class TestRicercaFattureVendita : public QObject
+class TestRicercaFattureVendita : public QObject, public TKRVElencoDocumentiTest<TKRVRicercaFattureVendita>
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { UseItalianLocale(); }
     void init();
-    void cleanup();
+    void cleanup() { Chiudi(); }
     void columnsAndEmptyGridUntilTheFirstSearch();
     void theYearAlwaysFilters();
     void filtersComposeTheClause();
@@ -35,22 +35,11 @@ private slots:
     void newInvoiceFromTheList();
     void deleteFromTheList();
     void printNeedsASelectedInvoice();
-
-private:
-    const TQ3TestDatabase &Db() const { return m_module->Database; }
-    QSpinBox *Anno() const { return Field<QSpinBox>(m_lista, QStringLiteral("txtAnno")); }
-
-    std::unique_ptr<TKRVTestModule> m_module;
-    std::unique_ptr<TQ3RecordingResponder> m_responder;
-    TKRVRicercaFattureVendita *m_lista = nullptr;
-    int m_anno = 0;
 };
 
 void TestRicercaFattureVendita::init()
 {
-    m_module = std::make_unique<TKRVTestModule>();
-    m_responder = std::make_unique<TQ3RecordingResponder>();
-    m_anno = QDate::currentDate().year();
+    Prepara();
     const int prima = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, m_anno, QStringLiteral("CLN0000001"));
     const int seconda = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 2, m_anno, QStringLiteral("CLN0000002"));
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, m_anno - 1, QStringLiteral("CLN0000001"));
@@ -64,13 +53,6 @@ void TestRicercaFattureVendita::init()
     Db().Exec(QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND, TIPO_RIGA, DESCRIZIONE) VALUES (")
               + QString::number(prima) + QStringLiteral(", 'Testo', 'Consulenza')"));
     m_lista = Run<TKRVRicercaFattureVendita>(*m_module, ActLista);
-}
-
-void TestRicercaFattureVendita::cleanup()
-{
-    m_responder.reset();
-    m_module.reset();
-    SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
 }
 
 void TestRicercaFattureVendita::columnsAndEmptyGridUntilTheFirstSearch()

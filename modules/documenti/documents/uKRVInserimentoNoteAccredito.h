@@ -1,0 +1,32 @@
+#pragma once
+
+#include "KRVNotaAccredito.h"
+#include "uKRVInserimentoDocumentoBase.h"
+
+#include <memory>
+
+// "Inserimento / Modifica note di accredito": one credit note, its header on
+// "Generale", its lines on "Righe documento ", the totals above the pages.
+class TKRVInserimentoNoteAccredito : public TKRVInserimentoDocumentoBase
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVInserimentoNoteAccredito(TKRVMain &main);
+    ~TKRVInserimentoNoteAccredito() override;
+
+    TKRVGrigliaRighe *gridRigheDocumento() const { return Griglia(); }
+
+    // The header as the controls hold it.
+    TKRVTestataDocumento Testata() const;
+
+protected:
+    void Stampa() override;
+    int NumeroSuccessivo(int anno) override;
+    bool NumeroEsistente(int numero, int anno, int id) override;
+    bool LeggiRecord(int id) override;
+    void ScriviRecord() override;
+
+private:
+    std::unique_ptr<TKRVArchivioNoteAccredito> m_archivio;
+};

@@ -1,0 +1,98 @@
+#include "uKRVRicercaDocumentiVendita.h"
+
+#include "uKRVFormKit.h"
+#include "uKRVInserimentoBase.h"
+#include "uKRVMain.h"
+
+#include <QDate>
+#include <QKeyEvent>
+#include <QLabel>
+
+TKRVRicercaDocumentiVendita::TKRVRicercaDocumentiVendita(TKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno)
+    : TKRVRicercaBase(main, std::move(info)), m_condizioneAnno(std::move(condizioneAnno)), txtAnno(new QSpinBox)
+{
+    AggiungiFiltroAnno();
+}
+
+QList<TKRVColonna> TKRVRicercaDocumentiVendita::ColonneDocumento()
+{
+    return {{QStringLiteral("N."), 50, QStringLiteral("NUMERO"), TKRVTipoColonna::Intero},
+            {QStringLiteral("Data"), 80, QStringLiteral("DATA"), TKRVTipoColonna::Data},
+            {QStringLiteral("Codice"), 120, QStringLiteral("CLI_CODICE"), TKRVTipoColonna::Testo},
+            {QStringLiteral("Ragione sociale"), 350, QStringLiteral("CLI_RAGIONESOCIALE"), TKRVTipoColonna::Testo},
+            {QStringLiteral("Totale"), 110, QStringLiteral("TOTALE_DOCUMENTO"), TKRVTipoColonna::Importo},
+            {QStringLiteral("Pagato"), 60, QStringLiteral("PAGATO"), TKRVTipoColonna::Testo}};
+}
+
+// The year follows the customer's name, and always filters.
+void TKRVRicercaDocumentiVendita::AggiungiFiltroAnno()
+{
+    txtAnno->setObjectName(QStringLiteral("txtAnno"));
+    txtAnno->setRange(0, 9999);
+    txtAnno->setGroupSeparatorShown(false);
+    txtAnno->installEventFilter(this);
+    QToolBar *barra = Elenco()->BarraRicerca();
+    QLineEdit *ragioneSociale = Elenco()->Filtro(QStringLiteral("txtRagioneSociale"));
+    // The filters and the search actions fit in the window's opening width.
+    Elenco()->Filtro(QStringLiteral("txtCodice"))->setFixedWidth(80);
+    ragioneSociale->setFixedWidth(130);
+    if (QLineEdit *riga = Elenco()->Filtro(QStringLiteral("txtRigaDescrizione")))
+        riga->setFixedWidth(110);
+    txtAnno->setFixedWidth(60);
+    // After the name's field and its separator.
+    const QList<QAction *> azioni = barra->actions();
+    QAction *prima = nullptr;
+    for (int i = 0; i + 2 < azioni.size(); ++i) {
+        if (barra->widgetForAction(azioni.at(i)) == ragioneSociale)
+            prima = azioni.at(i + 2);
+    }
+    barra->insertWidget(prima, KRVEtichetta(QStringLiteral("Anno"), txtAnno));
+    barra->insertWidget(prima, txtAnno);
+    barra->insertSeparator(prima);
+}
+
+bool TKRVRicercaDocumentiVendita::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtAnno && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            Elenco()->actCerca()->trigger();
+            return true;
+        }
+    }
+    return TKRVRicercaBase::eventFilter(watched, event);
+}
+
+QString TKRVRicercaDocumentiVendita::ClausolaFiltri() const
+{
+    QString where = m_condizioneAnno + QString::number(txtAnno->value());
+    const QString filtri = Elenco()->ClausolaFiltri();
+    if (!filtri.isEmpty())
+        where += QStringLiteral(" AND ") + filtri.mid(QStringLiteral("WHERE ").size());
+    return where;
+}
+
+void TKRVRicercaDocumentiVendita::RicercaIniziale()
+{
+    actRipristinaExecute();
+}
+
+void TKRVRicercaDocumentiVendita::actCercaExecute()
+{
+    AggiornaGriglia(ClausolaFiltri());
+}
+
+void TKRVRicercaDocumentiVendita::actRipristinaExecute()
+{
+    Elenco()->SvuotaFiltri();
+    txtAnno->setValue(QDate::currentDate().year());
+}
+
+void TKRVRicercaDocumentiVendita::actNuovoExecute()
+{
+    if (!KRVVerificaPermesso(Info().PermessoNuovo))
+        return;
+    Main().Run(Info().EditorAction);
+    if (auto editor = Main().FormAs<TKRVInserimentoBase>(Info().EditorAction))
+        editor->NuovoRecord();
+}
