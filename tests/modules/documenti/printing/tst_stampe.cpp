@@ -134,7 +134,9 @@ void TestStampe::dataModule_connectionsAndStatements()
     QVERIFY(dm->Dataset(QStringLiteral("adsNoteAccreditoIva"))->SQL().contains(
         QStringLiteral("FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = :IDNOTA_ACCREDITO")));
     QCOMPARE(project->ReportNames(), QStringList({QStringLiteral("FattVend"), QStringLiteral("FattVendIVAEsente"),
-                                                  QStringLiteral("NotaAccredito"), QStringLiteral("ElencoArticoli01")}));
+                                                  QStringLiteral("NotaAccredito"), QStringLiteral("ElencoArticoli01"),
+                                                  QStringLiteral("RiepilogoFatture"),
+                                                  QStringLiteral("TotaleFatturatoPerCliente")}));
     QCOMPARE(m_module->Main->rSystem()->TitleSetup, QStringLiteral("Output Options"));
     QCOMPARE(m_module->Main->rSystem()->TitlePreview, QStringLiteral("Report Preview"));
     QCOMPARE(m_module->Main->rSystem()->TitleStatus, QStringLiteral("Report Status"));
