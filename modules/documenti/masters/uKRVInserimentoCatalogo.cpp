@@ -73,10 +73,8 @@ TKRVInserimentoCatalogo::TKRVInserimentoCatalogo(TKRVMain &main, const TKRVCatal
 
 void TKRVInserimentoCatalogo::cmdSelezionaAliquotaIVAClick()
 {
-    const QString action = QStringLiteral("actModSelezionaAliquotaIVA");
-    Main().Run(action);
-    auto dialog = Main().FormAs<TKRVModSelezionaAliquotaIVA>(action);
-    if (!dialog || dialog->exec() != QDialog::Accepted)
+    auto dialog = Main().Selezione<TKRVModSelezionaAliquotaIVA>(QStringLiteral("actModSelezionaAliquotaIVA"));
+    if (!dialog)
         return;
     const TAliquotaIVA aliquota = dialog->ApriSelezionato();
     m_aliquotaIVA->Imposta(aliquota.IDALIQUOTA_IVA, TestoAliquota(aliquota));
@@ -85,10 +83,8 @@ void TKRVInserimentoCatalogo::cmdSelezionaAliquotaIVAClick()
 
 void TKRVInserimentoCatalogo::cmdSelezionaUMClick()
 {
-    const QString action = QStringLiteral("actModSelezionaUM");
-    Main().Run(action);
-    auto dialog = Main().FormAs<TKRVModSelezionaUM>(action);
-    if (!dialog || dialog->exec() != QDialog::Accepted)
+    auto dialog = Main().Selezione<TKRVModSelezionaUM>(QStringLiteral("actModSelezionaUM"));
+    if (!dialog)
         return;
     const TKRVVoceSelezionata um = dialog->ApriSelezionato();
     m_um->Imposta(um.Id, um.Text);

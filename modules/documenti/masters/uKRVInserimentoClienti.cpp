@@ -225,9 +225,8 @@ void TKRVInserimentoClienti::ImpostaTipoPagamento(int id, const QString &text)
 
 void TKRVInserimentoClienti::cmdSelezionaTipoPagamentoClick()
 {
-    Main().Run(ActSelezionaTipoPagamento);
-    auto dialog = Main().FormAs<TKRVModSelezionaTipoPagamento>(ActSelezionaTipoPagamento);
-    if (!dialog || dialog->exec() != QDialog::Accepted)
+    auto dialog = Main().Selezione<TKRVModSelezionaTipoPagamento>(ActSelezionaTipoPagamento);
+    if (!dialog)
         return;
     const TKRVVoceSelezionata voce = dialog->ApriSelezionato();
     ImpostaTipoPagamento(voce.Id, voce.Text);

@@ -10,6 +10,7 @@
 #include "Q3ReportStatus.h"
 #include "Q3Sql.h"
 #include "Q3Users.h"
+#include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVInserimentoFattureVendita.h"
 #include "uKRVMainForms.h"
@@ -335,11 +336,8 @@ void TKRVMain::Run(const QString &actionName)
 
 void TKRVMain::ExecuteAction(const TKRVActionInfo &info)
 {
-    if (!info.Permission.isEmpty()
-        && !UserHasAbilitazione(info.Permission, GetQ3CurrentUserName(), m_modADOConn->Database())) {
-        Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(KRVMsgDirittiInsufficienti), TQ3MsgIcon::Warning);
+    if (!KRVVerificaPermesso(info.Permission))
         return;
-    }
     switch (info.Shape) {
     case TKRVActionShape::ShowReused:
         ShowQ3ChildForm(EnsureForm(info.Name));
