@@ -7,6 +7,7 @@ packages=(
   firebird3.0-server-core firebird3.0-utils libfbclient2 firebird-dev
   libsodium-dev
   xvfb xauth poppler-utils fonts-dejavu-core tango-icon-theme
+  python3-xlrd  # the spreadsheet tests read their workbooks back with it
 )
 if [ "${1:-}" = "--with-server" ]; then
   packages+=(firebird3.0-server)
