@@ -145,6 +145,13 @@ TKRVSalvaPDF *TKRVMain::SaveDialogPDF()
     return m_saveDialogPDF.get();
 }
 
+TKRVSalvaExcel *TKRVMain::SaveDialogExcel()
+{
+    if (!m_saveDialogExcel)
+        m_saveDialogExcel = std::make_unique<TKRVSalvaExcel>();
+    return m_saveDialogExcel.get();
+}
+
 QString TKRVMain::ReportProjectPath()
 {
     return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("Documenti.rav"));

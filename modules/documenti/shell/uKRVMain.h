@@ -18,6 +18,7 @@
 
 #include <memory>
 
+#include "uKRVSalvaExcel.h"
 #include "uKRVSalvaPDF.h"
 #include "uKRVdmStampe.h"
 
@@ -60,6 +61,8 @@ public:
     TQ3Dataset *StampeDataset(const QString &name) const override;
     // The save dialog of every save-as-PDF action.
     TKRVSalvaPDF *SaveDialogPDF();
+    // The save dialog of the workbook exports.
+    TKRVSalvaExcel *SaveDialogExcel();
     // The module's master datasets (adsAliquoteIVA, adsClienti, ...), on ModADOConn.
     TQ3Dataset *Dataset(const QString &name) const { return m_datasets.value(name); }
     TKRVdmStampe *dmStampe() const { return m_dmStampe; }
@@ -110,6 +113,7 @@ private:
     TQ3RenderPDF *m_rRenderPDF = nullptr;
     std::unique_ptr<TQ3DatasetConnection> m_dsAzienda;
     std::unique_ptr<TKRVSalvaPDF> m_saveDialogPDF;
+    std::unique_ptr<TKRVSalvaExcel> m_saveDialogExcel;
     QPointer<TKRVdmStampe> m_dmStampe;
     QHash<QString, TQ3Dataset *> m_datasets;
     QHash<QString, QPointer<QWidget>> m_forms;

@@ -33,6 +33,7 @@
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
+#include "uKRVStatisticheFatturato.h"
 #include "uKRVStatisticheRedditivitaMensile.h"
 
 namespace {
@@ -99,6 +100,7 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
         {QStringLiteral("actModStampaFatturatoPerCliente"),
          KRVStampaAnnuale<TKRVModStampaFatturatoPerCliente>(
              [](const TKRVModStampaFatturatoPerCliente &dialog) { StampaFatturatoPerCliente(dialog.Anno()); })},
+        {QStringLiteral("actStatisticheFatturato"), KRVWindow<TKRVStatisticheFatturato>()},
         {QStringLiteral("actStatisticheRedditivitaMensile"), KRVWindow<TKRVStatisticheRedditivitaMensile>()},
     };
     return classes;

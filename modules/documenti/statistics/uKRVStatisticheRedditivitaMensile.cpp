@@ -6,55 +6,19 @@
 #include "Q3Registry.h"
 #include "Q3Utils.h"
 #include "uKRVFormKit.h"
+#include "uKRVGrigliaStatistiche.h"
 #include "uKRVImages.h"
 
-#include <QApplication>
 #include <QDate>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QPainter>
 #include <QSpinBox>
-#include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 namespace {
-
-// Headings drawn as the header sections are, numbers in the currency format.
-class TKRVDelegatoRedditivita : public QStyledItemDelegate
-{
-public:
-    TKRVDelegatoRedditivita(const TKRVStatisticheRedditivitaMensile *finestra, QObject *parent)
-        : QStyledItemDelegate(parent), m_finestra(finestra)
-    {
-    }
-
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        QStyleOptionViewItem opzione = option;
-        initStyleOption(&opzione, index);
-        opzione.text = m_finestra->TestoVisualizzato(index.row(), index.column());
-        QStyle *stile = opzione.widget ? opzione.widget->style() : QApplication::style();
-        if (TKRVStatisticheRedditivitaMensile::CellaIntestazione(index.row(), index.column())) {
-            QStyleOptionHeader intestazione;
-            intestazione.rect = opzione.rect;
-            intestazione.palette = opzione.palette;
-            intestazione.fontMetrics = opzione.fontMetrics;
-            intestazione.state = QStyle::State_Enabled | QStyle::State_Raised;
-            intestazione.text = opzione.text;
-            intestazione.textAlignment = opzione.displayAlignment;
-            stile->drawControl(QStyle::CE_Header, &intestazione, painter, opzione.widget);
-            return;
-        }
-        stile->drawControl(QStyle::CE_ItemViewItem, &opzione, painter, opzione.widget);
-    }
-
-private:
-    const TKRVStatisticheRedditivitaMensile *m_finestra;
-};
 
 bool ColonnaNumerica(int colonna)
 {
@@ -98,17 +62,11 @@ TKRVStatisticheRedditivitaMensile::TKRVStatisticheRedditivitaMensile(TKRVMain &,
     tBarStandard->addWidget(KRVEtichetta(QStringLiteral("    Anno"), speAnno));
     tBarStandard->addWidget(speAnno);
 
-    grdTabella->setObjectName(QStringLiteral("grdTabella"));
-    grdTabella->horizontalHeader()->hide();
-    grdTabella->verticalHeader()->hide();
-    grdTabella->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grdTabella->verticalHeader()->setDefaultSectionSize(21);
+    KRVPreparaGrigliaStatistiche(
+        grdTabella, QStringLiteral("grdTabella"), [this](int riga, int colonna) { return TestoVisualizzato(riga, colonna); },
+        &TKRVStatisticheRedditivitaMensile::CellaIntestazione);
     grdTabella->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     grdTabella->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    grdTabella->setSelectionMode(QAbstractItemView::ContiguousSelection);
-    grdTabella->setSelectionBehavior(QAbstractItemView::SelectItems);
-    grdTabella->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grdTabella->setItemDelegate(new TKRVDelegatoRedditivita(this, grdTabella));
     grdTabella->viewport()->installEventFilter(this);
 
     auto pagine = new QTabWidget;

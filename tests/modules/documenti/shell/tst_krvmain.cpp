@@ -112,8 +112,8 @@ void TestKRVMain::actionsWithoutWindowsAreDisabled()
         "actRicercaFattureVendita",     "actRicercaNoteDocumenti",      "actInserimentoNoteDocumenti",
         "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti", "actInserimentoNoteAccredito",
         "actRicercaNoteAccredito",      "actModStampaRiepilogoFatture", "actModStampaFatturatoPerCliente",
-        "actStatisticheRedditivitaMensile"};
-    const QStringList withoutWindow{"actStatisticheFatturato", "actStatisticheFatturatoPerServizio",
+        "actStatisticheRedditivitaMensile", "actStatisticheFatturato"};
+    const QStringList withoutWindow{"actStatisticheFatturatoPerServizio",
                                     "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1",
                                     "actStatisticheFatturatoClientiServizi"};
     QCOMPARE(withWindow.size() + withoutWindow.size(), module.Main->actListModDocumenti().size());
@@ -128,9 +128,9 @@ void TestKRVMain::actionsWithoutWindowsAreDisabled()
 
     // A disabled action does nothing, not even its permission check.
     TQ3RecordingResponder responder;
-    module.Main->Run(QStringLiteral("actStatisticheFatturato"));
+    module.Main->Run(QStringLiteral("actStatisticheFatturatoPerServizio"));
     QVERIFY(responder.Messages().isEmpty());
-    QVERIFY(!module.Main->Form(QStringLiteral("actStatisticheFatturato")));
+    QVERIFY(!module.Main->Form(QStringLiteral("actStatisticheFatturatoPerServizio")));
 }
 
 void TestKRVMain::menusMergeIntoTheHost()
