@@ -48,3 +48,18 @@ void KRVPreparaGrigliaStatistiche(QTableWidget *griglia, const QString &nome, TK
     griglia->setEditTriggers(QAbstractItemView::NoEditTriggers);
     griglia->setItemDelegate(new TKRVDelegatoStatistiche(std::move(testo), std::move(intestazione), griglia));
 }
+
+void KRVMostraTestiStatistiche(QTableWidget *griglia, const QList<QStringList> &testi, const TKRVStileCella &stile)
+{
+    for (int riga = 0; riga < testi.size(); ++riga) {
+        for (int colonna = 0; colonna < testi.at(riga).size(); ++colonna) {
+            QTableWidgetItem *cella = griglia->item(riga, colonna);
+            if (!cella) {
+                cella = new QTableWidgetItem;
+                griglia->setItem(riga, colonna, cella);
+            }
+            cella->setText(testi.at(riga).at(colonna));
+            stile(cella, riga, colonna);
+        }
+    }
+}

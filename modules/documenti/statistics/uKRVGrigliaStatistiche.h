@@ -5,6 +5,7 @@
 #include <functional>
 
 class QTableWidget;
+class QTableWidgetItem;
 
 // The statistics windows' grids: no header sections, rows 21 high, read only;
 // heading cells drawn as header sections, every cell showing the text the
@@ -26,3 +27,8 @@ private:
 
 void KRVPreparaGrigliaStatistiche(QTableWidget *griglia, const QString &nome, TKRVTestoCella testo,
                                   TKRVCellaIntestazione intestazione);
+
+// Writes the rows of texts into the grid's cells; the window then styles each
+// cell for what it now holds.
+using TKRVStileCella = std::function<void(QTableWidgetItem *cella, int riga, int colonna)>;
+void KRVMostraTestiStatistiche(QTableWidget *griglia, const QList<QStringList> &testi, const TKRVStileCella &stile);

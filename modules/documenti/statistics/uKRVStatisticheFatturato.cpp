@@ -227,24 +227,14 @@ void TKRVStatisticheFatturato::CreaGrigliaVuotaTabella()
 
 void TKRVStatisticheFatturato::MostraGriglia()
 {
-    for (int riga = 0; riga < KRVFatturatoRighe; ++riga) {
-        for (int colonna = 0; colonna < KRVFatturatoColonne; ++colonna) {
-            QTableWidgetItem *cella = grdTabella->item(riga, colonna);
-            if (!cella) {
-                cella = new QTableWidgetItem;
-                cella->setTextAlignment(Allineamento(riga, colonna));
-                if (KRVCellaIntestazioneFatturato(riga, colonna)) {
-                    QFont grassetto = cella->font();
-                    grassetto.setBold(true);
-                    cella->setFont(grassetto);
-                }
-                grdTabella->setItem(riga, colonna, cella);
-            }
-            cella->setText(m_griglia.at(riga).at(colonna));
-            const bool rossa = riga != KRVFatturatoRigaSeparatore && KRVCellaNegativaFatturato(m_griglia, riga, colonna);
-            cella->setForeground(rossa ? QBrush(Qt::red) : QBrush());
-        }
-    }
+    KRVMostraTestiStatistiche(grdTabella, m_griglia, [this](QTableWidgetItem *cella, int riga, int colonna) {
+        cella->setTextAlignment(Allineamento(riga, colonna));
+        QFont carattere = cella->font();
+        carattere.setBold(KRVCellaIntestazioneFatturato(riga, colonna));
+        cella->setFont(carattere);
+        const bool rossa = riga != KRVFatturatoRigaSeparatore && KRVCellaNegativaFatturato(m_griglia, riga, colonna);
+        cella->setForeground(rossa ? QBrush(Qt::red) : QBrush());
+    });
 }
 
 void TKRVStatisticheFatturato::AggiornaGrigliaTabella()
@@ -305,6 +295,7 @@ QString TKRVStatisticheFatturato::TestoVisualizzato(int riga, int colonna) const
 void TKRVStatisticheFatturato::actStampaExecute()
 {
     Q3Guarded([this] {
+        KRVAggiornaAzienda(&m_main);
         TQ3ReportProject *progetto = m_main.rProject();
         for (const auto &[nome, valore] : KRVParametriFatturato(m_griglia))
             progetto->SetParam(nome, valore);

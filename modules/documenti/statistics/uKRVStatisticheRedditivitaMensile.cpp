@@ -106,22 +106,12 @@ void TKRVStatisticheRedditivitaMensile::CreaGrigliaVuota()
 
 void TKRVStatisticheRedditivitaMensile::MostraTabella(const TKRVTabellaRedditivita &tabella)
 {
-    for (int riga = 0; riga < KRVRedditivitaRighe; ++riga) {
-        for (int colonna = 0; colonna < KRVRedditivitaColonne; ++colonna) {
-            QTableWidgetItem *cella = grdTabella->item(riga, colonna);
-            if (!cella) {
-                cella = new QTableWidgetItem;
-                cella->setTextAlignment(Allineamento(riga, colonna));
-                if (riga == KRVRigaTotale && colonna == KRVColonnaTotale) {
-                    QFont grassetto = cella->font();
-                    grassetto.setBold(true);
-                    cella->setFont(grassetto);
-                }
-                grdTabella->setItem(riga, colonna, cella);
-            }
-            cella->setText(tabella.at(riga).at(colonna));
-        }
-    }
+    KRVMostraTestiStatistiche(grdTabella, tabella, [](QTableWidgetItem *cella, int riga, int colonna) {
+        cella->setTextAlignment(Allineamento(riga, colonna));
+        QFont carattere = cella->font();
+        carattere.setBold(riga == KRVRigaTotale && colonna == KRVColonnaTotale);
+        cella->setFont(carattere);
+    });
 }
 
 void TKRVStatisticheRedditivitaMensile::RidimensionaGriglia()
