@@ -4,6 +4,7 @@
 #include "Q3ReportData.h"
 #include "Q3ReportFormat.h"
 
+#include <QCollator>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -30,6 +31,31 @@ qreal Growth(const TQ3ReportItem &item, const QString &text)
     const QFontMetricsF metrics(item.Font);
     const qreal needed = metrics.boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), TextFlags(item), text).height();
     return qMax<qreal>(0, needed - item.Rect.height());
+}
+
+// A value with the options of its placeholder.
+QString Formatted(const TQ3ReportSegment &segment, const QVariant &value)
+{
+    const QString text = Q3FormatReportValue(value, segment.Format, segment.BlankZero, segment.PlusSign);
+    return segment.Trim ? text.trimmed() : text;
+}
+
+// Orders values as a reader expects: empty ones first, numbers and dates by
+// value, texts alphabetically whatever their case.
+int CompareValues(const QVariant &left, const QVariant &right)
+{
+    if (left.isNull() || right.isNull())
+        return int(right.isNull()) - int(left.isNull());
+    if (left.metaType().id() == QMetaType::QString || right.metaType().id() == QMetaType::QString) {
+        static const QCollator collator = [] {
+            QCollator italian{QLocale(QLocale::Italian, QLocale::Italy)};
+            italian.setCaseSensitivity(Qt::CaseInsensitive);
+            return italian;
+        }();
+        return collator.compare(left.toString(), right.toString());
+    }
+    const QPartialOrdering order = QVariant::compare(left, right);
+    return order == QPartialOrdering::Less ? -1 : order == QPartialOrdering::Greater ? 1 : 0;
 }
 
 } // namespace
@@ -108,33 +134,116 @@ private:
             if (!linked || data->Value(row, column) == key)
                 rows << row;
         }
+        if (!section.Order.isEmpty()) {
+            std::stable_sort(rows.begin(), rows.end(), [&section, data](int left, int right) {
+                for (const TQ3ReportSortKey &key : section.Order) {
+                    const int order = CompareValues(data->Value(left, key.ColumnIndex), data->Value(right, key.ColumnIndex));
+                    if (order != 0)
+                        return key.Descending ? order > 0 : order < 0;
+                }
+                return false;
+            });
+        }
         return rows;
     }
 
+    // A detail's rows and where its groups begin.
+    struct TDetailRun
+    {
+        const TQ3ReportSection &Section;
+        QList<int> Rows;
+        // For each row, the outermost group it begins; the number of groups when it begins none.
+        QList<int> Starts;
+        TQ3ReportScope All;
+
+        TDetailRun(const TQ3ReportSection &section, const QList<int> &rows, const IQ3ReportData *data)
+            : Section(section), Rows(rows), Starts(rows.size(), int(section.Groups.size())),
+              All{section.Connection, rows, 0, rows.size()}
+        {
+            for (qsizetype i = 0; i < rows.size(); ++i) {
+                int level = 0;
+                while (i > 0 && level < Starts.at(i)) {
+                    const int column = section.Groups.at(level).ColumnIndex;
+                    if (data->Value(rows.at(i - 1), column) != data->Value(rows.at(i), column))
+                        break;
+                    ++level;
+                }
+                Starts[i] = level;
+            }
+        }
+
+        // The rows of the group of that level which begins at the row index first.
+        TQ3ReportScope GroupRows(int level, qsizetype first) const
+        {
+            qsizetype end = first + 1;
+            while (end < Rows.size() && Starts.at(end) > level)
+                ++end;
+            return {Section.Connection, Rows, first, end};
+        }
+
+        // The rows up to the one at index i, for the running totals of its band.
+        TQ3ReportScope UpTo(qsizetype i) const { return {Section.Connection, Rows, 0, i + 1}; }
+    };
+
     void Detail(const TQ3ReportSection &section)
     {
-        const QList<int> rows = DetailRows(section);
-        // The header goes with the first row: both move to a new page together.
+        const TDetailRun run(section, DetailRows(section), m_document.m_context.Connections.value(section.Connection));
+        // The header goes with the first row and its group headers: they move to a new page together.
         if (!section.Header.IsEmpty()) {
-            qreal needed = m_document.Measure(section.Header, m_rows);
-            if (!rows.isEmpty()) {
-                QHash<QString, int> first = m_rows;
-                first.insert(section.Connection, rows.first());
-                needed += m_document.Measure(section.Band, first);
-            }
+            const qreal needed = m_document.Measure(section.Header, m_rows, run.All) + (run.Rows.isEmpty() ? 0 : Opening(run, 0));
             if (!Fits(needed))
                 Break();
-            Place(section.Header);
+            Place(section.Header, run.All);
         }
         if (section.RepeatHeader && !section.Header.IsEmpty())
-            m_repeated = {&section.Header, m_rows};
-        for (int row : rows) {
-            m_rows.insert(section.Connection, row);
-            Place(section.Band);
+            m_repeated = {&section.Header, m_rows, run.All};
+        const int levels = int(section.Groups.size());
+        QList<qsizetype> firsts(levels, 0);
+        for (qsizetype i = 0; i < run.Rows.size(); ++i) {
+            const int level = run.Starts.at(i);
+            if (i > 0)
+                CloseGroups(run, firsts, i, level);
+            // A group header never stays alone at the bottom of a page.
+            if (level < levels && !Fits(Opening(run, i)))
+                Break();
+            for (int group = level; group < levels; ++group) {
+                firsts[group] = i;
+                PlaceRow(section.Groups.at(group).Header, run, i, run.GroupRows(group, i));
+            }
+            PlaceRow(section.Band, run, i, run.UpTo(i));
         }
+        if (!run.Rows.isEmpty())
+            CloseGroups(run, firsts, run.Rows.size(), 0);
         m_repeated = {};
         m_rows.remove(section.Connection);
-        Place(section.Footer);
+        Place(section.Footer, run.All);
+    }
+
+    // The footers of the open groups, from the innermost out to level, after
+    // their last row (the one before the row index end).
+    void CloseGroups(const TDetailRun &run, const QList<qsizetype> &firsts, qsizetype end, int level)
+    {
+        for (int group = int(run.Section.Groups.size()) - 1; group >= level; --group) {
+            const qsizetype first = firsts.at(group);
+            PlaceRow(run.Section.Groups.at(group).Footer, run, end - 1, {run.Section.Connection, run.Rows, first, end});
+        }
+    }
+
+    // The height of the row at index i with the group headers that begin there.
+    qreal Opening(const TDetailRun &run, qsizetype i) const
+    {
+        QHash<QString, int> rows = m_rows;
+        rows.insert(run.Section.Connection, run.Rows.at(i));
+        qreal height = m_document.Measure(run.Section.Band, rows, run.UpTo(i));
+        for (int group = run.Starts.at(i); group < int(run.Section.Groups.size()); ++group)
+            height += m_document.Measure(run.Section.Groups.at(group).Header, rows, run.GroupRows(group, i));
+        return height;
+    }
+
+    void PlaceRow(const TQ3ReportBand &band, const TDetailRun &run, qsizetype i, const TQ3ReportScope &totals)
+    {
+        m_rows.insert(run.Section.Connection, run.Rows.at(i));
+        Place(band, totals);
     }
 
     bool Fits(qreal height) const { return m_y + height <= m_bottom + 0.01 || m_emptyPage; }
@@ -143,23 +252,23 @@ private:
     {
         FinishPage();
         NewPage();
-        if (m_repeated.first) {
+        if (m_repeated.Band) {
             const QHash<QString, int> saved = m_rows;
-            m_rows = m_repeated.second;
-            Place(*m_repeated.first);
+            m_rows = m_repeated.Rows;
+            Place(*m_repeated.Band, m_repeated.Totals);
             m_rows = saved;
             m_emptyPage = true;
         }
     }
 
-    void Place(const TQ3ReportBand &band)
+    void Place(const TQ3ReportBand &band, const TQ3ReportScope &totals = {})
     {
         if (band.IsEmpty())
             return;
-        const qreal height = m_document.Measure(band, m_rows);
+        const qreal height = m_document.Measure(band, m_rows, totals);
         if (!Fits(height))
             Break();
-        m_page.Bands << TQ3PlacedBand{&band, m_y, height, m_rows};
+        m_page.Bands << TQ3PlacedBand{&band, m_y, height, m_rows, totals};
         m_y += height;
         m_emptyPage = false;
     }
@@ -173,7 +282,7 @@ private:
         m_bottom = m_area.bottom() - m_layout.PageFooter.Height;
         if (!m_layout.PageHeader.IsEmpty()) {
             const qreal height = m_document.Measure(m_layout.PageHeader, m_rows);
-            m_page.Bands << TQ3PlacedBand{&m_layout.PageHeader, m_y, height, m_rows};
+            m_page.Bands << TQ3PlacedBand{&m_layout.PageHeader, m_y, height, m_rows, {}};
             m_y += height;
         }
         m_emptyPage = true;
@@ -182,7 +291,7 @@ private:
     void FinishPage()
     {
         if (!m_layout.PageFooter.IsEmpty())
-            m_page.Bands << TQ3PlacedBand{&m_layout.PageFooter, m_bottom, m_layout.PageFooter.Height, m_rows};
+            m_page.Bands << TQ3PlacedBand{&m_layout.PageFooter, m_bottom, m_layout.PageFooter.Height, m_rows, {}};
         m_document.m_pages << m_page;
     }
 
@@ -192,7 +301,14 @@ private:
     const std::function<void(int)> &m_onPage;
     TQ3ReportPage m_page;
     QHash<QString, int> m_rows;
-    std::pair<const TQ3ReportBand *, QHash<QString, int>> m_repeated{nullptr, {}};
+    // The detail header printed again at the top of each page its rows continue on.
+    struct TRepeated
+    {
+        const TQ3ReportBand *Band = nullptr;
+        QHash<QString, int> Rows;
+        TQ3ReportScope Totals;
+    };
+    TRepeated m_repeated;
     qreal m_y = 0;
     qreal m_bottom = 0;
     bool m_emptyPage = true;
@@ -220,9 +336,11 @@ void TQ3ReportDocument::Resolve()
                 throw EQ3Exception(QStringLiteral("Il report \"%1\" usa il carattere \"%2\", che non è installato.")
                                        .arg(m_layout->Name, item.Font.family()));
             for (const TQ3ReportSegment &segment : item.Segments) {
-                if (segment.Kind != TQ3ReportSegment::TKind::Field)
+                if (segment.Connection.isEmpty())
                     continue;
                 segment.Data = m_context.Connections.value(segment.Connection);
+                if (segment.Kind == TQ3ReportSegment::TKind::Count)
+                    continue;
                 segment.Column = segment.Data->FieldIndex(segment.Text);
                 if (segment.Column < 0)
                     throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la colonna \"%2\", che la connessione \"%3\" non ha.")
@@ -230,11 +348,26 @@ void TQ3ReportDocument::Resolve()
             }
         }
     };
+    // The position of a column that a detail sorts or groups its rows by.
+    auto columnIndex = [this](const TQ3ReportSection &section, const QString &column, const QString &verb) {
+        const int index = m_context.Connections.value(section.Connection)->FieldIndex(column);
+        if (index < 0)
+            throw EQ3Exception(QStringLiteral("Il report \"%1\" %2 per la colonna \"%3\", che la connessione \"%4\" non ha.")
+                                   .arg(m_layout->Name, verb, column, section.Connection));
+        return index;
+    };
     std::function<void(const QList<TQ3ReportSection> &)> resolveSections = [&](const QList<TQ3ReportSection> &sections) {
         for (const TQ3ReportSection &section : sections) {
             resolveBand(section.Band);
             resolveBand(section.Header);
             resolveBand(section.Footer);
+            for (const TQ3ReportSortKey &key : section.Order)
+                key.ColumnIndex = columnIndex(section, key.Column, QStringLiteral("ordina"));
+            for (const TQ3ReportGroup &group : section.Groups) {
+                group.ColumnIndex = columnIndex(section, group.Column, QStringLiteral("raggruppa"));
+                resolveBand(group.Header);
+                resolveBand(group.Footer);
+            }
             resolveSections(section.Sections);
         }
     };
@@ -257,7 +390,22 @@ QVariant TQ3ReportDocument::FieldValue(const TQ3ReportSegment &segment, const QH
     return segment.Data->Value(row, segment.Column);
 }
 
-QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page) const
+QVariant TQ3ReportDocument::Total(const TQ3ReportSegment &segment, const TQ3ReportScope &totals) const
+{
+    const bool scoped = totals.Connection == segment.Connection;
+    const qsizetype begin = scoped ? totals.Begin : 0;
+    const qsizetype end = scoped ? totals.End : segment.Data->RowCount();
+    if (segment.Kind == TQ3ReportSegment::TKind::Count)
+        return int(end - begin);
+    // Empty (NULL) values add nothing.
+    double sum = 0;
+    for (qsizetype i = begin; i < end; ++i)
+        sum += segment.Data->Value(scoped ? totals.Rows.at(i) : int(i), segment.Column).toDouble();
+    return sum;
+}
+
+QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page,
+                                    const TQ3ReportScope &totals) const
 {
     QString text;
     for (const TQ3ReportSegment &segment : item.Segments) {
@@ -266,10 +414,14 @@ QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QStri
             text += segment.Text;
             break;
         case TQ3ReportSegment::TKind::Field:
-            text += Q3FormatReportValue(FieldValue(segment, rows), segment.Format, segment.BlankZero);
+            text += Formatted(segment, FieldValue(segment, rows));
             break;
         case TQ3ReportSegment::TKind::Parameter:
-            text += m_context.Parameters.value(segment.Text);
+            text += Formatted(segment, m_context.Parameters.value(segment.Text));
+            break;
+        case TQ3ReportSegment::TKind::Sum:
+        case TQ3ReportSegment::TKind::Count:
+            text += Formatted(segment, Total(segment, totals));
             break;
         case TQ3ReportSegment::TKind::Page:
             text += QString::number(page + 1);
@@ -285,12 +437,13 @@ QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QStri
     return text;
 }
 
-qreal TQ3ReportDocument::Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows) const
+qreal TQ3ReportDocument::Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows,
+                                 const TQ3ReportScope &totals) const
 {
     qreal growth = 0;
     for (const TQ3ReportItem &item : band.Items) {
         if (item.Grow)
-            growth = qMax(growth, Growth(item, ItemText(item, rows, 0)));
+            growth = qMax(growth, Growth(item, ItemText(item, rows, 0, totals)));
     }
     return band.Height + growth;
 }
@@ -309,7 +462,7 @@ void TQ3ReportDocument::DrawPage(QPainter &painter, int index) const
                 rect.setBottom(rect.bottom() + growth);
             switch (item.Kind) {
             case TQ3ReportItem::TKind::Text: {
-                const QString text = ItemText(item, placed.Rows, index);
+                const QString text = ItemText(item, placed.Rows, index, placed.Totals);
                 if (text.isEmpty())
                     break;
                 painter.setFont(item.Font);

@@ -18,6 +18,19 @@ struct Q3_EXPORT TQ3ReportContext
     QHash<QString, QString> Parameters;
 };
 
+// The rows a band's totals ({sum:..}, {count}) cover for one connection: a
+// detail's rows from Begin up to, not including, End. A detail's header and
+// footer cover all its rows, a group's header and footer the group's rows, a
+// row the rows up to itself (running totals). Totals of any other connection
+// cover all its rows.
+struct Q3_EXPORT TQ3ReportScope
+{
+    QString Connection;
+    QList<int> Rows;
+    qsizetype Begin = 0;
+    qsizetype End = 0;
+};
+
 // A band placed on a page, with the rows of the connections it shows.
 struct Q3_EXPORT TQ3PlacedBand
 {
@@ -25,6 +38,7 @@ struct Q3_EXPORT TQ3PlacedBand
     qreal Top = 0;
     qreal Height = 0;
     QHash<QString, int> Rows;
+    TQ3ReportScope Totals;
 };
 
 struct Q3_EXPORT TQ3ReportPage
@@ -48,7 +62,8 @@ public:
     // The paper size in layout units.
     QSizeF PaperSize() const;
     // The text of an item as printed on a page (0-based) for the given rows.
-    QString ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page) const;
+    QString ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page,
+                     const TQ3ReportScope &totals = {}) const;
 
     // Draws a page with the painter's origin at the paper's top-left corner
     // and one layout unit mapped to one painter unit.
@@ -57,7 +72,8 @@ public:
 private:
     void Resolve();
     QVariant FieldValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows) const;
-    qreal Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows) const;
+    QVariant Total(const TQ3ReportSegment &segment, const TQ3ReportScope &totals) const;
+    qreal Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;
 
     std::shared_ptr<const TQ3ReportLayout> m_layout;
     TQ3ReportContext m_context;

@@ -4,23 +4,26 @@
 #include <QDateTime>
 #include <QLocale>
 
-QString Q3FormatReportValue(const QVariant &value, const QString &format, bool blankZero)
+namespace {
+
+const QLocale &Italian()
 {
-    if (value.isNull() || !value.isValid())
-        return {};
     static const QLocale italian(QLocale::Italian, QLocale::Italy);
-    if (format == QLatin1String("date")) {
-        const QDate date = value.metaType().id() == QMetaType::QDateTime ? value.toDateTime().date() : value.toDate();
-        return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : value.toString();
-    }
-    if (format.isEmpty())
-        return value.toString();
-    bool ok = false;
+    return italian;
+}
+
+// Numbers, and texts of numbers in either decimal form.
+double Number(const QVariant &value, bool &ok)
+{
     const double number = value.toDouble(&ok);
-    if (!ok)
-        return value.toString();
-    if (blankZero && number == 0)
-        return {};
+    if (ok || value.metaType().id() != QMetaType::QString)
+        return number;
+    return Italian().toDouble(value.toString().trimmed(), &ok);
+}
+
+QString Formatted(double number, const QString &format)
+{
+    const QLocale &italian = Italian();
     if (format == QLatin1String("currency"))
         return italian.toString(number, 'f', 2) + QStringLiteral(" €");
     if (format == QLatin1String("money"))
@@ -30,4 +33,28 @@ QString Q3FormatReportValue(const QVariant &value, const QString &format, bool b
     if (format == QLatin1String("percent"))
         return italian.toString(number, 'g', QLocale::FloatingPointShortest) + QLatin1Char('%');
     return italian.toString(number, 'f', format.mid(7).toInt());
+}
+
+} // namespace
+
+QString Q3FormatReportValue(const QVariant &value, const QString &format, bool blankZero, bool plusSign)
+{
+    if (value.isNull() || !value.isValid())
+        return {};
+    if (format == QLatin1String("date") || format == QLatin1String("year")) {
+        const QDate date = value.metaType().id() == QMetaType::QDateTime ? value.toDateTime().date() : value.toDate();
+        if (!date.isValid())
+            return value.toString();
+        return format == QLatin1String("year") ? QString::number(date.year()) : date.toString(QStringLiteral("dd/MM/yyyy"));
+    }
+    if (format.isEmpty() && !plusSign && !blankZero)
+        return value.toString();
+    bool ok = false;
+    const double number = Number(value, ok);
+    if (!ok)
+        return value.toString();
+    if (blankZero && number == 0)
+        return {};
+    const QString text = format.isEmpty() ? value.toString() : Formatted(number, format);
+    return plusSign && number > 0 ? QLatin1Char('+') + text : text;
 }

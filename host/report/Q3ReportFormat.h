@@ -6,6 +6,11 @@
 #include <QVariant>
 
 // A value as a report prints it, Italian style: "currency" 1.234,50 €, "money"
-// 1.234,50, "number:N" N decimals, "integer", "date" dd/mm/yyyy, "percent" 22%.
-// NULL prints as nothing; with blankZero so does zero.
-Q3_EXPORT QString Q3FormatReportValue(const QVariant &value, const QString &format, bool blankZero = false);
+// 1.234,50, "number:N" N decimals, "integer", "date" dd/mm/yyyy, "year" yyyy,
+// "percent" 22%.
+// Texts holding numbers are read with a dot or a comma as the decimal separator
+// ("1234.50", "1234,50"), so numbers kept as text print formatted too.
+// NULL prints as nothing; with blankZero so does zero; with plusSign numbers
+// above zero start with "+".
+Q3_EXPORT QString Q3FormatReportValue(const QVariant &value, const QString &format, bool blankZero = false,
+                                      bool plusSign = false);

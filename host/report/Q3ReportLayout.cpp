@@ -216,6 +216,7 @@ private:
             section.Connection = Connection(node);
             section.Link = node.Attr(QStringLiteral("link"));
             section.RepeatHeader = Flag(node, QStringLiteral("repeat-header"), true);
+            section.Order = Order(node);
             for (const TNode &child : node.Children) {
                 if (child.Name == QLatin1String("header"))
                     section.Header = Band(child, section.Connection);
@@ -223,8 +224,12 @@ private:
                     section.Band = Band(child, section.Connection);
                 else if (child.Name == QLatin1String("footer"))
                     section.Footer = Band(child, section.Connection);
+                else if (child.Name == QLatin1String("group") && section.Groups.isEmpty())
+                    Group(child, section.Connection, section.Groups);
+                else if (child.Name == QLatin1String("group"))
+                    Fail(child, QStringLiteral("un <detail> contiene un solo <group>: un gruppo interno va dentro l'altro"));
                 else
-                    Fail(child, QStringLiteral("un <detail> contiene <header>, <band> e <footer>"));
+                    Fail(child, QStringLiteral("un <detail> contiene <header>, <group>, <band> e <footer>"));
             }
         } else if (name == QLatin1String("master")) {
             section.Kind = TQ3ReportSection::TKind::Master;
@@ -236,6 +241,45 @@ private:
             Fail(node, QStringLiteral("elemento sconosciuto"));
         }
         return section;
+    }
+
+    // "COLUMN, COLUMN desc, ...": the columns a detail's rows are sorted by.
+    static QList<TQ3ReportSortKey> Order(const TNode &node)
+    {
+        QList<TQ3ReportSortKey> keys;
+        const QString order = node.Attr(QStringLiteral("order"));
+        if (order.trimmed().isEmpty())
+            return keys;
+        for (const QString &part : order.split(QLatin1Char(','))) {
+            const QStringList words = part.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+            const bool known = words.size() == 1
+                               || (words.size() == 2 && (words.at(1) == QLatin1String("asc") || words.at(1) == QLatin1String("desc")));
+            if (!known)
+                Fail(node, QStringLiteral("order elenca colonne separate da virgole, ciascuna con \"asc\" o \"desc\" facoltativo"));
+            keys << TQ3ReportSortKey{words.at(0), words.size() == 2 && words.at(1) == QLatin1String("desc"), -1};
+        }
+        return keys;
+    }
+
+    // A group and, nested in it, its inner groups, outermost first.
+    void Group(const TNode &node, const QString &connection, QList<TQ3ReportGroup> &groups)
+    {
+        TQ3ReportGroup group;
+        group.Column = Required(node, QStringLiteral("column"));
+        const TNode *inner = nullptr;
+        for (const TNode &child : node.Children) {
+            if (child.Name == QLatin1String("groupHeader"))
+                group.Header = Band(child, connection);
+            else if (child.Name == QLatin1String("groupFooter"))
+                group.Footer = Band(child, connection);
+            else if (child.Name == QLatin1String("group") && !inner)
+                inner = &child;
+            else
+                Fail(child, QStringLiteral("un <group> contiene <groupHeader>, <groupFooter> e al più un <group> interno"));
+        }
+        groups << group;
+        if (inner)
+            Group(*inner, connection, groups);
     }
 
     QString Connection(const TNode &node) const
@@ -339,7 +383,7 @@ private:
             Fail(node, e.Message());
         }
         for (const TQ3ReportSegment &segment : std::as_const(item.Segments)) {
-            if (segment.Kind == TQ3ReportSegment::TKind::Field && !m_report->Connections.contains(segment.Connection))
+            if (!segment.Connection.isEmpty() && !m_report->Connections.contains(segment.Connection))
                 Fail(node, QStringLiteral("la connessione \"%1\" non è dichiarata con <connection>").arg(segment.Connection));
             if (segment.Kind == TQ3ReportSegment::TKind::Parameter && !m_report->Parameters.contains(segment.Text))
                 Fail(node, QStringLiteral("il parametro \"%1\" non è dichiarato con <parameter>").arg(segment.Text));
@@ -351,36 +395,50 @@ private:
     TQ3ReportLayout *m_report = nullptr;
 };
 
-TQ3ReportSegment Placeholder(const QString &inner, const QString &defaultConnection)
+// "connection.COLUMN" or, inside a detail, "COLUMN".
+void Source(const QString &source, const QString &defaultConnection, TQ3ReportSegment &segment)
 {
-    TQ3ReportSegment segment;
-    if (inner == QLatin1String("page")) {
-        segment.Kind = TQ3ReportSegment::TKind::Page;
-        return segment;
-    }
-    if (inner == QLatin1String("pages")) {
-        segment.Kind = TQ3ReportSegment::TKind::Pages;
-        return segment;
-    }
-    if (inner.startsWith(QLatin1String("param:"))) {
-        segment.Kind = TQ3ReportSegment::TKind::Parameter;
-        segment.Text = inner.mid(6).trimmed();
-        return segment;
-    }
-    QStringList parts = inner.split(QLatin1Char('|'));
-    const QString source = parts.takeFirst().trimmed();
-    segment.Kind = TQ3ReportSegment::TKind::Field;
     const qsizetype dot = source.indexOf(QLatin1Char('.'));
     segment.Connection = dot < 0 ? defaultConnection : source.left(dot);
     segment.Text = source.mid(dot + 1);
     if (segment.Connection.isEmpty() || segment.Text.isEmpty())
         throw EQ3Exception(QStringLiteral("il campo \"%1\" non indica la connessione").arg(source));
+}
+
+TQ3ReportSegment Placeholder(const QString &inner, const QString &defaultConnection)
+{
+    TQ3ReportSegment segment;
+    QStringList parts = inner.split(QLatin1Char('|'));
+    const QString head = parts.takeFirst().trimmed();
+    if (head == QLatin1String("page")) {
+        segment.Kind = TQ3ReportSegment::TKind::Page;
+    } else if (head == QLatin1String("pages")) {
+        segment.Kind = TQ3ReportSegment::TKind::Pages;
+    } else if (head.startsWith(QLatin1String("param:"))) {
+        segment.Kind = TQ3ReportSegment::TKind::Parameter;
+        segment.Text = head.mid(6).trimmed();
+    } else if (head.startsWith(QLatin1String("sum:"))) {
+        segment.Kind = TQ3ReportSegment::TKind::Sum;
+        Source(head.mid(4).trimmed(), defaultConnection, segment);
+    } else if (head == QLatin1String("count") || head.startsWith(QLatin1String("count:"))) {
+        segment.Kind = TQ3ReportSegment::TKind::Count;
+        segment.Connection = head.size() > 5 ? head.mid(6).trimmed() : defaultConnection;
+        if (segment.Connection.isEmpty())
+            throw EQ3Exception(QStringLiteral("il conteggio \"%1\" non indica la connessione").arg(head));
+    } else {
+        segment.Kind = TQ3ReportSegment::TKind::Field;
+        Source(head, defaultConnection, segment);
+    }
     for (const QString &part : std::as_const(parts)) {
         const QString option = part.trimmed();
         if (option == QLatin1String("blankzero"))
             segment.BlankZero = true;
+        else if (option == QLatin1String("plus"))
+            segment.PlusSign = true;
+        else if (option == QLatin1String("trim"))
+            segment.Trim = true;
         else if (option == QLatin1String("currency") || option == QLatin1String("money") || option == QLatin1String("date")
-                 || option == QLatin1String("percent") || option == QLatin1String("integer")
+                 || option == QLatin1String("year") || option == QLatin1String("percent") || option == QLatin1String("integer")
                  || option.startsWith(QLatin1String("number:")))
             segment.Format = option;
         else

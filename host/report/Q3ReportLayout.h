@@ -20,15 +20,18 @@ class IQ3ReportData;
 constexpr qreal Q3ReportUnitsPerMm = 100.0;
 
 // One piece of an item's text: literal text, a column of a data connection,
-// a text parameter, or the page counters.
+// a text parameter, the page counters, or a total over a connection's rows
+// (the sum of a column, the number of rows).
 struct Q3_EXPORT TQ3ReportSegment
 {
-    enum class TKind { Literal, Field, Parameter, Page, Pages };
+    enum class TKind { Literal, Field, Parameter, Page, Pages, Sum, Count };
     TKind Kind = TKind::Literal;
     QString Text;       // literal text, parameter name or column name
-    QString Connection; // for fields
-    QString Format;     // "currency", "money", "number:N", "date", "percent", "integer" or empty
+    QString Connection; // for fields and totals
+    QString Format;     // "currency", "money", "number:N", "date", "year", "percent", "integer" or empty
     bool BlankZero = false;
+    bool PlusSign = false; // "+" before numbers above zero
+    bool Trim = false;     // leading and trailing blanks dropped
     // Resolved once per run.
     mutable const IQ3ReportData *Data = nullptr;
     mutable int Column = -1;
@@ -59,6 +62,26 @@ struct Q3_EXPORT TQ3ReportBand
     bool IsEmpty() const { return Height <= 0 && Items.isEmpty(); }
 };
 
+// A group of a detail's consecutive rows that share the value of a column:
+// its header comes before the first of them, its footer after the last.
+struct Q3_EXPORT TQ3ReportGroup
+{
+    QString Column;
+    TQ3ReportBand Header;
+    TQ3ReportBand Footer;
+    // Resolved once per run.
+    mutable int ColumnIndex = -1;
+};
+
+// A column a detail's rows are sorted by.
+struct Q3_EXPORT TQ3ReportSortKey
+{
+    QString Column;
+    bool Descending = false;
+    // Resolved once per run.
+    mutable int ColumnIndex = -1;
+};
+
 // The body of a report: bands printed once, details over a connection's rows,
 // and masters repeating their own sections for each row of a connection.
 struct Q3_EXPORT TQ3ReportSection
@@ -68,6 +91,8 @@ struct Q3_EXPORT TQ3ReportSection
     TQ3ReportBand Band;   // Band; the row band of a Detail
     TQ3ReportBand Header; // Detail: the column header, repeated on each page
     TQ3ReportBand Footer; // Detail
+    QList<TQ3ReportGroup> Groups; // Detail: the outermost first
+    QList<TQ3ReportSortKey> Order; // Detail: empty for the connection's own order
     QString Connection;   // Detail, Master
     QString Link;         // Detail: only rows whose column equals the master row's
     bool RepeatHeader = true;
@@ -92,6 +117,7 @@ struct Q3_EXPORT TQ3ReportLayout
 Q3_EXPORT QList<std::shared_ptr<TQ3ReportLayout>> Q3ReadReportProject(const QByteArray &content,
                                                                      const QString &folder);
 
-// Parses an item text: "{connection.COLUMN|format}", "{param:Name}", "{page}",
+// Parses an item text: "{connection.COLUMN|format}", "{param:Name|format}",
+// "{sum:connection.COLUMN|format}", "{count}", "{count:connection}", "{page}",
 // "{pages}"; "{{" and "}}" stand for the braces themselves.
 Q3_EXPORT QList<TQ3ReportSegment> Q3ParseReportText(const QString &text, const QString &defaultConnection);

@@ -48,17 +48,90 @@ const char Project[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 </project>
 )";
 
+// Sales grouped by month, and by year and month: on pages 277 mm high with no
+// page header or footer, so that positions are easy to work out.
+const char GroupProject[] = R"(<?xml version="1.0" encoding="UTF-8"?>
+<project>
+  <report name="Gruppi">
+    <page size="A4" left="10" top="10" right="10" bottom="10"/>
+    <connection name="dsVendite"/>
+    <detail connection="dsVendite">
+      <header height="10">
+        <text x="0" y="0" width="150" height="5">Intestazione</text>
+      </header>
+      <group column="MESE">
+        <groupHeader height="10">
+          <text x="0" y="0" width="150" height="5">Mese {MESE|trim}</text>
+        </groupHeader>
+        <groupFooter height="7">
+          <text x="0" y="0" width="150" height="5">Totale {MESE} {sum:IMPORTO|money} ({count})</text>
+        </groupFooter>
+      </group>
+      <band height="10">
+        <text x="0" y="0" width="150" height="5">{CLIENTE} {IMPORTO|money}</text>
+      </band>
+      <footer height="10">
+        <text x="0" y="0" width="150" height="5">Totale generale {sum:IMPORTO|money} ({count})</text>
+      </footer>
+    </detail>
+    <summary height="10">
+      <text x="0" y="0" width="150" height="5">Riepilogo {sum:dsVendite.IMPORTO|currency} {count:dsVendite}</text>
+    </summary>
+  </report>
+  <report name="Annidati">
+    <page size="A4" left="10" top="10" right="10" bottom="10"/>
+    <connection name="dsVendite"/>
+    <detail connection="dsVendite">
+      <group column="ANNO">
+        <groupHeader height="10">
+          <text x="0" y="0" width="150" height="5">Anno {ANNO} ({count} vendite)</text>
+        </groupHeader>
+        <group column="MESE">
+          <groupHeader height="10">
+            <text x="0" y="0" width="150" height="5">Mese {MESE}</text>
+          </groupHeader>
+          <groupFooter height="10">
+            <text x="0" y="0" width="150" height="5">Totale {MESE} {sum:IMPORTO|money}</text>
+          </groupFooter>
+        </group>
+        <groupFooter height="10">
+          <text x="0" y="0" width="150" height="5">Totale {ANNO} {sum:IMPORTO|money}</text>
+        </groupFooter>
+      </group>
+      <band height="10">
+        <text x="0" y="0" width="150" height="5">{count}. {CLIENTE} {sum:IMPORTO|money}</text>
+      </band>
+    </detail>
+  </report>
+  <report name="Ordinati">
+    <page size="A4" left="10" top="10" right="10" bottom="10"/>
+    <connection name="dsVendite"/>
+    <detail connection="dsVendite" order="MESE, IMPORTO desc">
+      <group column="MESE">
+        <groupFooter height="10">
+          <text x="0" y="0" width="150" height="5">Totale {MESE} {sum:IMPORTO|money}</text>
+        </groupFooter>
+      </group>
+      <band height="10">
+        <text x="0" y="0" width="150" height="5">{CLIENTE} {IMPORTO|money}</text>
+      </band>
+    </detail>
+  </report>
+</project>
+)";
+
 class TRun
 {
 public:
-    TRun()
+    explicit TRun(const char *project = ::Project)
     {
         Testa.AddRow({12, QDate(2026, 3, 5), 1234.5});
-        Project.SetProjectFile(WriteQ3TestFile(Dir.path(), QStringLiteral("prova.rav"), QString::fromUtf8(::Project)));
+        Project.SetProjectFile(WriteQ3TestFile(Dir.path(), QStringLiteral("prova.rav"), QString::fromUtf8(project)));
         Project.Open();
         Project.SetEngine(&System);
         Project.RegisterConnection(QStringLiteral("dsTesta"), &Testa);
         Project.RegisterConnection(QStringLiteral("dsRighe"), &Righe);
+        Project.RegisterConnection(QStringLiteral("dsVendite"), &Vendite);
         Render.Title = Render.Author = Render.Creator = Render.Producer = QStringLiteral("Quillo 3");
         System.RenderObject = &Render;
     }
@@ -81,13 +154,34 @@ public:
         return file;
     }
 
+    // Count sales in a month, each of 10.00 more than the one before.
+    void AddSales(int year, const QString &month, int count)
+    {
+        for (int i = 1; i <= count; ++i)
+            Vendite.AddRow({year, month, QStringLiteral("%1 %2").arg(month).arg(i), i * 10.0});
+    }
+
     QTemporaryDir Dir;
+    TQ3MemoryData Vendite{{QStringLiteral("ANNO"), QStringLiteral("MESE"), QStringLiteral("CLIENTE"), QStringLiteral("IMPORTO")}};
     TQ3MemoryData Testa{{QStringLiteral("NUMERO"), QStringLiteral("DATA"), QStringLiteral("TOTALE")}};
     TQ3MemoryData Righe{{QStringLiteral("DESCRIZIONE"), QStringLiteral("IMPORTO")}};
     TQ3ReportProject Project;
     TQ3ReportSystem System;
     TQ3RenderPDF Render;
 };
+
+// Each band of a page as "top: texts", the top in millimetres from the paper's edge.
+QStringList Bands(const TQ3ReportDocument &document, int page)
+{
+    QStringList bands;
+    for (const TQ3PlacedBand &placed : document.Page(page).Bands) {
+        QStringList texts;
+        for (const TQ3ReportItem &item : placed.Band->Items)
+            texts << document.ItemText(item, placed.Rows, page, placed.Totals);
+        bands << QStringLiteral("%1: %2").arg(placed.Top / Q3ReportUnitsPerMm).arg(texts.join(QLatin1Char(' ')));
+    }
+    return bands;
+}
 
 } // namespace
 
@@ -103,10 +197,27 @@ private slots:
         QCOMPARE(Q3FormatReportValue(2.125, QStringLiteral("number:3")), QStringLiteral("2,125"));
         QCOMPARE(Q3FormatReportValue(7.6, QStringLiteral("integer")), QStringLiteral("8"));
         QCOMPARE(Q3FormatReportValue(QDate(2026, 1, 9), QStringLiteral("date")), QStringLiteral("09/01/2026"));
+        QCOMPARE(Q3FormatReportValue(QDate(2026, 1, 9), QStringLiteral("year")), QStringLiteral("2026"));
         QCOMPARE(Q3FormatReportValue(20.0, QStringLiteral("percent")), QStringLiteral("20%"));
         QCOMPARE(Q3FormatReportValue(4.5, QStringLiteral("percent")), QStringLiteral("4,5%"));
         QCOMPARE(Q3FormatReportValue(0.0, QStringLiteral("money"), true), QString());
         QCOMPARE(Q3FormatReportValue(QVariant(), QStringLiteral("money")), QString());
+    }
+
+    // Numbers kept as text, with either decimal separator, print formatted.
+    void formats_numbersAsTextAndPlusSign()
+    {
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("1234,50"), QStringLiteral("money")), QStringLiteral("1.234,50"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("-12,30"), QStringLiteral("money")), QStringLiteral("-12,30"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral(" 1234.50 "), QStringLiteral("currency")), QStringLiteral("1.234,50 €"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("12,50"), QStringLiteral("number:1")), QStringLiteral("12,5"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("Totali"), QStringLiteral("money")), QStringLiteral("Totali"));
+        QCOMPARE(Q3FormatReportValue(QString(), QStringLiteral("money")), QString());
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("1234,50"), QStringLiteral("money"), false, true), QStringLiteral("+1.234,50"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("-5,00"), QStringLiteral("money"), false, true), QStringLiteral("-5,00"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("0,00"), QStringLiteral("money"), false, true), QStringLiteral("0,00"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("0,00"), QStringLiteral("money"), true), QString());
+        QCOMPARE(Q3FormatReportValue(0, QString(), true), QString());
     }
 
     void parseText_placeholders()
@@ -119,6 +230,165 @@ private slots:
         QCOMPARE(segments.at(2).Text, QStringLiteral(" {x} "));
         QCOMPARE(segments.at(3).Kind, TQ3ReportSegment::TKind::Parameter);
         QVERIFY_THROWS_EXCEPTION(EQ3Exception, Q3ParseReportText(QStringLiteral("{dsA.X|strano}"), QString()));
+    }
+
+    void parseText_totalsAndParameterFormats()
+    {
+        const auto segments = Q3ParseReportText(
+            QStringLiteral("{sum:IMPORTO|money}{count}{count:dsB}{sum:dsB.TOTALE}{param:P|money|plus}{MESE|trim}"),
+            QStringLiteral("dsA"));
+        QCOMPARE(segments.size(), 6);
+        QVERIFY(segments.at(5).Trim);
+        QVERIFY(!segments.at(4).Trim);
+        QCOMPARE(segments.at(0).Kind, TQ3ReportSegment::TKind::Sum);
+        QCOMPARE(segments.at(0).Connection, QStringLiteral("dsA"));
+        QCOMPARE(segments.at(0).Text, QStringLiteral("IMPORTO"));
+        QCOMPARE(segments.at(0).Format, QStringLiteral("money"));
+        QCOMPARE(segments.at(1).Kind, TQ3ReportSegment::TKind::Count);
+        QCOMPARE(segments.at(1).Connection, QStringLiteral("dsA"));
+        QCOMPARE(segments.at(2).Connection, QStringLiteral("dsB"));
+        QCOMPARE(segments.at(3).Connection, QStringLiteral("dsB"));
+        QCOMPARE(segments.at(3).Text, QStringLiteral("TOTALE"));
+        QCOMPARE(segments.at(4).Kind, TQ3ReportSegment::TKind::Parameter);
+        QCOMPARE(segments.at(4).Text, QStringLiteral("P"));
+        QCOMPARE(segments.at(4).Format, QStringLiteral("money"));
+        QVERIFY(segments.at(4).PlusSign);
+        // Outside a detail a total names its connection.
+        QVERIFY_THROWS_EXCEPTION(EQ3Exception, Q3ParseReportText(QStringLiteral("{count}"), QString()));
+        QVERIFY_THROWS_EXCEPTION(EQ3Exception, Q3ParseReportText(QStringLiteral("{sum:IMPORTO}"), QString()));
+    }
+
+    void readProject_groupErrors()
+    {
+        const auto fails = [](const char *detail) {
+            const QByteArray project = QByteArray("<project><report name=\"R\"><connection name=\"dsA\"/>\n")
+                                       + detail + "\n</report></project>";
+            try {
+                Q3ReadReportProject(project, QString());
+            } catch (const EQ3Exception &e) {
+                return e.Message();
+            }
+            return QString();
+        };
+        QVERIFY(fails("<detail connection=\"dsA\"><group><groupHeader height=\"5\"/></group></detail>")
+                    .contains(QStringLiteral("manca l'attributo column")));
+        QVERIFY(fails("<detail connection=\"dsA\"><group column=\"A\"/><group column=\"B\"/></detail>")
+                    .contains(QStringLiteral("un solo <group>")));
+        QVERIFY(fails("<detail connection=\"dsA\"><group column=\"A\"><band height=\"5\"/></group></detail>")
+                    .contains(QStringLiteral("riga 2 (<band>)")));
+        QVERIFY(fails("<summary height=\"5\"><text>{count:dsX}</text></summary>").contains(QStringLiteral("dsX")));
+        QCOMPARE(fails("<detail connection=\"dsA\"><group column=\"A\"><group column=\"B\"/></group></detail>"), QString());
+    }
+
+    void groupColumnMissing_fails()
+    {
+        TRun run(GroupProject);
+        run.Vendite.SetFields({QStringLiteral("ANNO"), QStringLiteral("MESI"), QStringLiteral("CLIENTE"), QStringLiteral("IMPORTO")});
+        try {
+            run.Project.Generate(QStringLiteral("Gruppi"));
+            QFAIL("no error");
+        } catch (const EQ3Exception &e) {
+            QCOMPARE(e.Message(),
+                     QStringLiteral("Il report \"Gruppi\" raggruppa per la colonna \"MESE\", che la connessione \"dsVendite\" non ha."));
+        }
+    }
+
+    // Each group: its header before its first row, its footer with its own
+    // totals after its last; the detail's footer and the summary total all rows.
+    void groups_headersFootersAndTotals()
+    {
+        TRun run(GroupProject);
+        // Month names as fixed-length texts come padded: the header trims them.
+        run.AddSales(2026, QStringLiteral("  Marzo  "), 3);
+        run.AddSales(2026, QStringLiteral("Febbraio"), 2);
+        run.AddSales(2026, QStringLiteral("Gennaio"), 1);
+        const auto document = run.Project.Generate(QStringLiteral("Gruppi"));
+        QCOMPARE(document->PageCount(), 1);
+        QCOMPARE(Bands(*document, 0),
+                 (QStringList{"10: Intestazione", "20: Mese Marzo", "30:   Marzo   1 10,00", "40:   Marzo   2 20,00",
+                              "50:   Marzo   3 30,00", "60: Totale   Marzo   60,00 (3)", "67: Mese Febbraio",
+                              "77: Febbraio 1 10,00", "87: Febbraio 2 20,00", "97: Totale Febbraio 30,00 (2)",
+                              "104: Mese Gennaio", "114: Gennaio 1 10,00", "124: Totale Gennaio 10,00 (1)",
+                              "131: Totale generale 100,00 (6)", "141: Riepilogo 100,00 € 6"}));
+        const QString text = Q3PdfText(run.Pdf(QStringLiteral("Gruppi")));
+        QVERIFY2(text.contains(QStringLiteral("Totale Febbraio 30,00 (2)")), qPrintable(text));
+        QVERIFY(text.contains(QStringLiteral("Totale generale 100,00 (6)")));
+    }
+
+    // A month that comes back later is a new group; an empty detail prints
+    // no group and totals nothing.
+    void groups_breakOnEveryChangeAndEmptyDetail()
+    {
+        TRun run(GroupProject);
+        const auto empty = run.Project.Generate(QStringLiteral("Gruppi"));
+        QCOMPARE(Bands(*empty, 0), (QStringList{"10: Intestazione", "20: Totale generale 0,00 (0)", "30: Riepilogo 0,00 € 0"}));
+        run.AddSales(2026, QStringLiteral("Marzo"), 1);
+        run.AddSales(2026, QStringLiteral("Aprile"), 1);
+        run.AddSales(2026, QStringLiteral("Marzo"), 1);
+        const QStringList bands = Bands(*run.Project.Generate(QStringLiteral("Gruppi")), 0);
+        QCOMPARE(bands.filter(QStringLiteral("Totale Marzo")), (QStringList{"40: Totale Marzo 10,00 (1)", "94: Totale Marzo 10,00 (1)"}));
+    }
+
+    // An outer change closes the inner group too; a header may total its group
+    // ahead; a row's totals run from the detail's first row to itself.
+    void groups_nested()
+    {
+        TRun run(GroupProject);
+        run.AddSales(2026, QStringLiteral("Febbraio"), 2);
+        run.AddSales(2026, QStringLiteral("Gennaio"), 1);
+        run.AddSales(2025, QStringLiteral("Gennaio"), 2);
+        QStringList bands;
+        for (const QString &band : Bands(*run.Project.Generate(QStringLiteral("Annidati")), 0))
+            bands << band.section(QStringLiteral(": "), 1);
+        QCOMPARE(bands, (QStringList{"Anno 2026 (3 vendite)", "Mese Febbraio", "1. Febbraio 1 10,00", "2. Febbraio 2 30,00",
+                                     "Totale Febbraio 30,00", "Mese Gennaio", "3. Gennaio 1 40,00", "Totale Gennaio 10,00",
+                                     "Totale 2026 40,00", "Anno 2025 (2 vendite)", "Mese Gennaio", "4. Gennaio 1 50,00",
+                                     "5. Gennaio 2 70,00", "Totale Gennaio 30,00", "Totale 2025 30,00"}));
+    }
+
+    // Rows sorted by the layout: empty values first, texts whatever their
+    // case, rows of equal keys in the connection's order.
+    void detail_orderedByTheLayout()
+    {
+        TRun run(GroupProject);
+        run.AddSales(2026, QStringLiteral("Marzo"), 2);
+        run.AddSales(2026, QStringLiteral("aprile"), 1);
+        run.Vendite.AddRow({2026, QStringLiteral("Marzo"), QStringLiteral("Ultima"), 10.0});
+        run.Vendite.AddRow({2026, QVariant(), QStringLiteral("Senza mese"), 5.0});
+        QStringList bands;
+        for (const QString &band : Bands(*run.Project.Generate(QStringLiteral("Ordinati")), 0))
+            bands << band.section(QStringLiteral(": "), 1);
+        QCOMPARE(bands, (QStringList{"Senza mese 5,00", "Totale  5,00", "aprile 1 10,00", "Totale aprile 10,00",
+                                     "Marzo 2 20,00", "Marzo 1 10,00", "Ultima 10,00", "Totale Marzo 40,00"}));
+        QVERIFY_THROWS_EXCEPTION(EQ3Exception, Q3ReadReportProject("<project><report name=\"R\"><connection name=\"dsA\"/>"
+                                                                   "<detail connection=\"dsA\" order=\"A discendente\"/>"
+                                                                   "</report></project>",
+                                                                   QString()));
+    }
+
+    // The next group's header would just fit under the last footer of a page,
+    // but not with its first row: both go to the next page, under the detail's
+    // header printed again.
+    void groups_headerKeptWithItsFirstRow()
+    {
+        TRun run(GroupProject);
+        // From the top margin at 10 mm: 10 (header) + 10 (group header) + 24 x 10
+        // (rows) + 7 (footer) end at 277 mm, 10 mm above the bottom margin.
+        run.AddSales(2026, QStringLiteral("Marzo"), 24);
+        run.AddSales(2026, QStringLiteral("Aprile"), 2);
+        const auto document = run.Project.Generate(QStringLiteral("Gruppi"));
+        QCOMPARE(document->PageCount(), 2);
+        const QStringList first = Bands(*document, 0);
+        QCOMPARE(first.last(), QStringLiteral("270: Totale Marzo 3.000,00 (24)"));
+        QCOMPARE(Bands(*document, 1).mid(0, 3), (QStringList{"10: Intestazione", "20: Mese Aprile", "30: Aprile 1 10,00"}));
+
+        // One row fewer: the header and its first row fit at the bottom.
+        TRun shorter(GroupProject);
+        shorter.AddSales(2026, QStringLiteral("Marzo"), 23);
+        shorter.AddSales(2026, QStringLiteral("Aprile"), 2);
+        const QStringList bands = Bands(*shorter.Project.Generate(QStringLiteral("Gruppi")), 0);
+        QVERIFY2(bands.contains(QStringLiteral("267: Mese Aprile")), qPrintable(bands.join(QLatin1Char('\n'))));
+        QVERIFY(bands.contains(QStringLiteral("277: Aprile 1 10,00")));
     }
 
     void readProject_errorNamesLine()

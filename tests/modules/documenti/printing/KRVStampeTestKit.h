@@ -4,10 +4,17 @@
 // and the modal windows of a print answered as a user would.
 #include "KRVTestModule.h"
 
+#include "Q3PdfText.h"
+
 #include <QApplication>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTimer>
 
 #include <functional>
@@ -139,6 +146,29 @@ inline void KeepPdf(const QString &fileName, const QString &name)
     QDir().mkpath(folder);
     QFile::remove(QDir(folder).filePath(name));
     QFile::copy(fileName, QDir(folder).filePath(name));
+}
+
+inline void ClickOk(QWidget *dialog)
+{
+    dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+}
+
+// Runs a print choosing the PDF file in the output options, as a user does;
+// answers the file's text, empty when other windows came up. The file is kept
+// under its own name for looking at (see KeepPdf).
+inline QString PdfThroughOptions(const std::function<void()> &print, const QString &file)
+{
+    const QStringList seen = WithModals(print, {[&](QWidget *setup) {
+                                            setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
+                                            setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
+                                            ClickOk(setup);
+                                        }});
+    if (seen != QStringList({QStringLiteral("Output Options")})) {
+        qWarning("windows shown: %s", qPrintable(seen.join(QStringLiteral(", "))));
+        return {};
+    }
+    KeepPdf(file, QFileInfo(file).fileName());
+    return Q3PdfText(file);
 }
 
 } // namespace KRVStampeTest

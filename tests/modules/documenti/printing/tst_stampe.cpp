@@ -28,11 +28,6 @@ QList<TRiga> RigheNormali()
              QStringLiteral("PEZZI"), QStringLiteral("Non imponibile")}};
 }
 
-void ClickOk(QWidget *dialog)
-{
-    dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
-}
-
 } // namespace
 
 class TestStampe : public QObject
@@ -105,18 +100,7 @@ QString TestStampe::PdfOf(int id, const QString &name)
 
 QString TestStampe::PdfThroughOptions(const std::function<void()> &print, const QString &name)
 {
-    const QString file = m_dir.filePath(name);
-    const QStringList seen = WithModals(print, {[&](QWidget *setup) {
-                                            setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
-                                            setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
-                                            ClickOk(setup);
-                                        }});
-    if (seen != QStringList({QStringLiteral("Output Options")})) {
-        qWarning("windows shown: %s", qPrintable(seen.join(QStringLiteral(", "))));
-        return {};
-    }
-    KeepPdf(file, name);
-    return Q3PdfText(file);
+    return KRVStampeTest::PdfThroughOptions(print, m_dir.filePath(name));
 }
 
 void TestStampe::dataModule_connectionsAndStatements()
@@ -133,10 +117,17 @@ void TestStampe::dataModule_connectionsAndStatements()
                             "IVA_IDALIQUOTA_IVA IS NOT NULL GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA ORDER BY IVA_CODICE"));
     QVERIFY(dm->Dataset(QStringLiteral("adsNoteAccreditoIva"))->SQL().contains(
         QStringLiteral("FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = :IDNOTA_ACCREDITO")));
-    QCOMPARE(project->ReportNames(), QStringList({QStringLiteral("FattVend"), QStringLiteral("FattVendIVAEsente"),
-                                                  QStringLiteral("NotaAccredito"), QStringLiteral("ElencoArticoli01"),
-                                                  QStringLiteral("RiepilogoFatture"),
-                                                  QStringLiteral("TotaleFatturatoPerCliente")}));
+    QCOMPARE(project->ReportNames(),
+             QStringList({QStringLiteral("FattVend"), QStringLiteral("FattVendIVAEsente"), QStringLiteral("NotaAccredito"),
+                          QStringLiteral("ElencoArticoli01"), QStringLiteral("RiepilogoFatture"),
+                          QStringLiteral("TotaleFatturatoPerCliente"), QStringLiteral("StatisticheFatturato01"),
+                          QStringLiteral("FatturatoPerArticolo"), QStringLiteral("FatturatoPerServizio"),
+                          QStringLiteral("FatturatoClientiServizi01"), QStringLiteral("FatturatoClientiServizi02")}));
+    // Every report reads only connections the module registers.
+    for (const QString &name : project->ReportNames()) {
+        for (const QString &connection : project->Report(name)->Connections)
+            QVERIFY2(project->Connection(connection), qPrintable(name + QLatin1Char(' ') + connection));
+    }
     QCOMPARE(m_module->Main->rSystem()->TitleSetup, QStringLiteral("Output Options"));
     QCOMPARE(m_module->Main->rSystem()->TitlePreview, QStringLiteral("Report Preview"));
     QCOMPARE(m_module->Main->rSystem()->TitleStatus, QStringLiteral("Report Status"));
