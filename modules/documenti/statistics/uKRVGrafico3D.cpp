@@ -48,9 +48,10 @@ void TKRVGrafico3D::paintEvent(QPaintEvent *)
     double minimo = 0;
     double massimo = 0;
     for (const TKRVSerieFatturato &linea : m_serie) {
-        for (double valore : linea.Valori) {
-            minimo = std::min(minimo, valore);
-            massimo = std::max(massimo, valore);
+        // Points beyond the axis are not drawn, so they do not set the scale.
+        for (int x = 0; x < linea.Valori.size() && x <= int(AsseMassimo); ++x) {
+            minimo = std::min(minimo, linea.Valori.at(x));
+            massimo = std::max(massimo, linea.Valori.at(x));
         }
     }
     if (massimo == minimo)
@@ -68,9 +69,9 @@ void TKRVGrafico3D::paintEvent(QPaintEvent *)
     painter.drawLine(punto(0, minimo, strati), punto(0, massimo, strati));
     painter.drawLine(punto(AsseMassimo, minimo, strati), punto(AsseMassimo, massimo, strati));
     painter.setPen(palette().color(QPalette::Text));
-    for (int x = 0; x <= int(AsseMassimo); ++x)
-        painter.drawText(QRectF(punto(x, minimo, 0) - QPointF(15, -2), QSizeF(30, 16)), Qt::AlignCenter,
-                         QString::number(x));
+    const QStringList etichette = m_serie.isEmpty() ? QStringList() : m_serie.constFirst().Etichette;
+    for (int x = 0; x <= int(AsseMassimo) && x < etichette.size(); ++x)
+        painter.drawText(QRectF(punto(x, minimo, 0) - QPointF(15, -2), QSizeF(30, 16)), Qt::AlignCenter, etichette.at(x));
 
     // Back years first, so that the front ones cover them.
     painter.setClipRect(area.adjusted(0, -strati * Profondita, strati * Profondita, 0));
