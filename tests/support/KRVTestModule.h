@@ -1,8 +1,8 @@
 #pragma once
 
-// For the module's tests: a host main window on a new database, with the
-// "Documenti" module registered, created and initialised on it. The module has
-// one main object per process, so one of these lives at a time.
+// For the module's tests: a host main window with the "Documenti" module
+// registered, created and initialised on a database, a new one or one named
+// by its connection string.
 #include "Q3Exception.h"
 #include "Q3HostSchema.h"
 #include "Q3MainForm.h"
@@ -16,16 +16,18 @@
 
 #include <memory>
 
-class TKRVTestModule
+// The module registered, created and initialised in a host main window whose
+// connection opens the database of the connection string. The module has one
+// main object per process, so one of these lives at a time.
+class TKRVModuloInizializzato
 {
 public:
     // The module registers once per process, as the host's loading would.
-    explicit TKRVTestModule(TQ3TestDatabase::Where where = TQ3TestDatabase::Where::Embedded, bool initialize = true)
-        : Database(where)
+    explicit TKRVModuloInizializzato(const QString &connectionString, bool initialize = true)
     {
         MainForm = std::make_unique<TQ3MainForm>();
         auto hostConnection = new TQ3Connection(MainForm.get());
-        hostConnection->SetConnectionString(Database.ConnectionString());
+        hostConnection->SetConnectionString(connectionString);
         hostConnection->Open();
         SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
         if (GetPackageIndex(KRVModuleFileName()) < 0)
@@ -38,19 +40,34 @@ public:
             Main->Initialize();
     }
 
-    ~TKRVTestModule()
+    ~TKRVModuloInizializzato()
     {
         delete Main;
         MainForm.reset();
     }
 
-    TKRVTestModule(const TKRVTestModule &) = delete;
-    TKRVTestModule &operator=(const TKRVTestModule &) = delete;
+    TKRVModuloInizializzato(const TKRVModuloInizializzato &) = delete;
+    TKRVModuloInizializzato &operator=(const TKRVModuloInizializzato &) = delete;
 
     // The module's own connection, as its services use it.
     QSqlDatabase Db() const { return Main->ModADOConn()->Database(); }
 
-    TQ3TestDatabase Database;
     std::unique_ptr<TQ3MainForm> MainForm;
     TKRVMain *Main = nullptr;
+};
+
+// The new database comes first: the module opens it and closes before it goes.
+struct TKRVDatabaseNuovo
+{
+    explicit TKRVDatabaseNuovo(TQ3TestDatabase::Where where) : Database(where) {}
+    TQ3TestDatabase Database;
+};
+
+class TKRVTestModule : public TKRVDatabaseNuovo, public TKRVModuloInizializzato
+{
+public:
+    explicit TKRVTestModule(TQ3TestDatabase::Where where = TQ3TestDatabase::Where::Embedded, bool initialize = true)
+        : TKRVDatabaseNuovo(where), TKRVModuloInizializzato(Database.ConnectionString(), initialize)
+    {
+    }
 };
