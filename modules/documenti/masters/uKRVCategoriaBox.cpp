@@ -31,22 +31,23 @@ TKRVCategoriaBox::TKRVCategoriaBox(const QString &name, TKRVAlberoCategorie albe
     setView(m_albero);
     setMaxVisibleItems(20);
     setMinimumWidth(200);
+    if (m_info.UnderFirstEntry)
+        setPlaceholderText(m_info.FirstEntry);
 }
 
 void TKRVCategoriaBox::CaricaCategorie()
 {
     m_albero->clear();
-    if (!m_info.FirstEntry.isEmpty())
-        new QTreeWidgetItem(m_albero, {m_info.FirstEntry});
-    FillTreeView(m_albero, nullptr, m_info.Table, m_info.KeyColumn, QStringLiteral("IDPADRE"),
-                 QStringLiteral("CATEGORIA"), m_info.OrderBy, KRVModuleDatabase());
+    QTreeWidgetItem *first = m_info.FirstEntry.isEmpty() ? nullptr : new QTreeWidgetItem(m_albero, {m_info.FirstEntry});
+    FillTreeView(m_albero, m_info.UnderFirstEntry ? first : nullptr, m_info.Table, m_info.KeyColumn,
+                 QStringLiteral("IDPADRE"), QStringLiteral("CATEGORIA"), m_info.OrderBy, KRVModuleDatabase());
     m_albero->expandAll();
     for (QTreeWidgetItemIterator it(m_albero); *it; ++it) {
         if (HasTreeNode(*it))
             (*it)->setData(0, KeyRole, TreeNode(*it).Id);
         UpdateTreeNodeImages(*it, KRVImgFolderClosed, KRVImgFolderOpen);
     }
-    setCurrentIndex(m_info.FirstEntry.isEmpty() ? -1 : 0);
+    setCurrentIndex(first && !m_info.UnderFirstEntry ? 0 : -1);
 }
 
 int TKRVCategoriaBox::Categoria() const

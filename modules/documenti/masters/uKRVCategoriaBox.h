@@ -14,6 +14,9 @@ struct TKRVAlberoCategorie
     QString KeyColumn;  // "IDCATEGORIA_ANA_MAGA"
     QString OrderBy;    // siblings' order, or empty for the table's own
     QString FirstEntry; // an entry before the tree standing for all categories, or empty
+    // The tree hangs below the first entry instead; loading then selects
+    // nothing, and the box shows the first entry's text until one is chosen.
+    bool UnderFirstEntry = false;
 };
 
 // A drop-down whose list is the whole tree of a category table, every entry
@@ -26,7 +29,7 @@ public:
     TKRVCategoriaBox(const QString &name, TKRVAlberoCategorie albero, QWidget *parent = nullptr);
 
     // Reads the tree again; selects the first entry when it stands for all
-    // categories, otherwise nothing.
+    // categories before the tree, otherwise nothing.
     void CaricaCategorie();
     // The key of the selected category; -1 when none is selected or the entry
     // for all categories is.

@@ -199,13 +199,11 @@ void TKRVMain::CreateDatasets()
 
 void TKRVMain::CreateActions()
 {
-    const QHash<QString, TKRVFormClass> &forms = KRVFormClasses();
     for (const TKRVActionInfo &info : KRVActionCatalogue()) {
         auto action = new QAction(info.Caption, this);
         action->setObjectName(info.Name);
         action->setProperty("Category", info.Category);
         action->setIcon(KRVImage(ActionImage(info)));
-        action->setEnabled(forms.contains(info.Name));
         const QString name = info.Name;
         connect(action, &QAction::triggered, this, [this, name] { Run(name); });
         m_actions.insert(info.Name, action);

@@ -24,6 +24,10 @@
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 #include "uKRVModSelezionaUM.h"
+#include "uKRVModStatisticheFatturatoClientiServizi.h"
+#include "uKRVModStatisticheFatturatoPerArticolo.h"
+#include "uKRVModStatisticheFatturatoPerServizio.h"
+#include "uKRVModStatisticheMedieServizi1.h"
 #include "uKRVRicercaAliquoteIva.h"
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
@@ -58,6 +62,22 @@ TKRVFormClass KRVStampaAnnuale(void (*stampa)(const TDialog &dialog))
 {
     return {[](TKRVMain &) -> QWidget * { return new TDialog; }, {},
             [stampa](TKRVMain &, QWidget *form) { stampa(*static_cast<TDialog *>(form)); }};
+}
+
+// A statistics print dialog, reset before every showing: through its own
+// "Ripristina" action where it has one.
+template <typename TDialog>
+TKRVFormClass KRVStatistica()
+{
+    return {[](TKRVMain &main) -> QWidget * { return new TDialog(main); },
+            [](QWidget *form) {
+                auto dialog = static_cast<TDialog *>(form);
+                if constexpr (requires { dialog->actRipristina(); })
+                    dialog->actRipristina()->trigger();
+                else
+                    dialog->Ripristina();
+            },
+            {}};
 }
 
 } // namespace
@@ -102,6 +122,11 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
              [](const TKRVModStampaFatturatoPerCliente &dialog) { StampaFatturatoPerCliente(dialog.Anno()); })},
         {QStringLiteral("actStatisticheFatturato"), KRVWindow<TKRVStatisticheFatturato>()},
         {QStringLiteral("actStatisticheRedditivitaMensile"), KRVWindow<TKRVStatisticheRedditivitaMensile>()},
+        {QStringLiteral("actStatisticheFatturatoPerArticolo"), KRVStatistica<TKRVModStatisticheFatturatoPerArticolo>()},
+        {QStringLiteral("actStatisticheFatturatoPerServizio"), KRVStatistica<TKRVModStatisticheFatturatoPerServizio>()},
+        {QStringLiteral("actStatisticheMedieServizi1"), KRVStatistica<TKRVModStatisticheMedieServizi1>()},
+        {QStringLiteral("actStatisticheFatturatoClientiServizi"),
+         KRVStatistica<TKRVModStatisticheFatturatoClientiServizi>()},
     };
     return classes;
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "uKRVModStatisticheBase.h"
+
+// "Fatturato per servizio": the service lines' turnover by code.
+class TKRVModStatisticheFatturatoPerServizio : public TKRVModStatisticheBase
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVModStatisticheFatturatoPerServizio(TKRVMain &main);
+
+    void SetIdServizio(int id) { SetIdVoce(id); }
+};

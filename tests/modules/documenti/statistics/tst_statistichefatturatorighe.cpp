@@ -1,0 +1,196 @@
+// The statements of the turnover by article, service and customer, compared
+// to the letter, and what Firebird makes of them.
+#include "../documents/KRVFattureTestKit.h"
+#include "KRVStatisticheFatturatoRighe.h"
+#include "Q3Dataset.h"
+
+#include <memory>
+
+using namespace KRVTest;
+
+namespace {
+
+const QDate Dal(2026, 1, 1);
+const QDate Al(2026, 3, 31);
+
+TKRVFiltroRighe Filtro(const QString &tipoRiga, const QList<int> &categorie = {}, const QString &codice = QString())
+{
+    TKRVFiltroRighe filtro;
+    filtro.TipoRiga = tipoRiga;
+    filtro.Categorie = categorie;
+    filtro.Codice = codice;
+    return filtro;
+}
+
+// Whether printing the statement fails on a column named through the sales
+// invoice lines' table, which Firebird does not know behind its alias.
+bool RifiutatoDaFirebird(const QString &dataset, const QString &sql)
+{
+    try {
+        KRVStampaStatistica(dataset, sql, QStringLiteral("report"), QStringLiteral("titolo"));
+    } catch (const EQ3Exception &e) {
+        if (e.Message().contains(QStringLiteral("Column unknown - FATT_VEND_DETT.")))
+            return true;
+        qWarning("%s", qPrintable(e.Message()));
+    }
+    return false;
+}
+
+} // namespace
+
+class TestStatisticheFatturatoRighe : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { m_module.reset(); }
+
+    void whereWithoutBlanks();
+    void whereWithBlanksAroundTheSigns();
+    void articleStatementWithoutBlanks();
+    void serviceStatementWithBlanksInBothHalves();
+    void customerStatementWithoutTheWarehouseTable();
+    void customerStatementWithTheWarehouseTable();
+    void titleWithBothDays();
+    void firebirdRefusesTheAliasedTableName_quirkKept();
+    void customerStatementRefusedAlike_quirkKept();
+    void emptyResultPrintsNothing();
+
+private:
+    // The module on a new database, for the tests that run statements.
+    TKRVMain *Main()
+    {
+        m_module = std::make_unique<TKRVTestModule>();
+        return m_module->Main;
+    }
+
+    std::unique_ptr<TKRVTestModule> m_module;
+};
+
+void TestStatisticheFatturatoRighe::whereWithoutBlanks()
+{
+    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Articolo")), TKRVScritturaSQL::Compatta),
+             QStringLiteral("WHERE TIPO_RIGA='Articolo'"));
+    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Articolo"), {4, 7, 12}, QStringLiteral("ART'1")),
+                           TKRVScritturaSQL::Compatta),
+             QStringLiteral("WHERE TIPO_RIGA='Articolo' AND IDCATEGORIA IN (4,7,12) AND CODICE='ART''1'"));
+    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Servizio"), {3}), TKRVScritturaSQL::Compatta),
+             QStringLiteral("WHERE TIPO_RIGA='Servizio' AND IDCATEGORIA IN (3)"));
+}
+
+void TestStatisticheFatturatoRighe::whereWithBlanksAroundTheSigns()
+{
+    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Servizio")), TKRVScritturaSQL::Spaziata),
+             QStringLiteral("WHERE TIPO_RIGA = 'Servizio'"));
+    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Servizio"), {2, 5}, QStringLiteral("SRV1")), TKRVScritturaSQL::Spaziata),
+             QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (2,5) AND CODICE = 'SRV1'"));
+}
+
+void TestStatisticheFatturatoRighe::articleStatementWithoutBlanks()
+{
+    QCOMPARE(KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
+             QStringLiteral(
+                 "SELECT FATT_VEND_DETT.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
+                 "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, FATT_VEND_DETT.IDCATEGORIA "
+                 "AS IDCATEGORIA, SUM(FATT_VEND_DETT.IMPORTO) AS IMPORTO, FATT_VEND_DETT.TIPO_RIGA FROM FATT_VEND_DETT "
+                 "EXT_TBL WHERE TIPO_RIGA='Articolo' AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= "
+                 "'2026-01-01' AND DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5 UNION SELECT FATT_ACC_DETT.CODICE AS CODICE, "
+                 "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
+                 "INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, FATT_ACC_DETT.IDCATEGORIA AS IDCATEGORIA, "
+                 "SUM(FATT_ACC_DETT.IMPORTO) AS IMPORTO, FATT_ACC_DETT.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE "
+                 "TIPO_RIGA='Articolo' AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND "
+                 "DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5"));
+}
+
+void TestStatisticheFatturatoRighe::serviceStatementWithBlanksInBothHalves()
+{
+    QCOMPARE(KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1'"), Dal, Al,
+                                  TKRVScritturaSQL::Spaziata),
+             QStringLiteral(
+                 "SELECT FATT_VEND_DETT.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
+                 "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, "
+                 "FATT_VEND_DETT.IDCATEGORIA AS IDCATEGORIA, SUM(FATT_VEND_DETT.IMPORTO) AS IMPORTO, "
+                 "FATT_VEND_DETT.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' "
+                 "AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= '2026-01-01' AND DATA <= "
+                 "'2026-03-31') GROUP BY 1, 2, 3, 5 UNION SELECT FATT_ACC_DETT.CODICE AS CODICE, (SELECT FIRST 1 "
+                 "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) "
+                 "AS DESCRIZIONE, FATT_ACC_DETT.IDCATEGORIA AS IDCATEGORIA, SUM(FATT_ACC_DETT.IMPORTO) AS IMPORTO, "
+                 "FATT_ACC_DETT.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND "
+                 "IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND DATA <= '2026-03-31') "
+                 "GROUP BY 1, 2, 3, 5"));
+}
+
+// The date filter runs straight into GROUP BY, with no blank between.
+void TestStatisticheFatturatoRighe::customerStatementWithoutTheWarehouseTable()
+{
+    QCOMPARE(KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio'"), Dal, Al, false),
+             QStringLiteral(
+                 "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, FATT_VEND_DETT.CODICE AS CODICE, (SELECT "
+                 "FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = "
+                 "EXT_TBL.CODICE ) AS DESCRIZIONE, FATT_VEND_DETT.IDCATEGORIA AS IDCATEGORIA, SUM(FATT_VEND_DETT.IMPORTO) "
+                 "AS IMPORTO, FATT_VEND_DETT.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL LEFT JOIN FATT_VEND ON "
+                 "FATT_VEND.IDFATT_VEND = EXT_TBL.IDFATT_VEND WHERE TIPO_RIGA = 'Servizio' AND (FATT_VEND.DATA >= "
+                 "'2026-01-01' AND FATT_VEND.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY 3, 4"));
+}
+
+void TestStatisticheFatturatoRighe::customerStatementWithTheWarehouseTable()
+{
+    QCOMPARE(KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"), Dal,
+                                           Al, true),
+             QStringLiteral(
+                 "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, FATT_VEND_DETT.CODICE AS CODICE, (SELECT "
+                 "FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = "
+                 "EXT_TBL.CODICE ) AS DESCRIZIONE, FATT_VEND_DETT.IDCATEGORIA AS IDCATEGORIA, SUM(FATT_VEND_DETT.IMPORTO) "
+                 "AS IMPORTO, FATT_VEND_DETT.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL LEFT JOIN FATT_VEND ON "
+                 "FATT_VEND.IDFATT_VEND = EXT_TBL.IDFATT_VEND WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND "
+                 "(FATT_VEND.DATA >= '2026-01-01' AND FATT_VEND.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 UNION "
+                 "SELECT FATT_ACC.CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE, FATT_ACC_DETT.CODICE AS CODICE, (SELECT FIRST 1 "
+                 "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE "
+                 ") AS DESCRIZIONE, FATT_ACC_DETT.IDCATEGORIA AS IDCATEGORIA, SUM(FATT_ACC_DETT.IMPORTO) AS IMPORTO, "
+                 "FATT_ACC_DETT.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = "
+                 "EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND (FATT_ACC.DATA >= "
+                 "'2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY 3, 4"));
+}
+
+void TestStatisticheFatturatoRighe::titleWithBothDays()
+{
+    QCOMPARE(KRVTitoloStatistica(QStringLiteral("Fatturato per articolo dal "), QDate(2026, 1, 1), QDate(2026, 12, 9)),
+             QStringLiteral("Fatturato per articolo dal 01/01/2026 al 09/12/2026"));
+}
+
+// The line table is aliased EXT_TBL, yet its columns are named through the
+// table: Firebird does not resolve them, whichever the lines.
+void TestStatisticheFatturatoRighe::firebirdRefusesTheAliasedTableName_quirkKept()
+{
+    TKRVMain *main = Main();
+    m_module->Database.LoadFixture(QStringLiteral("magazzino.sql"));
+    const QString sql = KRVSQLFatturatoRighe(KRVWhereRighe(Filtro(QStringLiteral("Articolo")), TKRVScritturaSQL::Compatta),
+                                             Dal, Al, TKRVScritturaSQL::Compatta);
+    QVERIFY(RifiutatoDaFirebird(QStringLiteral("adsFatturatoPerArticolo"), sql));
+    QCOMPARE(main->StampeDataset(QStringLiteral("adsFatturatoPerArticolo"))->SQL(), sql);
+    QVERIFY(!main->StampeDataset(QStringLiteral("adsFatturatoPerArticolo"))->Active());
+}
+
+void TestStatisticheFatturatoRighe::customerStatementRefusedAlike_quirkKept()
+{
+    Main();
+    const QString sql = KRVSQLFatturatoClientiServizi(
+        KRVWhereRighe(Filtro(QStringLiteral("Servizio")), TKRVScritturaSQL::Spaziata), Dal, Al, false);
+    QVERIFY(RifiutatoDaFirebird(QStringLiteral("adsFatturatoClientiServizi"), sql));
+}
+
+// A statement that reads no row leaves the title and the report alone.
+void TestStatisticheFatturatoRighe::emptyResultPrintsNothing()
+{
+    TKRVMain *main = Main();
+    TQ3ReportProject *progetto = main->rProject();
+    progetto->SetParam(QStringLiteral("Param1"), QStringLiteral("prima"));
+    QVERIFY(!KRVStampaStatistica(QStringLiteral("adsFatturatoPerServizio"),
+                                 QStringLiteral("SELECT CODICE FROM FATT_VEND_DETT WHERE 1 = 0"),
+                                 QStringLiteral("FatturatoPerServizio"), QStringLiteral("dopo")));
+    QCOMPARE(progetto->GetParam(QStringLiteral("Param1")), QStringLiteral("prima"));
+    QVERIFY(main->StampeDataset(QStringLiteral("adsFatturatoPerServizio"))->Active());
+}
+
+QTEST_MAIN(TestStatisticheFatturatoRighe)
+#include "tst_statistichefatturatorighe.moc"
