@@ -78,6 +78,7 @@ private slots:
     void loadingFromDeliveryNotesNeedsTheWarehouse();
     void loadingFromTwoDeliveryNotes();
     void printingNeedsASavedInvoice_mofiche_quirkKept();
+    void ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile();
 };
 
 void TestInserimentoFattureVendita::opensOnANewInvoice()
@@ -705,6 +706,12 @@ void TestInserimentoFattureVendita::printingNeedsASavedInvoice_mofiche_quirkKept
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{});
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
+}
+
+void TestInserimentoFattureVendita::ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile()
+{
+    SalvaAccantoAdAltraPostazione(QStringLiteral("FATT_VEND"), QStringLiteral("FATT_VEND_DETT"),
+                                  QStringLiteral("IDFATT_VEND"));
 }
 
 QTEST_MAIN(TestInserimentoFattureVendita)
