@@ -67,6 +67,7 @@ void TQ3Dataset::Close()
     m_layout.clear();
     m_buffer.clear();
     m_changed.clear();
+    m_newKeyParam.clear();
     m_current = -1;
     m_state = TState::Inactive;
 }
@@ -127,6 +128,15 @@ void TQ3Dataset::Append()
     m_state = TState::Insert;
 }
 
+void TQ3Dataset::AppendNew(const QString &keyParam)
+{
+    Close();
+    SetParamValue(keyParam, QVariant(QMetaType::fromType<int>()));
+    Open();
+    Append();
+    m_newKeyParam = keyParam;
+}
+
 void TQ3Dataset::Edit()
 {
     RequireActive();
@@ -154,32 +164,11 @@ void TQ3Dataset::Post()
         return;
     if (m_updateTable.isEmpty())
         throw EQ3Exception(QStringLiteral("Dataset \"%1\" senza tabella di aggiornamento.").arg(objectName()));
-    QString sql;
-    if (m_state == TState::Insert) {
-        QStringList marks;
-        for (int i = 0; i < m_changed.size(); ++i)
-            marks << QStringLiteral("?");
-        sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(m_updateTable, m_changed.join(QStringLiteral(", ")),
-                                                                   marks.join(QStringLiteral(", ")));
-    } else {
-        QStringList sets;
-        for (const QString &name : std::as_const(m_changed))
-            sets << name + QStringLiteral(" = ?");
-        sql = QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?").arg(m_updateTable, sets.join(QStringLiteral(", ")), m_keyField);
-    }
     if (!m_changed.isEmpty()) {
-        QSqlQuery query(m_connection->Database());
-        if (!query.prepare(sql))
-            throw EQ3Exception(SqlErrorText(query.lastError()));
-        for (const QString &name : std::as_const(m_changed))
-            query.addBindValue(m_buffer.value(name));
-        if (m_state == TState::Edit)
-            query.addBindValue(m_rows.at(m_current).value(m_keyField));
-        if (!query.exec())
-            throw EQ3Exception(SqlErrorText(query.lastError()));
-        // An update that finds no row wrote nothing: the row went meanwhile.
-        if (m_state == TState::Edit && query.numRowsAffected() == 0)
-            throw EQ3Exception(QStringLiteral("Il record da aggiornare non esiste più."));
+        if (m_state == TState::Insert)
+            PostInsert();
+        else
+            PostUpdate();
     }
     if (m_state == TState::Insert) {
         m_rows.append(m_buffer);
@@ -192,11 +181,57 @@ void TQ3Dataset::Post()
     m_state = TState::Browse;
 }
 
+// The key is what the table's trigger assigned, not what the row was given:
+// another workstation may have drawn keys meanwhile.
+void TQ3Dataset::PostInsert()
+{
+    QStringList marks;
+    for (int i = 0; i < m_changed.size(); ++i)
+        marks << QStringLiteral("?");
+    QSqlQuery query(m_connection->Database());
+    if (!query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) RETURNING %4")
+                           .arg(m_updateTable, m_changed.join(QStringLiteral(", ")), marks.join(QStringLiteral(", ")),
+                                m_keyField)))
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+    for (const QString &name : std::as_const(m_changed))
+        query.addBindValue(m_buffer.value(name));
+    if (!query.exec())
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+    if (!query.next())
+        throw EQ3Exception(QStringLiteral("Il database non ha restituito la chiave del nuovo record."));
+    const QVariant key = query.value(0);
+    m_buffer.setValue(FieldIndex(m_keyField), key);
+    if (!m_newKeyParam.isEmpty()) {
+        SetParamValue(m_newKeyParam, key);
+        m_newKeyParam.clear();
+    }
+}
+
+void TQ3Dataset::PostUpdate()
+{
+    QStringList sets;
+    for (const QString &name : std::as_const(m_changed))
+        sets << name + QStringLiteral(" = ?");
+    QSqlQuery query(m_connection->Database());
+    if (!query.prepare(QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
+                           .arg(m_updateTable, sets.join(QStringLiteral(", ")), m_keyField)))
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+    for (const QString &name : std::as_const(m_changed))
+        query.addBindValue(m_buffer.value(name));
+    query.addBindValue(m_rows.at(m_current).value(m_keyField));
+    if (!query.exec())
+        throw EQ3Exception(SqlErrorText(query.lastError()));
+    // An update that finds no row wrote nothing: the row went meanwhile.
+    if (query.numRowsAffected() == 0)
+        throw EQ3Exception(QStringLiteral("Il record da aggiornare non esiste più."));
+}
+
 void TQ3Dataset::Cancel()
 {
     if (m_state == TState::Insert || m_state == TState::Edit) {
         m_buffer.clear();
         m_changed.clear();
+        m_newKeyParam.clear();
         m_state = TState::Browse;
     }
 }

@@ -58,16 +58,23 @@ public:
 
     // A new row (fields null) that Post inserts.
     void Append();
+    // Reopens the dataset on no row (the key parameter null) with a new row
+    // that Post inserts; the key parameter then takes the inserted row's key,
+    // as if the dataset had been opened on it.
+    void AppendNew(const QString &keyParam);
     // The current row, which Post updates.
     void Edit();
     void SetFieldValue(const QString &field, const QVariant &value);
     // Writes the appended or edited row; raises EQ3Exception on failure, an
     // update that finds no row included, the dataset then staying in its
-    // editing state.
+    // editing state. An inserted row holds the key the database gave it (the
+    // table's trigger assigns keys), whatever key was set.
     void Post();
     void Cancel();
 
 private:
+    void PostInsert();
+    void PostUpdate();
     void RequireActive() const;
     int FieldIndex(const QString &field) const;
 
@@ -76,6 +83,7 @@ private:
     QString m_updateTable;
     QString m_keyField;
     QHash<QString, QVariant> m_params;
+    QString m_newKeyParam;
     QSqlRecord m_layout;
     QList<QSqlRecord> m_rows;
     int m_current = -1;

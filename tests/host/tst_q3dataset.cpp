@@ -15,6 +15,9 @@ private slots:
     void editedRowIsUpdated();
     void updateOfAVanishedRowFails();
     void rowThatFailsToFetchFailsTheOpen();
+    void insertedRowTakesTheKeyTheTriggerAssigned();
+    void appendNewLeavesTheDatasetOnTheInsertedRow();
+    void failedInsertLeavesNoRowToEdit();
 
 private:
     void OpenRow(int id);
@@ -28,6 +31,10 @@ void TestQ3Dataset::init()
     m_database = std::make_unique<TQ3TestDatabase>(TQ3TestDatabase::Where::Embedded, false);
     m_database->Exec(QStringLiteral("CREATE TABLE PROVA (IDPROVA INTEGER NOT NULL PRIMARY KEY, NOME VARCHAR(20))"));
     m_database->Exec(QStringLiteral("INSERT INTO PROVA VALUES (1, 'Uno')"));
+    m_database->Exec(QStringLiteral("CREATE GENERATOR GN_IDPROVA"));
+    m_database->Exec(QStringLiteral("SET GENERATOR GN_IDPROVA TO 1"));
+    m_database->Exec(QStringLiteral("CREATE TRIGGER TG_BI_PROVA FOR PROVA BEFORE INSERT AS BEGIN "
+                                    "NEW.IDPROVA = GEN_ID(GN_IDPROVA, 1); END"));
     m_dataset = std::make_unique<TQ3Dataset>();
     m_dataset->SetConnection(m_database->Connection());
     m_dataset->SetSQL(QStringLiteral("SELECT * FROM PROVA WHERE IDPROVA=:IDPROVA"));
@@ -81,6 +88,56 @@ void TestQ3Dataset::rowThatFailsToFetchFailsTheOpen()
     m_database->Exec(QStringLiteral("INSERT INTO PROVA VALUES (2, 'Due')"));
     QVERIFY_THROWS_EXCEPTION(EQ3Exception, dataset.Open());
     QVERIFY(!dataset.Active());
+}
+
+void TestQ3Dataset::insertedRowTakesTheKeyTheTriggerAssigned()
+{
+    OpenRow(1);
+    m_database->InsertOfAnotherWorkstationAtNextInsert(QStringLiteral("PROVA"),
+                                                       QStringLiteral("INSERT INTO PROVA (NOME) VALUES ('Altrui')"));
+    m_dataset->Append();
+    m_dataset->SetFieldValue(QStringLiteral("IDPROVA"), 2);
+    m_dataset->SetFieldValue(QStringLiteral("NOME"), QStringLiteral("Nostro"));
+    m_dataset->Post();
+
+    QCOMPARE(m_database->Rows(QStringLiteral("SELECT IDPROVA, NOME FROM PROVA ORDER BY IDPROVA")),
+             (QStringList{QStringLiteral("1|Uno"), QStringLiteral("2|Altrui"), QStringLiteral("3|Nostro")}));
+    QCOMPARE(m_dataset->FieldValue(QStringLiteral("IDPROVA")).toInt(), 3);
+    // Editing the row just inserted writes that row, not the one whose key it was given.
+    m_dataset->Edit();
+    m_dataset->SetFieldValue(QStringLiteral("NOME"), QStringLiteral("Ancora nostro"));
+    m_dataset->Post();
+    QCOMPARE(m_database->Rows(QStringLiteral("SELECT IDPROVA, NOME FROM PROVA ORDER BY IDPROVA")),
+             (QStringList{QStringLiteral("1|Uno"), QStringLiteral("2|Altrui"), QStringLiteral("3|Ancora nostro")}));
+}
+
+void TestQ3Dataset::appendNewLeavesTheDatasetOnTheInsertedRow()
+{
+    OpenRow(1);
+    m_dataset->AppendNew(QStringLiteral("IDPROVA"));
+    QCOMPARE(m_dataset->State(), TQ3Dataset::TState::Insert);
+    QVERIFY(m_dataset->IsEmpty());
+    m_dataset->SetFieldValue(QStringLiteral("NOME"), QStringLiteral("Nuovo"));
+    m_dataset->Post();
+    QCOMPARE(m_dataset->RecordCount(), 1);
+    QCOMPARE(m_dataset->FieldValue(QStringLiteral("IDPROVA")).toInt(), 2);
+
+    m_dataset->Requery();
+    QCOMPARE(m_dataset->RecordCount(), 1);
+    QCOMPARE(m_dataset->FieldValue(QStringLiteral("NOME")).toString(), QStringLiteral("Nuovo"));
+}
+
+void TestQ3Dataset::failedInsertLeavesNoRowToEdit()
+{
+    OpenRow(1);
+    m_dataset->AppendNew(QStringLiteral("IDPROVA"));
+    m_dataset->SetFieldValue(QStringLiteral("NOME"), QString(30, QLatin1Char('X')));
+    QVERIFY_THROWS_EXCEPTION(EQ3Exception, m_dataset->Post());
+    m_dataset->Cancel();
+    QVERIFY(m_dataset->IsEmpty());
+    QVERIFY_THROWS_EXCEPTION(EQ3Exception, m_dataset->Edit());
+    m_dataset->Requery();
+    QVERIFY(m_dataset->IsEmpty());
 }
 
 QTEST_MAIN(TestQ3Dataset)

@@ -77,6 +77,19 @@ QStringList TQ3TestDatabase::Rows(const QString &sql) const
     return rows;
 }
 
+void TQ3TestDatabase::InsertOfAnotherWorkstationAtNextInsert(const QString &table, const QString &insert) const
+{
+    // Runs once: the other workstation's own insert passes the trigger too.
+    Exec(QStringLiteral("CREATE GENERATOR GN_ALTRA_%1").arg(table));
+    Exec(QStringLiteral("CREATE TRIGGER TG_ALTRA_%1 FOR %1 ACTIVE BEFORE INSERT POSITION 0 AS BEGIN "
+                        "IF (GEN_ID(GN_ALTRA_%1, 1) = 1) THEN EXECUTE STATEMENT %2 ON EXTERNAL %3 "
+                        "AS USER %4 PASSWORD %5 WITH AUTONOMOUS TRANSACTION; END")
+             .arg(table, QuotedStr(insert), QuotedStr(m_target.Database),
+                  QuotedStr(m_target.User.isEmpty() ? QStringLiteral("SYSDBA") : m_target.User),
+                  QuotedStr(m_target.Password)));
+    Exec(QStringLiteral("ALTER TRIGGER TG_BI_%1 POSITION 1").arg(table));
+}
+
 void TQ3TestDatabase::LoadFixture(const QString &fileName) const
 {
     QFile file(QDir(QStringLiteral(Q3_TEST_FIXTURES)).filePath(fileName));

@@ -36,6 +36,11 @@ public:
     QStringList Rows(const QString &sql) const;
     // Runs the statements of a fixture file of tests/fixtures, separated by ";" at line ends.
     void LoadFixture(const QString &fileName) const;
+    // Another workstation runs the insert into the table, through an
+    // attachment of its own and committed at once, at the very moment the next
+    // insert into the table begins, before that row is given its key: the
+    // other workstation takes the key the generator would have given next.
+    void InsertOfAnotherWorkstationAtNextInsert(const QString &table, const QString &insert) const;
 
 private:
     QTemporaryDir m_dir;

@@ -197,16 +197,16 @@ void TKRVArchivioDocumentoVendita::ScriviDocumento(const TKRVTestataDocumento &t
     TQ3Transaction transazione(db);
     try {
         if (nuovo) {
+            // The document goes by the key it expects until the header has its own.
             id = GetLastGeneratorValue(QStringLiteral("GN_") + m_tabelle.Chiave, db) + 1;
-            m_testata.Close();
-            m_testata.SetParamValue(m_tabelle.Parametro, id);
-            m_testata.Open();
-            m_testata.Append();
+            m_testata.AppendNew(m_tabelle.Parametro);
         } else {
             m_testata.Edit();
         }
-        ScriviTestata(testata, totali, id);
+        ScriviTestata(testata, totali);
         m_testata.Post();
+        // The key the database gave the header: the lines hang from it.
+        id = m_testata.FieldValue(m_tabelle.Chiave).toInt();
         ExecSQL(db, QStringLiteral("DELETE FROM ") + m_tabelle.Righe + QStringLiteral(" WHERE ") + m_tabelle.Chiave
                         + QLatin1Char('=') + QString::number(id));
         ScriviRighe(righe, id);
@@ -217,12 +217,10 @@ void TKRVArchivioDocumentoVendita::ScriviDocumento(const TKRVTestataDocumento &t
     }
 }
 
-void TKRVArchivioDocumentoVendita::ScriviTestata(const TKRVTestataDocumento &testata, const TKRVTotaliDocumento &totali,
-                                                 int id)
+void TKRVArchivioDocumentoVendita::ScriviTestata(const TKRVTestataDocumento &testata, const TKRVTotaliDocumento &totali)
 {
     TQ3Dataset &d = m_testata;
     const auto scrivi = [&d](const char *campo, const QVariant &valore) { d.SetFieldValue(QLatin1String(campo), valore); };
-    d.SetFieldValue(m_tabelle.Chiave, id);
     scrivi("NUMERO", testata.Numero);
     scrivi("DATA", testata.Data);
     scrivi("ANNO", testata.Data.year());
@@ -247,8 +245,8 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
     const QSqlDatabase db = m_testata.Connection()->Database();
     const TKRVLayoutRighe &l = righe.Layout();
     const QList<TKRVColonnaNumero> numeri = ColonneNumeri(l);
-    QStringList colonne{m_tabelle.ChiaveRiga,
-                        m_tabelle.Chiave,
+    // Each line takes its key from the table's trigger.
+    QStringList colonne{m_tabelle.Chiave,
                         QStringLiteral("DESCRIZIONE"),
                         QStringLiteral("TIPO_RIGA"),
                         QStringLiteral("CODICE"),
@@ -270,8 +268,6 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
                         + colonne.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (")
                         + segnaposti.join(QStringLiteral(", ")) + QLatin1Char(')')))
         throw EQ3Exception(SqlErrorText(insert.lastError()));
-    // Each insert moves the generator on by one, as the table's trigger does.
-    const int ultima = GetLastGeneratorValue(QStringLiteral("GN_") + m_tabelle.ChiaveRiga, db);
     TKRVNomiLetti categorieArticoli(&GetCategoriaAnaMaga);
     TKRVNomiLetti categorieServizi(&GetCategoriaServizio);
     QHash<int, TAliquotaIVA> aliquote;
@@ -279,7 +275,7 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
                    numeroNullo = Null(QMetaType::Double);
     for (int r = 0; r < righe.Righe(); ++r) {
         const QString tipo = righe.Tipo(r);
-        QVariantList valori{ultima + r + 1, id, righe.Cella(r, l.Descrizione), tipo};
+        QVariantList valori{id, righe.Cella(r, l.Descrizione), tipo};
         if (tipo == KRVRigaTesto || tipo == KRVRigaNonImponibile) {
             valori << testoNullo << interoNullo << testoNullo << interoNullo << testoNullo << testoNullo << numeroNullo
                    << interoNullo << testoNullo;

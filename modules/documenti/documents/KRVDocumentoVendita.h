@@ -50,9 +50,9 @@ protected:
     // Reads the document; answers false, changing nothing, when there is none.
     bool LeggiDocumento(int id, TKRVTestataDocumento &testata, TKRVRigheDocumento &righe);
 
-    // Writes the header (a new one under a fresh key, set into id as soon as
-    // it is drawn) and re-creates every line under new keys, in one
-    // transaction; raises EQ3Exception, rolled back, on failure.
+    // Writes the header (a new one under the key the database gives it, set
+    // into id; the key it expects until then) and re-creates every line under
+    // new keys, in one transaction; raises EQ3Exception, rolled back, on failure.
     void ScriviDocumento(const TKRVTestataDocumento &testata, TKRVRigheDocumento &righe,
                          const TKRVTotaliDocumento &totali, bool nuovo, int &id);
 
@@ -61,7 +61,7 @@ protected:
     virtual void ScriviColonneProprie(TQ3Dataset &, const TKRVTestataDocumento &) {}
 
 private:
-    void ScriviTestata(const TKRVTestataDocumento &testata, const TKRVTotaliDocumento &totali, int id);
+    void ScriviTestata(const TKRVTestataDocumento &testata, const TKRVTotaliDocumento &totali);
     void LeggiRighe(int id, TKRVRigheDocumento &righe) const;
     void ScriviRighe(TKRVRigheDocumento &righe, int id) const;
 

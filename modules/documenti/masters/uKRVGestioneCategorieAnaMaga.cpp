@@ -5,8 +5,8 @@
 TKRVGestioneCategorieAnaMaga::TKRVGestioneCategorieAnaMaga(TKRVMain &main, QWidget *parent)
     : TKRVGestioneCategorieBase(main,
                                 {QStringLiteral("Gestione categorie articoli"), QStringLiteral("CATEGORIE_ANA_MAGA"),
-                                 QStringLiteral("IDCATEGORIA_ANA_MAGA"), QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"),
-                                 QStringLiteral("adsCategorieAnaMaga"), &CanDeleteCategoriaAnaMaga},
+                                 QStringLiteral("IDCATEGORIA_ANA_MAGA"), QStringLiteral("adsCategorieAnaMaga"),
+                                 &CanDeleteCategoriaAnaMaga},
                                 parent)
 {
     setObjectName(QStringLiteral("KRVGestioneCategorieAnaMaga"));

@@ -7,7 +7,6 @@
 #include "Q3Registry.h"
 #include "Q3Sql.h"
 #include "Q3TreeUtils.h"
-#include "Q3Utils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVMain.h"
@@ -295,7 +294,6 @@ void TKRVGestioneCategorieBase::actSalvaExecute()
 
 void TKRVGestioneCategorieBase::SalvaCategorie()
 {
-    const QSqlDatabase db = m_main.ModADOConn()->Database();
     // Tree order: every parent is written, and has its key, before its children.
     for (QTreeWidgetItemIterator it(m_tvCategorie); *it; ++it) {
         QTreeWidgetItem *item = *it;
@@ -303,16 +301,15 @@ void TKRVGestioneCategorieBase::SalvaCategorie()
             continue;
         TQ3TreeNode node = TreeNode(item);
         if (node.Status == StatusNew) {
-            const int key = GetLastGeneratorValue(m_tabella.Generator, db) + 1;
             m_dataset->Append();
-            m_dataset->SetFieldValue(m_tabella.KeyColumn, key);
             m_dataset->SetFieldValue(ColonnaCategoria, node.Text);
             if (node.ParentId == -1 && Livello(item) > 1)
                 node.ParentId = TreeNode(item->parent()).Id;
             const QVariant padre = node.ParentId == -1 ? QVariant(QMetaType::fromType<int>()) : QVariant(node.ParentId);
             m_dataset->SetFieldValue(ColonnaPadre, padre);
             m_dataset->Post();
-            node.Id = key;
+            // The key the database gave the row: the children written next refer to it.
+            node.Id = m_dataset->FieldValue(m_tabella.KeyColumn).toInt();
             node.Status = StatusFalse;
             SetTreeNode(item, node);
         } else if (node.Status == StatusTrue && m_dataset->Locate(m_tabella.KeyColumn, node.Id)) {

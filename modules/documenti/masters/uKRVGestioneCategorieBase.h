@@ -16,7 +16,6 @@ struct TKRVCategorieTabella
     QString Caption;   // the window's caption
     QString Table;     // the category table
     QString KeyColumn; // its key column
-    QString Generator; // the generator of its keys
     QString Dataset;   // the main object's dataset on the table
     bool (*CanDelete)(int id) = nullptr;
 };

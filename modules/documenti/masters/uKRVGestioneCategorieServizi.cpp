@@ -5,8 +5,8 @@
 TKRVGestioneCategorieServizi::TKRVGestioneCategorieServizi(TKRVMain &main, QWidget *parent)
     : TKRVGestioneCategorieBase(main,
                                 {QStringLiteral("Gestione categorie servizi"), QStringLiteral("CATEGORIE_SERVIZI"),
-                                 QStringLiteral("IDCATEGORIA_SERVIZI"), QStringLiteral("GN_IDCATEGORIA_SERVIZI"),
-                                 QStringLiteral("adsCategorieServizi"), &CanDeleteCategoriaServizi},
+                                 QStringLiteral("IDCATEGORIA_SERVIZI"), QStringLiteral("adsCategorieServizi"),
+                                 &CanDeleteCategoriaServizi},
                                 parent)
 {
     setObjectName(QStringLiteral("KRVGestioneCategorieServizi"));

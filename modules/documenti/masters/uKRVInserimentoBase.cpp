@@ -240,18 +240,16 @@ void TKRVInserimentoBase::ScriviRecord()
     TQ3Transaction transaction(db);
     try {
         if (m_newRecord) {
-            const int id = GetLastGeneratorValue(m_info.Generator, db) + 1;
-            SetIdRecord(id);
-            dataset->Close();
-            dataset->SetParamValue(m_info.KeyField, id);
-            dataset->Open();
-            dataset->Append();
-            dataset->SetFieldValue(m_info.KeyField, id);
+            // The record goes by the key it expects until the row has its own.
+            SetIdRecord(GetLastGeneratorValue(m_info.Generator, db) + 1);
+            dataset->AppendNew(m_info.KeyField);
         } else {
             dataset->Edit();
         }
         WriteFields(*dataset);
         dataset->Post();
+        if (m_newRecord)
+            SetIdRecord(dataset->FieldValue(m_info.KeyField).toInt());
         transaction.Commit();
     } catch (...) {
         dataset->Cancel();

@@ -20,7 +20,7 @@ struct TKRVInserimentoInfo
     QSize MinimumSize;
     QString Dataset;        // the main object's dataset that reads and writes the row
     QString KeyField;
-    QString Generator;      // the new row's key is its current value plus one
+    QString Generator;      // its current value plus one is the key a new record expects
     QString SearchAction;   // the search list kept in step with the editor
     bool RefreshAfterSave = false;
     bool RefreshAfterDelete = true;

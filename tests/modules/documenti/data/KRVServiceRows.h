@@ -15,22 +15,27 @@ inline int KRVInsertRow(const TQ3TestDatabase &db, const QString &insert, const 
 }
 
 // A document header (FATT_VEND or NOTE_ACCREDITO) with its required columns.
+inline QString KRVInsertDocumentoSQL(const QString &table, int numero, int anno,
+                                     const QString &cliCodice = QStringLiteral("C001"), int idTipoPagamento = 1)
+{
+    const bool fattVend = table == QLatin1String("FATT_VEND");
+    return QStringLiteral("INSERT INTO ") + table
+           + QStringLiteral(" (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, "
+                            "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO")
+           + (fattVend ? QStringLiteral(", FC_ABILITATO") : QString()) + QStringLiteral(") VALUES (")
+           + QString::number(numero) + QStringLiteral(", ") + QuotedStr(QString::number(anno) + QStringLiteral("-01-15"))
+           + QStringLiteral(", ") + QString::number(anno) + QStringLiteral(", ") + QuotedStr(cliCodice)
+           + QStringLiteral(", 'Cliente di prova', ") + QString::number(idTipoPagamento)
+           + QStringLiteral(", 'Rimessa diretta', 'False', 0, 0, 0") + (fattVend ? QStringLiteral(", 'False'") : QString())
+           + QStringLiteral(")");
+}
+
 inline int KRVInsertDocumento(const TQ3TestDatabase &db, const QString &table, int numero, int anno,
                               const QString &cliCodice = QStringLiteral("C001"), int idTipoPagamento = 1)
 {
-    const bool fattVend = table == QLatin1String("FATT_VEND");
-    return KRVInsertRow(
-        db,
-        QStringLiteral("INSERT INTO ") + table
-            + QStringLiteral(" (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, "
-                             "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO")
-            + (fattVend ? QStringLiteral(", FC_ABILITATO") : QString()) + QStringLiteral(") VALUES (")
-            + QString::number(numero) + QStringLiteral(", ") + QuotedStr(QString::number(anno) + QStringLiteral("-01-15"))
-            + QStringLiteral(", ") + QString::number(anno) + QStringLiteral(", ") + QuotedStr(cliCodice)
-            + QStringLiteral(", 'Cliente di prova', ") + QString::number(idTipoPagamento)
-            + QStringLiteral(", 'Rimessa diretta', 'False', 0, 0, 0") + (fattVend ? QStringLiteral(", 'False'") : QString())
-            + QStringLiteral(")"),
-        fattVend ? QStringLiteral("GN_IDFATT_VEND") : QStringLiteral("GN_IDNOTA_ACCREDITO"));
+    return KRVInsertRow(db, KRVInsertDocumentoSQL(table, numero, anno, cliCodice, idTipoPagamento),
+                        table == QLatin1String("FATT_VEND") ? QStringLiteral("GN_IDFATT_VEND")
+                                                            : QStringLiteral("GN_IDNOTA_ACCREDITO"));
 }
 
 // A document line (FATT_VEND_DETT under IDFATT_VEND, NOTE_ACCREDITO_DETT under IDNOTA_ACCREDITO).

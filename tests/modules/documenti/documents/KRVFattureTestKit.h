@@ -13,6 +13,8 @@
 
 #include <QAbstractItemDelegate>
 #include <QApplication>
+#include <QCheckBox>
+#include <QDate>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -182,6 +184,43 @@ protected:
         AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
         Trigger(m_editor, QStringLiteral("actSalva"));
         return m_editor->IdRecord();
+    }
+
+    // Saves a new document while another workstation's document (number 900
+    // of this year) takes the key the generator would have given it next;
+    // the other workstation then adds a line to its own, and this document is
+    // changed, saved again and deleted. Every write must hit this document's
+    // own header and lines, and the other workstation's stay as they were.
+    void SalvaAccantoAdAltraPostazione(const QString &tabella, const QString &righe, const QString &chiave)
+    {
+        const int atteso = GetLastGeneratorValue(QStringLiteral("GN_") + chiave, Db().Db()) + 1;
+        Db().InsertOfAnotherWorkstationAtNextInsert(tabella,
+                                                    KRVInsertDocumentoSQL(tabella, 900, QDate::currentDate().year()));
+        const QString testate = QStringLiteral("SELECT %1, NUMERO, PAGATO FROM %2 ORDER BY %1").arg(chiave, tabella);
+        const QString righeSalvate = QStringLiteral("SELECT %1, TIPO_RIGA FROM %2 ORDER BY %1").arg(chiave, righe);
+        const QString altra = QStringLiteral("%1|900|False").arg(atteso);
+        Editor();
+        const int numero = Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->value();
+
+        QCOMPARE(SaveReady(), atteso + 1);
+        QVERIFY(m_responder->Messages().isEmpty());
+        QCOMPARE(Db().Rows(testate), (QStringList{altra, QStringLiteral("%1|%2|False").arg(atteso + 1).arg(numero)}));
+        QCOMPARE(Db().Rows(righeSalvate), QStringList{QStringLiteral("%1|Articolo").arg(atteso + 1)});
+
+        KRVInsertRiga(Db(), righe, atteso, QStringLiteral("Testo"));
+        Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+        Trigger(m_editor, QStringLiteral("actSalva"));
+        QVERIFY(m_responder->Messages().isEmpty());
+        QCOMPARE(Db().Rows(testate), (QStringList{altra, QStringLiteral("%1|%2|True").arg(atteso + 1).arg(numero)}));
+        QCOMPARE(Db().Rows(righeSalvate), (QStringList{QStringLiteral("%1|Testo").arg(atteso),
+                                                       QStringLiteral("%1|Articolo").arg(atteso + 1)}));
+
+        m_responder->Enqueue(TQ3MsgResult::Yes);
+        Trigger(m_editor, QStringLiteral("actElimina"));
+        QCOMPARE(m_responder->Messages().size(), 1);
+        QVERIFY(m_editor->NewRecord());
+        QCOMPARE(Db().Rows(testate), QStringList{altra});
+        QCOMPARE(Db().Rows(righeSalvate), QStringList{QStringLiteral("%1|Testo").arg(atteso)});
     }
 
     QString m_azione;

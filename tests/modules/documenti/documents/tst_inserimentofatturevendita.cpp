@@ -78,6 +78,8 @@ private slots:
     void loadingFromDeliveryNotesNeedsTheWarehouse();
     void loadingFromTwoDeliveryNotes();
     void printingNeedsASavedInvoice_mofiche_quirkKept();
+    void ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile();
+    void numberSavedFirstByAnotherWorkstationFailsTheSave_quirkKept();
 };
 
 void TestInserimentoFattureVendita::opensOnANewInvoice()
@@ -705,6 +707,56 @@ void TestInserimentoFattureVendita::printingNeedsASavedInvoice_mofiche_quirkKept
     Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{});
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
+}
+
+void TestInserimentoFattureVendita::ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile()
+{
+    SalvaAccantoAdAltraPostazione(QStringLiteral("FATT_VEND"), QStringLiteral("FATT_VEND_DETT"),
+                                  QStringLiteral("IDFATT_VEND"));
+}
+
+// Two workstations draw the same number. The other one saves first, while
+// this user answers the question about the missing tax codes, after the
+// number was checked: the unique key of number and year refuses this invoice,
+// and the save fails as any failed save does.
+void TestInserimentoFattureVendita::numberSavedFirstByAnotherWorkstationFailsTheSave_quirkKept()
+{
+    const int anno = QDate::currentDate().year();
+    Editor();
+    const int numero = Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->value();
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    int altra = 0;
+    m_responder->SetOnShow([&](const TQ3Message &) {
+        if (altra > 0)
+            return;
+        altra = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), numero, anno);
+        KRVInsertRiga(Db(), QStringLiteral("FATT_VEND_DETT"), altra, QStringLiteral("Testo"));
+    });
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QCOMPARE(m_responder->Messages().size(), 2);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Errore", "Si è verificato un errore durante il salvataggio dei dati!", None,
+                    Ok);
+    const QString testate = QStringLiteral("SELECT IDFATT_VEND, NUMERO, ANNO, PAGATO FROM FATT_VEND");
+    const QStringList altraTestata{QStringLiteral("%1|%2|%3|False").arg(altra).arg(numero).arg(anno)};
+    const QString righe = QStringLiteral("SELECT IDFATT_VEND, TIPO_RIGA FROM FATT_VEND_DETT");
+    const QStringList altraRiga{QStringLiteral("%1|Testo").arg(altra)};
+    QCOMPARE(Db().Rows(testate), altraTestata);
+    QCOMPARE(Db().Rows(righe), altraRiga);
+    QVERIFY(!m_editor->Modified());
+    QVERIFY(!m_editor->NewRecord());
+    QVERIFY(m_editor->IdRecord() != altra);
+
+    // Trying again, the user learns that the number is taken; the other
+    // workstation's invoice stays as it is.
+    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_responder->Messages().size(), 3);
+    KRV_COMPARE_BOX(m_responder->Messages().at(2), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
+    QCOMPARE(Db().Rows(testate), altraTestata);
+    QCOMPARE(Db().Rows(righe), altraRiga);
 }
 
 QTEST_MAIN(TestInserimentoFattureVendita)

@@ -58,6 +58,7 @@ private slots:
     void closingAsksToSave();
     void deleteCreditNote();
     void rightsOfTheEditor();
+    void ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
     QSpinBox *Numero() const { return Field<QSpinBox>(m_editor, QStringLiteral("txtNumero")); }
@@ -465,6 +466,12 @@ void TestInserimentoNoteAccredito::savedCreditNotePrints()
     SaveReady();
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
     QCOMPARE(m_responder->Messages().size(), 0);
+}
+
+void TestInserimentoNoteAccredito::ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile()
+{
+    SalvaAccantoAdAltraPostazione(QStringLiteral("NOTE_ACCREDITO"), QStringLiteral("NOTE_ACCREDITO_DETT"),
+                                  QStringLiteral("IDNOTA_ACCREDITO"));
 }
 
 QTEST_MAIN(TestInserimentoNoteAccredito)

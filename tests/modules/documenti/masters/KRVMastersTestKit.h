@@ -161,6 +161,41 @@ inline void ProcessDeletes()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+// Saves the editor's new record while another workstation's insert into the
+// table takes the key the generator would have given next; then changes the
+// record, saves it again and deletes it ("Elimina", confirmed). The record
+// must go by its own row's key throughout, and the other workstation's row
+// stay as it was.
+template <typename TEditor>
+void SaveChangeDeleteBesideAnotherWorkstation(const TKRVTestModule &module, TEditor *editor, const QString &table,
+                                              const QString &keyColumn, const QString &otherInsert,
+                                              const std::function<void()> &change)
+{
+    const TQ3TestDatabase &db = module.Database;
+    const auto row = [&](int key) {
+        return db.Rows(QStringLiteral("SELECT * FROM %1 WHERE %2 = %3").arg(table, keyColumn).arg(key));
+    };
+    const int expected = GetLastGeneratorValue(QStringLiteral("GN_") + keyColumn, db.Db()) + 1;
+    db.InsertOfAnotherWorkstationAtNextInsert(table, otherInsert);
+    Trigger(editor, QStringLiteral("actSalva"));
+    const QStringList other = row(expected);
+    QCOMPARE(other.size(), 1);
+    QCOMPARE(editor->IdRecord(), expected + 1);
+    const QStringList own = row(expected + 1);
+    QCOMPARE(own.size(), 1);
+
+    change();
+    Trigger(editor, QStringLiteral("actSalva"));
+    QCOMPARE(row(expected), other);
+    QCOMPARE(row(expected + 1).size(), 1);
+    QVERIFY(row(expected + 1) != own);
+
+    Trigger(editor, QStringLiteral("actElimina"));
+    QVERIFY(editor->NewRecord());
+    QCOMPARE(row(expected), other);
+    QVERIFY(row(expected + 1).isEmpty());
+}
+
 } // namespace KRVTest
 
 #define KRV_COMPARE_BOX(message, title, text, icon, buttons)                                                       \

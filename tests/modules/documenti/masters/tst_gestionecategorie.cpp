@@ -2,6 +2,7 @@
 #include "Q3Registry.h"
 #include "Q3Sql.h"
 #include "Q3TreeUtils.h"
+#include "Q3Utils.h"
 #include "uKRVGestioneCategorieAnaMaga.h"
 #include "uKRVGestioneCategorieServizi.h"
 #include "uKRVImages.h"
@@ -56,6 +57,7 @@ private slots:
     void rootNeverCollapsesAndFoldersFollowState();
     void rightPressSelectsBeforeContextMenu();
     void serviceWindowWorksOnServiceCategories();
+    void newUnderNewGetsItsParentsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
     TKRVGestioneCategorieBase *Open(const QString &action = ActAnaMaga);
@@ -65,6 +67,8 @@ private:
     void Select(QTreeWidgetItem *item) const;
     void Rename(QTreeWidgetItem *item, const QString &text) const;
     int Insert(const QString &table, const QString &name, int parent = -1) const;
+    // A new category under the root and a new one under it, unsaved.
+    std::pair<QTreeWidgetItem *, QTreeWidgetItem *> NewParentAndChild() const;
     QVariant Scalar(const QString &sql) const { return m_module->Database.Scalar(sql); }
     QStringList Rows(const QString &sql) const { return m_module->Database.Rows(sql); }
     // How many article categories meet the condition (all of them when empty).
@@ -140,6 +144,15 @@ QTreeWidgetItem *TestGestioneCategorie::Item(const QString &text) const
             return *it;
     }
     return nullptr;
+}
+
+std::pair<QTreeWidgetItem *, QTreeWidgetItem *> TestGestioneCategorie::NewParentAndChild() const
+{
+    Select(Tree()->topLevelItem(0));
+    Act(QStringLiteral("actNuovaCategoria"));
+    QTreeWidgetItem *parent = Tree()->currentItem();
+    Act(QStringLiteral("actNuovaCategoria"));
+    return {parent, Tree()->currentItem()};
 }
 
 void TestGestioneCategorie::Select(QTreeWidgetItem *item) const
@@ -384,11 +397,7 @@ void TestGestioneCategorie::f2StartsInPlaceEditing()
 void TestGestioneCategorie::newUnderNewSavedTogetherGetsParentsFreshKey()
 {
     Open();
-    Select(Tree()->topLevelItem(0));
-    Act(QStringLiteral("actNuovaCategoria"));
-    QTreeWidgetItem *parent = Tree()->currentItem();
-    Act(QStringLiteral("actNuovaCategoria"));
-    QTreeWidgetItem *child = Tree()->currentItem();
+    const auto [parent, child] = NewParentAndChild();
     QCOMPARE(child->parent(), parent);
     QCOMPARE(child->text(0), QStringLiteral("Nuova categoria 2"));
     QCOMPARE(TreeNode(child).ParentId, -1);
@@ -695,6 +704,39 @@ void TestGestioneCategorie::serviceWindowWorksOnServiceCategories()
                  .toInt(),
              0);
     QCOMPARE(Articoli(), articoli);
+}
+
+// Another workstation's category takes the key the generator would have
+// given the new parent next.
+void TestGestioneCategorie::newUnderNewGetsItsParentsOwnKeyWhenAnotherWorkstationInsertsMeanwhile()
+{
+    const int expected = GetLastGeneratorValue(QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"), m_module->Database.Db()) + 1;
+    m_module->Database.InsertOfAnotherWorkstationAtNextInsert(
+        QStringLiteral("CATEGORIE_ANA_MAGA"),
+        QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA (CATEGORIA) VALUES ('Altrui')"));
+    Open();
+    const auto [parent, child] = NewParentAndChild();
+    Act(QStringLiteral("actSalva"));
+
+    QVERIFY(m_responder->Messages().isEmpty());
+    const QString all = QStringLiteral("SELECT IDCATEGORIA_ANA_MAGA, CATEGORIA, IDPADRE FROM CATEGORIE_ANA_MAGA "
+                                       "WHERE IDCATEGORIA_ANA_MAGA >= %1 ORDER BY IDCATEGORIA_ANA_MAGA")
+                            .arg(expected);
+    QCOMPARE(Rows(all), (QStringList{QStringLiteral("%1|Altrui|<null>").arg(expected),
+                                     QStringLiteral("%1|Nuova categoria 1|<null>").arg(expected + 1),
+                                     QStringLiteral("%1|Nuova categoria 2|%2").arg(expected + 2).arg(expected + 1)}));
+    QCOMPARE(TreeNode(parent).Id, expected + 1);
+    QCOMPARE(TreeNode(child).Id, expected + 2);
+    QCOMPARE(TreeNode(child).ParentId, expected + 1);
+
+    // Renaming and deleting afterwards touch the window's own rows only.
+    Rename(parent, QStringLiteral("Fissaggio"));
+    Act(QStringLiteral("actSalva"));
+    Select(child);
+    Act(QStringLiteral("actEliminaCategoria"));
+    QCOMPARE(m_responder->Messages().size(), 1);
+    QCOMPARE(Rows(all), (QStringList{QStringLiteral("%1|Altrui|<null>").arg(expected),
+                                     QStringLiteral("%1|Fissaggio|<null>").arg(expected + 1)}));
 }
 
 QTEST_MAIN(TestGestioneCategorie)

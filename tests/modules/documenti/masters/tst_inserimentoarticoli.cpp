@@ -49,6 +49,7 @@ private slots:
     void storedThresholdsSurviveAnotherEdit();
     void typedThresholdsAreStored();
     void failedDeleteIsReportedAndTheWindowBlanks();
+    void newArticleKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
     template <typename T = QLineEdit> T *F(const QString &name) const { return Field<T>(m_editor, name); }
@@ -440,6 +441,20 @@ void TestInserimentoArticoli::typedThresholdsAreStored()
 void TestInserimentoArticoli::failedDeleteIsReportedAndTheWindowBlanks()
 {
     VerifyFailedDeleteBlanks(m_module->Database, KRVCatalogoArticoli(), m_editor, *m_boxes);
+}
+
+void TestInserimentoArticoli::newArticleKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile()
+{
+    const TKRVCatalogo &articoli = KRVCatalogoArticoli();
+    FillValid(QStringLiteral("Vite M6"));
+    SaveChangeDeleteBesideAnotherWorkstation(
+        *m_module, m_editor, articoli.Table, articoli.KeyField,
+        InsertVoceSQL(articoli, QuotedStr(QStringLiteral("ALTRO")), QStringLiteral("Altra postazione"), 1,
+                      QStringLiteral("2")),
+        [this] { Type(F(QStringLiteral("txtDescrizione")), QStringLiteral("Vite M8")); });
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, DESCRIZIONE FROM ANA_MAGA")),
+             QStringList{QStringLiteral("ALTRO|Altra postazione")});
 }
 
 QTEST_MAIN(TestInserimentoArticoli)

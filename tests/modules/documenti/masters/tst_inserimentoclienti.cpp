@@ -86,6 +86,7 @@ private slots:
     void failedSaveIsReported();
     void unsavedChangesAreAskedAbout();
     void listIsNotRefreshed();
+    void newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
     TKRVInserimentoClienti *Open();
@@ -529,6 +530,18 @@ void TestInserimentoClienti::listIsNotRefreshed()
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(Customers().size(), 1);
     QCOMPARE(Column(list->GridRisultati(), 2), (QStringList{"Aldebaran", "Antares"}));
+}
+
+void TestInserimentoClienti::newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    SaveChangeDeleteBesideAnotherWorkstation(
+        *m_module, m_editor, QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"),
+        QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE) VALUES ('ALTRO', 'Altra postazione')"),
+        [this] { Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.p.A.")); });
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE FROM CLIENTI")),
+             QStringList{QStringLiteral("ALTRO|Altra postazione")});
 }
 
 QTEST_MAIN(TestInserimentoClienti)

@@ -26,6 +26,8 @@ private slots:
     void unitFieldStaysEnabledOnASavedUnit();
     void failedSaveShowsTheErrorIconAndCountsAsSaved();
     void saveLeavesTheListAloneDeleteRefreshesIt();
+    void newUnitKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
+    void savingAgainAfterAFailedSaveLeavesTheOtherRowAlone_quirkKept();
 
 private:
     QLineEdit *Um() const { return Field(m_editor, QStringLiteral("txtUm")); }
@@ -160,6 +162,35 @@ void TestInserimentoUM::saveLeavesTheListAloneDeleteRefreshesIt()
     QCOMPARE(m_editor->ApriRecord(1), 0);
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(Column(list->GridRisultati(), 1), QStringList{QStringLiteral("ORE")});
+}
+
+void TestInserimentoUM::newUnitKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile()
+{
+    Type(Um(), QStringLiteral("MQ"));
+    SaveChangeDeleteBesideAnotherWorkstation(*m_module, m_editor, QStringLiteral("UM"), QStringLiteral("IDUM"),
+                                             QStringLiteral("INSERT INTO UM (UM) VALUES ('ALTRA')"),
+                                             [this] { Type(Um(), QStringLiteral("MQ2")); });
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
+    QCOMPARE(Units().mid(4), QStringList{QStringLiteral("5|ALTRA")});
+}
+
+// After a failed save the record goes by the key it expected, here the key of
+// a row that is not its own: a second save must not write over that row.
+void TestInserimentoUM::savingAgainAfterAFailedSaveLeavesTheOtherRowAlone_quirkKept()
+{
+    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDUM TO 1"));
+    const QStringList before = Units();
+    Type(Um(), QStringLiteral("CM"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_editor->IdRecord(), 2);
+
+    Type(Um(), QStringLiteral("CM2"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_boxes->Messages().size(), 2);
+    KRV_COMPARE_BOX(m_boxes->Messages().at(1), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
+                    Error, Ok);
+    QCOMPARE(Units(), before);
 }
 
 QTEST_MAIN(TestInserimentoUM)
