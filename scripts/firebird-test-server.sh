@@ -7,6 +7,7 @@
 #
 #   firebird-test-server.sh start   prints the variables the tests read; eval its output
 #   firebird-test-server.sh stop
+#   firebird-test-server.sh resume  starts the stopped server again on the same port
 #
 # The state folder is build/firebird-test-server of this checkout, or
 # Q3_TEST_SERVER_STATE.
@@ -74,6 +75,32 @@ EOF
     | private_env isql-fb -q -user SYSDBA "$state/root/security3.fdb" >&2
 }
 
+# Starts the server of the state folder on the port and waits until it
+# listens; answers false when it did not start.
+launch() {
+  local port=$1 child
+  FIREBIRD="$state/root" FIREBIRD_LOCK="$state/lock" FIREBIRD_TMP="$state/tmp" \
+    setsid "$server" -p "$port" >"$state/server.log" 2>&1 </dev/null &
+  child=$!
+  echo "$child" >"$state/pid"
+  # Until setsid has become the server the pid names setsid: wait on the
+  # process itself, not on its name.
+  for _ in $(seq 1 50); do
+    listening "$port" && return 0
+    kill -0 "$child" 2>/dev/null || break
+    sleep 0.2
+  done
+  kill "$child" 2>/dev/null || true
+  wait "$child" 2>/dev/null || true
+  rm -f "$state/pid"
+  return 1
+}
+
+write_env() {
+  printf 'export Q3_TEST_SERVER=%q Q3_TEST_SERVER_USER=%q Q3_TEST_SERVER_PASSWORD=%q\n' \
+    "127.0.0.1/$1" "$user" "$password" >"$state/env"
+}
+
 start() {
   if ! running_pid >/dev/null; then
     [ -x "$server" ] || { echo "$server is missing: run scripts/install-deps.sh --with-server" >&2; exit 1; }
@@ -81,25 +108,23 @@ start() {
     for _ in 1 2 3; do
       port=$(free_port)
       prepare "$port"
-      FIREBIRD="$state/root" FIREBIRD_LOCK="$state/lock" FIREBIRD_TMP="$state/tmp" \
-        setsid "$server" -p "$port" >"$state/server.log" 2>&1 </dev/null &
-      local child=$!
-      echo "$child" >"$state/pid"
-      # Until setsid has become the server the pid names setsid: wait on the
-      # process itself, not on its name.
-      for _ in $(seq 1 50); do
-        listening "$port" && { started=true; break; }
-        kill -0 "$child" 2>/dev/null || break
-        sleep 0.2
-      done
-      $started && break
-      kill "$child" 2>/dev/null || true
-      wait "$child" 2>/dev/null || true
-      rm -f "$state/pid"
+      launch "$port" && { started=true; break; }
     done
     $started || { echo "The Firebird test server did not start; see $state/server.log" >&2; exit 1; }
-    printf 'export Q3_TEST_SERVER=%q Q3_TEST_SERVER_USER=%q Q3_TEST_SERVER_PASSWORD=%q\n' \
-      "127.0.0.1/$port" "$user" "$password" >"$state/env"
+    write_env "$port"
+  fi
+  cat "$state/env"
+}
+
+# The stopped server again, on its port, with its root folder and users: the
+# connections of a test find it where they left it.
+resume() {
+  if ! running_pid >/dev/null; then
+    local port
+    port=$(sed -n 's/^RemoteServicePort = //p' "$state/root/firebird.conf" 2>/dev/null || true)
+    [ -n "$port" ] || { echo "No test server to resume in $state" >&2; exit 1; }
+    launch "$port" || { echo "The Firebird test server did not start again on port $port; see $state/server.log" >&2; exit 1; }
+    write_env "$port"
   fi
   cat "$state/env"
 }
@@ -120,8 +145,9 @@ stop() {
 case "${1:-}" in
 start) start ;;
 stop) stop ;;
+resume) resume ;;
 *)
-  echo "usage: $0 start|stop" >&2
+  echo "usage: $0 start|stop|resume" >&2
   exit 2
   ;;
 esac

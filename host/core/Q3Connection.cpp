@@ -6,6 +6,7 @@
 #include <QAtomicInt>
 #include <QRegularExpression>
 #include <QSqlError>
+#include <QSqlQuery>
 
 namespace {
 
@@ -124,13 +125,16 @@ void TQ3Connection::Open()
     db.setUserName(target.User);
     db.setPassword(target.Password);
     db.setConnectOptions(QStringLiteral("ISC_DPB_LC_CTYPE=UTF8"));
+    m_lost = false;
+    m_lossesSeen = Q3ConnectionLosses();
     if (!db.open())
         throw EQ3Exception(tr("Impossibile aprire il database \"%1\":\n%2")
-                               .arg(target.Database, SqlErrorText(db.lastError())));
+                               .arg(target.Database, SqlDatabaseText(db.lastError())));
 }
 
 void TQ3Connection::Close()
 {
+    m_lost = false;
     QSqlDatabase db = QSqlDatabase::database(m_connectionName, false);
     if (db.isOpen())
         db.close();
@@ -143,5 +147,27 @@ bool TQ3Connection::Connected() const
 
 QSqlDatabase TQ3Connection::Database() const
 {
+    if (m_lossesSeen != Q3ConnectionLosses())
+        CheckAfterLoss();
     return QSqlDatabase::database(m_connectionName, false);
+}
+
+void TQ3Connection::CheckAfterLoss() const
+{
+    const int losses = Q3ConnectionLosses();
+    QSqlDatabase db = QSqlDatabase::database(m_connectionName, false);
+    if (!m_lost) {
+        if (!db.isOpen() || !TQ3DatabaseTarget::FromConnectionString(m_connectionString).IsRemote()
+            || QSqlQuery(db).exec(QStringLiteral("SELECT 1 FROM RDB$DATABASE"))) {
+            m_lossesSeen = losses;
+            return;
+        }
+        m_lost = true;
+    }
+    db.close();
+    if (!db.open())
+        throw EQ3Exception(QString::fromUtf8(Q3MsgConnessioneNonRipristinata) + QLatin1Char('\n')
+                           + SqlDatabaseText(db.lastError()));
+    m_lost = false;
+    m_lossesSeen = losses;
 }

@@ -38,10 +38,21 @@ public:
     void Close();
     bool Connected() const;
 
-    // The handle every query of this connection runs on.
+    // The handle every query of this connection runs on. Once a statement has
+    // failed because its connection was gone, a connection to a server checks
+    // itself here and, when it is gone too, opens again; while it cannot, this
+    // raises EQ3Exception and tries again at the next use. A file opened by
+    // the embedded engine has no server to lose and is left as it is.
+    // Nothing that failed is run again: the user repeats it.
     QSqlDatabase Database() const;
 
 private:
+    void CheckAfterLoss() const;
+
     QString m_connectionName;
     QString m_connectionString;
+    // The count of lost connections this one has checked itself against, and
+    // whether it was found gone and is still to be opened again.
+    mutable int m_lossesSeen = 0;
+    mutable bool m_lost = false;
 };

@@ -87,6 +87,12 @@ QList<TQ3SchemaStep> HostSteps()
                                          "CONSTRAINT PK_AZIENDA PRIMARY KEY(IDAZIENDA))"),
                           QStringLiteral("AZIENDA"), QStringLiteral("AZIENDA"),
                           {QStringLiteral("INSERT INTO AZIENDA (IDAZIENDA) VALUES (0)")}),
+        // Failed logins of a user name in a row, and when the last one was.
+        CreateStep(QStringLiteral("ACCESSI_FALLITI"),
+                   {QStringLiteral("CREATE TABLE ACCESSI_FALLITI (USER_NAME VARCHAR(50) NOT NULL, "
+                                   "TENTATIVI INTEGER NOT NULL, ULTIMO_TENTATIVO TIMESTAMP NOT NULL, "
+                                   "CONSTRAINT PK_ACCESSI_FALLITI PRIMARY KEY(USER_NAME))")},
+                   {}),
     };
 }
 

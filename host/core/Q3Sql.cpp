@@ -2,7 +2,17 @@
 
 #include "Q3Exception.h"
 
+#include <QAtomicInt>
 #include <QSqlError>
+
+namespace {
+
+QAtomicInt connectionLosses;
+
+// Firebird's SQLCODE for the errors after which an attachment is useless.
+const QString SqlCodeFatal = QStringLiteral("-902");
+
+} // namespace
 
 QString QuotedStr(const QString &value)
 {
@@ -11,7 +21,26 @@ QString QuotedStr(const QString &value)
     return QLatin1Char('\'') + quoted + QLatin1Char('\'');
 }
 
+bool Q3ConnectionLost(const QSqlError &error)
+{
+    return error.nativeErrorCode() == SqlCodeFatal;
+}
+
+int Q3ConnectionLosses()
+{
+    return connectionLosses.loadRelaxed();
+}
+
 QString SqlErrorText(const QSqlError &error)
+{
+    const QString text = SqlDatabaseText(error);
+    if (!Q3ConnectionLost(error))
+        return text;
+    connectionLosses.fetchAndAddRelaxed(1);
+    return QString::fromUtf8(Q3MsgConnessioneInterrotta) + QLatin1Char('\n') + text;
+}
+
+QString SqlDatabaseText(const QSqlError &error)
 {
     QString text = error.databaseText().trimmed();
     const QString driver = error.driverText().trimmed();

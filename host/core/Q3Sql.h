@@ -28,8 +28,31 @@ Q3_EXPORT QVariant QueryScalar(const QSqlDatabase &db, const QString &sql);
 // Raises EQ3Exception for an unknown column.
 Q3_EXPORT int FieldIndex(const QSqlRecord &layout, const QString &field);
 
-// The database's own text for a failed query or connection.
+// The database's own text for a failed query or transaction. When the failure
+// means that the connection is gone, the text says so first, in the user's
+// words, and the failure is counted (Q3ConnectionLosses).
 Q3_EXPORT QString SqlErrorText(const QSqlError &error);
+
+// The database's own text, as the driver gives it (a failed connection attempt).
+Q3_EXPORT QString SqlDatabaseText(const QSqlError &error);
+
+// Whether a failure leaves the connection of no further use: Firebird's class
+// of fatal errors (SQLCODE -902), among them a server that stopped or cannot
+// be reached and a connection that broke.
+Q3_EXPORT bool Q3ConnectionLost(const QSqlError &error);
+
+// How many statements of this process failed so far because their connection
+// was gone. A connection that has seen fewer checks itself at its next use.
+Q3_EXPORT int Q3ConnectionLosses();
+
+// What the user reads first when an operation found the connection gone, and
+// when the connection could not be opened again at the next one.
+inline constexpr char Q3MsgConnessioneInterrotta[] =
+    "Connessione al database interrotta: l'operazione non è stata completata. "
+    "Ripeterla quando il database sarà di nuovo raggiungibile.";
+inline constexpr char Q3MsgConnessioneNonRipristinata[] =
+    "Connessione al database interrotta: impossibile ristabilirla. "
+    "Riprovare quando il database sarà di nuovo raggiungibile.";
 
 // A transaction that rolls back unless committed.
 class Q3_EXPORT TQ3Transaction

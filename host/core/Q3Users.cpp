@@ -11,6 +11,12 @@ namespace {
 
 QString currentUserName;
 
+// The row of a name in ACCESSI_FALLITI: upper case, as long as a user name can be.
+QString ThrottleKey(const QString &userName)
+{
+    return userName.toUpper().left(50);
+}
+
 void InitSodium()
 {
     if (sodium_init() < 0)
@@ -39,7 +45,7 @@ bool Q3VerifyPassword(const QString &hash, const QString &password)
     return !stored.isEmpty() && crypto_pwhash_str_verify(stored.constData(), bytes.constData(), quint64(bytes.size())) == 0;
 }
 
-TQ3Users::TQ3Users(QSqlDatabase db) : m_db(std::move(db)) {}
+TQ3Users::TQ3Users(QSqlDatabase db) : m_db(db), m_throttle(std::move(db)) {}
 
 TQ3Users::TStoredUser TQ3Users::Stored(const QString &userName) const
 {
@@ -69,17 +75,58 @@ void TQ3Users::SetPassword(const QString &userName, const QString &password)
                       .arg(QuotedStr(Q3HashPassword(password)), QuotedStr(userName.toUpper())));
 }
 
-QString TQ3Users::Login(const QString &userName, const QString &password) const
+QString TQ3Users::Login(const QString &userName, const QString &password)
 {
+    if (m_throttle.WaitSeconds(userName) > 0)
+        return {};
     const TStoredUser user = Stored(userName);
-    return user.Found && Q3VerifyPassword(user.Hash, password) ? user.Name : QString();
+    if (!user.Found || !Q3VerifyPassword(user.Hash, password)) {
+        m_throttle.Failed(userName);
+        return {};
+    }
+    m_throttle.Succeeded(userName);
+    return user.Name;
 }
 
-int TQ3LoginThrottle::DelaySeconds() const
+TQ3LoginThrottle::TQ3LoginThrottle(QSqlDatabase db) : m_db(std::move(db)) {}
+
+int TQ3LoginThrottle::Failures(const QString &userName) const
 {
-    if (m_failures == 0)
+    return QueryScalar(m_db, QStringLiteral("SELECT TENTATIVI FROM ACCESSI_FALLITI WHERE USER_NAME = %1")
+                                 .arg(QuotedStr(ThrottleKey(userName))))
+        .toInt();
+}
+
+int TQ3LoginThrottle::WaitSeconds(const QString &userName) const
+{
+    QSqlQuery query = OpenQuery(m_db, QStringLiteral("SELECT TENTATIVI, DATEDIFF(MILLISECOND FROM ULTIMO_TENTATIVO TO "
+                                                     "CURRENT_TIMESTAMP) FROM ACCESSI_FALLITI WHERE USER_NAME = %1")
+                                          .arg(QuotedStr(ThrottleKey(userName))));
+    if (!query.next())
         return 0;
-    return std::min(1 << std::min(m_failures - 1, 5), 30);
+    const qint64 left = qint64(DelaySeconds(query.value(0).toInt())) * 1000 - query.value(1).toLongLong();
+    return left > 0 ? int((left + 999) / 1000) : 0;
+}
+
+void TQ3LoginThrottle::Failed(const QString &userName)
+{
+    const QString key = QuotedStr(ThrottleKey(userName));
+    ExecSQL(m_db, QStringLiteral("UPDATE OR INSERT INTO ACCESSI_FALLITI (USER_NAME, TENTATIVI, ULTIMO_TENTATIVO) "
+                                 "VALUES (%1, COALESCE((SELECT TENTATIVI FROM ACCESSI_FALLITI WHERE USER_NAME = %1), 0) + 1, "
+                                 "CURRENT_TIMESTAMP) MATCHING (USER_NAME)")
+                      .arg(key));
+}
+
+void TQ3LoginThrottle::Succeeded(const QString &userName)
+{
+    ExecSQL(m_db, QStringLiteral("DELETE FROM ACCESSI_FALLITI WHERE USER_NAME = %1").arg(QuotedStr(ThrottleKey(userName))));
+}
+
+int TQ3LoginThrottle::DelaySeconds(int failures)
+{
+    if (failures <= 0)
+        return 0;
+    return std::min(1 << std::min(failures - 1, 5), 30);
 }
 
 QString GetQ3CurrentUserName()

@@ -12,6 +12,29 @@ Q3_EXPORT bool Q3VerifyPassword(const QString &hash, const QString &password);
 // The shortest password the application accepts.
 inline constexpr int Q3MinPasswordLength = 6;
 
+// Failed logins in a row of each user name, kept in the host's table
+// ACCESSI_FALLITI: a new login window, or a new start of the program, on the
+// same database does not begin afresh. Names count without regard to case,
+// whether a user has them or not; times are the database's.
+class Q3_EXPORT TQ3LoginThrottle
+{
+public:
+    explicit TQ3LoginThrottle(QSqlDatabase db);
+
+    int Failures(const QString &userName) const;
+    // How long the name must still wait before its next attempt: the delay of
+    // its failures less the time since the last one, in whole seconds rounded up.
+    int WaitSeconds(const QString &userName) const;
+    void Failed(const QString &userName);
+    void Succeeded(const QString &userName);
+
+    // 0 before any failure, then 1, 2, 4, 8 ... seconds, at most 30.
+    static int DelaySeconds(int failures);
+
+private:
+    QSqlDatabase m_db;
+};
+
 // The users of the host's UTENTI table. Names match without regard to case.
 class Q3_EXPORT TQ3Users
 {
@@ -22,8 +45,12 @@ public:
     bool NeedsPassword(const QString &userName) const;
     // Stores the hash of a new password; raises EQ3Exception when it is too short.
     void SetPassword(const QString &userName, const QString &password);
-    // The stored name on success, empty otherwise.
-    QString Login(const QString &userName, const QString &password) const;
+    // The stored name on success, empty otherwise. While the name must still
+    // wait (Throttle().WaitSeconds) the attempt is refused without looking at
+    // the password; a wrong password counts as a failure of the name, a right
+    // one clears its failures.
+    QString Login(const QString &userName, const QString &password);
+    const TQ3LoginThrottle &Throttle() const { return m_throttle; }
 
 private:
     // The active user's row: the name as stored and the password hash.
@@ -35,20 +62,7 @@ private:
     };
     TStoredUser Stored(const QString &userName) const;
     QSqlDatabase m_db;
-};
-
-// Failed logins in a row, and how long the next attempt must wait.
-class Q3_EXPORT TQ3LoginThrottle
-{
-public:
-    void Failed() { ++m_failures; }
-    void Succeeded() { m_failures = 0; }
-    int Failures() const { return m_failures; }
-    // 0 before any failure, then 1, 2, 4, 8 ... seconds, at most 30.
-    int DelaySeconds() const;
-
-private:
-    int m_failures = 0;
+    TQ3LoginThrottle m_throttle;
 };
 
 // The logged-in user, as the host reports it to modules.

@@ -17,7 +17,6 @@
 #include <QLocale>
 #include <QPluginLoader>
 #include <QStandardPaths>
-#include <QThread>
 
 #include <cstdio>
 
@@ -142,12 +141,17 @@ bool TQ3Host::Login()
     QString logged;
     if (m_options.Headless) {
         const QString password = ReadQ3SecretFile(m_options.PasswordFile);
+        // Failed attempts of the name, from here or from the login window,
+        // make the next one wait: guessing from a script is slow.
+        const int wait = users.Throttle().WaitSeconds(m_options.User);
+        if (wait > 0) {
+            PrintError(QStringLiteral("troppi tentativi di accesso non riusciti: riprovare tra %1 secondi.").arg(wait));
+            return false;
+        }
         if (users.NeedsPassword(m_options.User))
             users.SetPassword(m_options.User, password);
         logged = users.Login(m_options.User, password);
         if (logged.isEmpty()) {
-            // A wrong password costs time, so that guessing from a script is slow.
-            QThread::sleep(1);
             PrintError(QStringLiteral("nome utente o password non validi."));
             return false;
         }

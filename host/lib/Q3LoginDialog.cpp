@@ -35,7 +35,7 @@ QLineEdit *AddField(QFormLayout *form, const QString &objectName, const QString 
 
 } // namespace
 
-TQ3LoginDialog::TQ3LoginDialog(const TQ3Users &users, const QString &database, QWidget *parent)
+TQ3LoginDialog::TQ3LoginDialog(TQ3Users &users, const QString &database, QWidget *parent)
     : QDialog(parent), m_users(users)
 {
     setObjectName(QStringLiteral("TQ3LoginDialog"));
@@ -65,26 +65,33 @@ TQ3LoginDialog::TQ3LoginDialog(const TQ3Users &users, const QString &database, Q
     txtUtente->setText(QString::fromLatin1(Q3AdminUser));
     txtPassword->setFocus();
     setMinimumWidth(380);
+    // Failures of an earlier window or start still count.
+    ReadWait();
+    connect(txtUtente, &QLineEdit::textChanged, this, &TQ3LoginDialog::ReadWait);
 }
 
 void TQ3LoginDialog::TryLogin()
 {
+    ReadWait();
     if (m_waitLeft > 0)
         return;
     Q3Guarded([this] {
         const QString user = m_users.Login(txtUtente->text().trimmed(), txtPassword->text());
         if (!user.isEmpty()) {
-            m_throttle.Succeeded();
             m_loggedUser = user;
             accept();
             return;
         }
-        m_throttle.Failed();
         txtPassword->clear();
         Q3ShowWarning(QStringLiteral("Nome utente o password non validi."));
-        m_waitLeft = m_throttle.DelaySeconds();
-        UpdateWait();
+        ReadWait();
     });
+}
+
+void TQ3LoginDialog::ReadWait()
+{
+    Q3Guarded([this] { m_waitLeft = m_users.Throttle().WaitSeconds(txtUtente->text().trimmed()); });
+    UpdateWait();
 }
 
 void TQ3LoginDialog::UpdateWait()

@@ -9,26 +9,27 @@
 #include <QTimer>
 
 // Asks the user name and password and checks them; every wrong attempt makes
-// the next one wait longer.
+// the next one of that name wait longer, in this window and in any later one.
 class Q3_EXPORT TQ3LoginDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    TQ3LoginDialog(const TQ3Users &users, const QString &database, QWidget *parent = nullptr);
+    TQ3LoginDialog(TQ3Users &users, const QString &database, QWidget *parent = nullptr);
 
     // The user name as stored, after an accepted login.
     QString LoggedUser() const { return m_loggedUser; }
-    const TQ3LoginThrottle &Throttle() const { return m_throttle; }
+    const TQ3LoginThrottle &Throttle() const { return m_users.Throttle(); }
 
 public slots:
     void TryLogin();
 
 private:
+    // The wait of the name typed, as the database keeps it.
+    void ReadWait();
     void UpdateWait();
 
-    const TQ3Users &m_users;
-    TQ3LoginThrottle m_throttle;
+    TQ3Users &m_users;
     QLineEdit *txtUtente;
     QLineEdit *txtPassword;
     QLabel *lblAttesa;

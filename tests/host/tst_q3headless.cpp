@@ -2,10 +2,14 @@
 #include "Q3Sql.h"
 #include "Q3TestDatabase.h"
 #include "Q3TestHost.h"
+#include "Q3Users.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <memory>
 
 // The administrators' headless start: log in, load the modules, upgrade, exit.
 class TestQ3Headless : public QObject
@@ -16,6 +20,7 @@ private slots:
     void newDatabaseIsCreatedAndUpgraded();
     void secondRunChangesNothing();
     void wrongPasswordFails();
+    void failedLoginsHoldAcrossStarts();
     void missingDatabaseFolderFails();
     void messageBoxesGoToStandardError();
     void helpPrintsTheOptionsAndCreatesNothing();
@@ -28,20 +33,26 @@ private:
         return {QStringLiteral("--headless"), QStringLiteral("--database"), database, QStringLiteral("--user"), user,
                 QStringLiteral("--password-file"), passwordFile};
     }
+    // A connection of the test to the file, closed again before the next start.
+    static std::unique_ptr<TQ3Connection> Connect(const QString &database)
+    {
+        auto connection = std::make_unique<TQ3Connection>();
+        connection->SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
+        connection->Open();
+        return connection;
+    }
     static QStringList Snapshot(const QString &database)
     {
-        TQ3Connection connection;
-        connection.SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
-        connection.Open();
+        const std::unique_ptr<TQ3Connection> connection = Connect(database);
         QStringList rows;
-        QSqlQuery query = OpenQuery(connection.Database(), QStringLiteral(
+        QSqlQuery query = OpenQuery(connection->Database(), QStringLiteral(
             "SELECT TABELLA || '=' || VERSIONE FROM TABLE_VERSION ORDER BY 1"));
         while (query.next())
             rows << query.value(0).toString();
         for (const char *table : {"UTENTI", "ABILITAZIONI_UTENTE", "OPZIONI", "AZIENDA"})
             rows << QString::fromLatin1(table) + QLatin1Char('#')
-                        + QueryScalar(connection.Database(), QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromLatin1(table)).toString();
-        rows << QueryScalar(connection.Database(), QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME='admin'")).toString();
+                        + QueryScalar(connection->Database(), QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromLatin1(table)).toString();
+        rows << QueryScalar(connection->Database(), QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME='admin'")).toString();
         return rows;
     }
 };
@@ -58,10 +69,7 @@ void TestQ3Headless::newDatabaseIsCreatedAndUpgraded()
     QVERIFY(snapshot.contains(QStringLiteral("UTENTI=1.0.0")));
     QVERIFY(snapshot.last().startsWith(QLatin1String("$argon2id$")));
     // The module was loaded and initialised: its permissions are in the catalogue.
-    TQ3Connection connection;
-    connection.SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
-    connection.Open();
-    QCOMPARE(QueryScalar(connection.Database(), QStringLiteral("SELECT COUNT(*) FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'")).toInt(), 7);
+    QCOMPARE(QueryScalar(Connect(database)->Database(), QStringLiteral("SELECT COUNT(*) FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'")).toInt(), 7);
 }
 
 void TestQ3Headless::secondRunChangesNothing()
@@ -89,6 +97,44 @@ void TestQ3Headless::wrongPasswordFails()
     QVERIFY(RunQuillo3Process(Arguments(database, dir.filePath(QStringLiteral("pw")), QStringLiteral("mario"))).ExitCode != 0);
 }
 
+void TestQ3Headless::failedLoginsHoldAcrossStarts()
+{
+    QTemporaryDir dir;
+    const QString database = dir.filePath(QStringLiteral("db.fdb"));
+    const QString right = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"));
+    const QString wrong = WriteQ3TestFile(dir.path(), QStringLiteral("bad"), QStringLiteral("sbagliata"));
+    QCOMPARE(RunQuillo3Process(Arguments(database, right)).ExitCode, 0);
+    TQ3HostRun run = RunQuillo3Process(Arguments(database, wrong));
+    QCOMPARE(run.ExitCode, 3);
+    const auto failures = [&database] {
+        return QueryScalar(Connect(database)->Database(),
+                           QStringLiteral("SELECT TENTATIVI FROM ACCESSI_FALLITI WHERE USER_NAME = 'ADMIN'"))
+            .toInt();
+    };
+    QCOMPARE(failures(), 1);
+    // Four more failures, from wherever they came, make the name wait sixteen seconds.
+    {
+        const std::unique_ptr<TQ3Connection> connection = Connect(database);
+        for (int i = 0; i < 4; ++i)
+            TQ3LoginThrottle(connection->Database()).Failed(QStringLiteral("admin"));
+    }
+    // A new start is still held up: even the right password is not looked at.
+    run = RunQuillo3Process(Arguments(database, right));
+    QCOMPARE(run.ExitCode, 3);
+    static const QRegularExpression refused(
+        QStringLiteral("quillo3: troppi tentativi di accesso non riusciti: riprovare tra (\\d+) secondi\\."));
+    const QRegularExpressionMatch match = refused.match(run.StdErr);
+    QVERIFY2(match.hasMatch(), qPrintable(run.StdErr));
+    QVERIFY(match.captured(1).toInt() > 0 && match.captured(1).toInt() <= 16);
+    QCOMPARE(failures(), 5);
+    // Once the wait is over the right password gets in, and the count starts again.
+    ExecSQL(Connect(database)->Database(),
+            QStringLiteral("UPDATE ACCESSI_FALLITI SET ULTIMO_TENTATIVO = DATEADD(-1 MINUTE TO CURRENT_TIMESTAMP)"));
+    run = RunQuillo3Process(Arguments(database, right));
+    QVERIFY2(run.ExitCode == 0, qPrintable(run.StdErr));
+    QCOMPARE(failures(), 0);
+}
+
 void TestQ3Headless::missingDatabaseFolderFails()
 {
     QTemporaryDir dir;
@@ -104,14 +150,9 @@ void TestQ3Headless::messageBoxesGoToStandardError()
     const QString database = dir.filePath(QStringLiteral("db.fdb"));
     const QString password = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"));
     QCOMPARE(RunQuillo3Process(Arguments(database, password)).ExitCode, 0);
-    {
-        // A version row whose key differs only in case makes the module try to
-        // create a table that exists: the failure is reported as a box.
-        TQ3Connection connection;
-        connection.SetConnectionString(TQ3DatabaseTarget{database, {}, {}}.ConnectionString());
-        connection.Open();
-        ExecSQL(connection.Database(), QStringLiteral("UPDATE TABLE_VERSION SET TABELLA = 'fatt_vend' WHERE TABELLA = 'FATT_VEND'"));
-    }
+    // A version row whose key differs only in case makes the module try to
+    // create a table that exists: the failure is reported as a box.
+    ExecSQL(Connect(database)->Database(), QStringLiteral("UPDATE TABLE_VERSION SET TABELLA = 'fatt_vend' WHERE TABELLA = 'FATT_VEND'"));
     const TQ3HostRun run = RunQuillo3Process(Arguments(database, password));
     QCOMPARE(run.ExitCode, 0);
     QVERIFY2(run.StdErr.contains(QLatin1String("Errore: Errore durante l'aggiornamento del database!")), qPrintable(run.StdErr));

@@ -18,7 +18,8 @@ void TestQ3HostSchema::newDatabaseGetsHostTablesAndSeeds()
 {
     TQ3TestDatabase db;
     QCOMPARE(db.Rows(QStringLiteral("SELECT TABELLA, VERSIONE FROM TABLE_VERSION ORDER BY TABELLA")),
-             (QStringList{"ABILITAZIONI_RUOLI|1.0.0", "ABILITAZIONI_UTENTE|1.0.0", "AZIENDA|1.0.0", "OPZIONI|1.0.0",
+             (QStringList{"ABILITAZIONI_RUOLI|1.0.0", "ABILITAZIONI_UTENTE|1.0.0", "ACCESSI_FALLITI|1.0.0",
+                          "AZIENDA|1.0.0", "OPZIONI|1.0.0",
                           "RUOLI_UTENTE|1.0.0", "TABLE_VERSION|1.0.0", "UTENTI|1.0.0", "UTENTI_RUOLI|1.0.0"}));
     QCOMPARE(db.Rows(QStringLiteral("SELECT OPZIONE, VALORE FROM OPZIONI")),
              QStringList{"NUMERAZIONE_UNICA_FATTURE|False"});

@@ -32,6 +32,14 @@ grep -qx "SecurityDatabase = $Q3_TEST_SERVER_STATE/root/security3.fdb" "$Q3_TEST
 
 "$script" stop
 kill -0 "$pid" 2>/dev/null && fail "the server still runs after stop"
+
+# Resumed, it is found where it was: the same port and credentials.
+[ "$("$script" resume)" = "$vars" ] || fail "the resumed server answers elsewhere"
+resumed=$(cat "$Q3_TEST_SERVER_STATE/pid")
+[ "$resumed" != "$pid" ] && [ "$(readlink "/proc/$resumed/exe")" = "$server" ] || fail "resume started no new server"
+(exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null || fail "the resumed server does not listen on its port"
+"$script" stop
+kill -0 "$resumed" 2>/dev/null && fail "the resumed server still runs after stop"
 after=$(stat -c '%Y %s' "$system_security" 2>/dev/null || echo none)
 [ "$before" = "$after" ] || fail "the machine's security database changed"
 echo "PASS"
