@@ -1,9 +1,14 @@
 // The module's own paths against the same statements run raw through the
 // Firebird client library, on a generated firm's database: start-up on an
 // up-to-date database against a bare connect, the article list's page changes,
-// the customer list's fill, the category window's fill. Prints min / median /
-// max of both and their ratio as a Markdown table, and writes it to a file
-// when asked.
+// the customer list's fill (and the memory it holds), the category window's
+// fill, the invoice list of the last year with and without a line-text filter,
+// an invoice and the last year's invoice summary printed to PDF. Prints min /
+// median / max of both and their ratio as a Markdown table, and writes it to a
+// file when asked.
+//
+// Where both paths are measured together their runs alternate; the start-up's
+// parts share the bare attach as their reference.
 //
 //   bench_confronti --database stress.fdb [--tabella docs/performance.md]
 #include "KRVAggiornaDatabase.h"
@@ -15,17 +20,26 @@
 #include "Q3Messages.h"
 #include "Q3Packages.h"
 #include "Q3Sql.h"
+#include "KRVStampe.h"
+#include "KRVStampeRiepiloghi.h"
+#include "Q3Dataset.h"
 #include "Q3Users.h"
 #include "uKRVGestioneCategorieAnaMaga.h"
 #include "uKRVMain.h"
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
+#include "uKRVRicercaFattureVendita.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QSpinBox>
 #include <QSysInfo>
+#include <QTemporaryDir>
 #include <QThread>
 
 #include <algorithm>
@@ -65,6 +79,30 @@ struct TConfronto
     TMisure Grezzo;
 };
 
+// The module's path and the raw one, each run once untimed and then `runs`
+// times, a run of one and a run of the other in turn, so that a change in the
+// machine's load weighs on both alike.
+void Confronta(TConfronto &confronto, int runs, const std::function<void(int run)> &modulo,
+               const std::function<void(int run)> &grezzo)
+{
+    modulo(0);
+    grezzo(0);
+    QList<double> times[2];
+    QElapsedTimer timer;
+    for (int run = 0; run < runs; ++run) {
+        timer.start();
+        modulo(run);
+        times[0] << double(timer.nsecsElapsed()) / 1e6;
+        timer.start();
+        grezzo(run);
+        times[1] << double(timer.nsecsElapsed()) / 1e6;
+    }
+    for (QList<double> &t : times)
+        std::sort(t.begin(), t.end());
+    confronto.Modulo = {times[0].constFirst(), times[0].at(runs / 2), times[0].constLast()};
+    confronto.Grezzo = {times[1].constFirst(), times[1].at(runs / 2), times[1].constLast()};
+}
+
 QString Riga(const TConfronto &c)
 {
     const auto ms = [](double v) { return QString::number(v, 'f', v < 10 ? 2 : 1); };
@@ -93,6 +131,43 @@ void Grezzo(TQ3FbClient &client, const QByteArray &sql)
     client.Commit();
 }
 
+// The statements a print reads, as the report datasets hold them, with the key written in.
+QList<QByteArray> StatementsOf(IKRVStampeHost *host, const QStringList &datasets, const QString &parameter, int key)
+{
+    QList<QByteArray> statements;
+    for (const QString &name : datasets) {
+        QString sql = host->StampeDataset(name)->SQL();
+        if (!parameter.isEmpty())
+            sql.replace(parameter, QString::number(key), Qt::CaseInsensitive);
+        statements << sql.toUtf8();
+    }
+    return statements;
+}
+
+// Megabytes the process holds in memory.
+double MemoriaResidente()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).simplified().split(' ').constFirst().toDouble() / 1024.0;
+    }
+    return 0;
+}
+
+// The next PDF of a print: the report engine's file back-end, no dialog.
+void UscitaPDF(IKRVStampeHost *host, const QString &file)
+{
+    TQ3ReportSystem *system = host->rSystem();
+    system->RenderObject = host->rRenderPDF();
+    system->DefaultDest = TQ3ReportDestination::File;
+    system->DoNativeOutput = false;
+    system->AllowSetup = false;
+    system->OutputFileName = file;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -119,14 +194,16 @@ int main(int argc, char **argv)
         // Start-up: the host's connection and schema check, then the module's, against a bare attach.
         TConfronto avvio{QStringLiteral("Avvio su database aggiornato"),
                          QStringLiteral("connessione + verifica schema host e modulo / attach"), {}, {}};
-        avvio.Modulo = Misura(runs, [&](int) {
-            TQ3Connection connection;
-            connection.SetConnectionString(target.ConnectionString());
-            connection.Open();
-            UpgradeQ3HostSchema(connection.Database());
-            AggiornaDatabase(connection.Database());
-        });
-        avvio.Grezzo = Misura(runs, [&](int) { TQ3FbClient attach(target); });
+        Confronta(
+            avvio, runs,
+            [&](int) {
+                TQ3Connection connection;
+                connection.SetConnectionString(target.ConnectionString());
+                connection.Open();
+                UpgradeQ3HostSchema(connection.Database());
+                AggiornaDatabase(connection.Database());
+            },
+            [&](int) { TQ3FbClient attach(target); });
         confronti << avvio;
         // Of which the driver's own connection, without any statement.
         TConfronto connessione{QStringLiteral("di cui connessione del driver Qt"), QStringLiteral("apertura / attach"),
@@ -166,48 +243,128 @@ int main(int argc, char **argv)
         const auto pagina = [&](int run) { return 1 + int(qint64(run) * (pages - 1) / qMax(1, runs - 1)); };
         TConfronto pagine{QStringLiteral("Elenco articoli, cambio pagina"),
                           QStringLiteral("%1 articoli, %2 pagine da 200").arg(pages * 200).arg(pages), {}, {}};
-        pagine.Modulo = Misura(runs, [&](int run) {
-            articoli->AggiornaGriglia(articoli->LastSearchString(), pagina(run));
-            QCoreApplication::processEvents();
-        });
-        pagine.Grezzo = Misura(runs, [&](int run) {
-            Grezzo(raw, QByteArrayLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA "));
-            Grezzo(raw, PaginaArticoli(pagina(run)));
-        });
+        Confronta(
+            pagine, runs,
+            [&](int run) {
+                articoli->AggiornaGriglia(articoli->LastSearchString(), pagina(run));
+                QCoreApplication::processEvents();
+            },
+            [&](int run) {
+                Grezzo(raw, QByteArrayLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA "));
+                Grezzo(raw, PaginaArticoli(pagina(run)));
+            });
         confronti << pagine;
 
         main->Run(QStringLiteral("actRicercaClienti"));
         auto clienti = main->FormAs<TKRVRicercaClienti>(QStringLiteral("actRicercaClienti"));
         clienti->show();
-        const int fills = qMax(3, runs / 3);
         TConfronto elenco{QStringLiteral("Elenco clienti, tutti"), QString(), {}, {}};
-        elenco.Modulo = Misura(fills, [&](int) {
-            clienti->AggiornaGriglia(QString());
-            QCoreApplication::processEvents();
-        });
-        const QByteArray tutti = QByteArrayLiteral("SELECT * FROM CLIENTI  ORDER BY UPPER(RAGIONESOCIALE)");
-        elenco.Grezzo = Misura(fills, [&](int) { Grezzo(raw, tutti); });
-        elenco.Cosa = QStringLiteral("%1 clienti").arg(QueryScalar(main->ModADOConn()->Database(),
-                                                                   QStringLiteral("SELECT COUNT(*) FROM CLIENTI"))
-                                                            .toInt());
+        const double primaMB = MemoriaResidente();
+        Confronta(
+            elenco, runs,
+            [&](int) {
+                clienti->AggiornaGriglia(QString());
+                QCoreApplication::processEvents();
+            },
+            [&](int) { Grezzo(raw, QByteArrayLiteral("SELECT * FROM CLIENTI  ORDER BY UPPER(RAGIONESOCIALE)")); });
+        const double conElencoMB = MemoriaResidente();
+        elenco.Cosa = QStringLiteral("%1 clienti; memoria residente del processo con l'elenco aperto %2 MB (%3 MB "
+                                     "prima dell'elenco completo)")
+                          .arg(clienti->GridRisultati()->rowCount())
+                          .arg(conElencoMB, 0, 'f', 0)
+                          .arg(primaMB, 0, 'f', 0);
         confronti << elenco;
 
         main->Run(QStringLiteral("actGestioneCategorieAnaMaga"));
         auto categorie = main->FormAs<TKRVGestioneCategorieAnaMaga>(QStringLiteral("actGestioneCategorieAnaMaga"));
         categorie->show();
         TConfronto albero{QStringLiteral("Finestra categorie articoli, riempimento"), QString(), {}, {}};
-        albero.Modulo = Misura(runs, [&](int) {
-            categorie->CaricaAlberoCategorie();
-            QCoreApplication::processEvents();
-        });
-        albero.Grezzo = Misura(runs, [&](int) {
-            Grezzo(raw, QByteArrayLiteral("SELECT IDCATEGORIA_ANA_MAGA, IDPADRE, CATEGORIA FROM CATEGORIE_ANA_MAGA"));
-        });
+        Confronta(
+            albero, runs,
+            [&](int) {
+                categorie->CaricaAlberoCategorie();
+                QCoreApplication::processEvents();
+            },
+            [&](int) {
+                Grezzo(raw, QByteArrayLiteral("SELECT IDCATEGORIA_ANA_MAGA, IDPADRE, CATEGORIA FROM CATEGORIE_ANA_MAGA"));
+            });
         albero.Cosa = QStringLiteral("%1 categorie").arg(QueryScalar(main->ModADOConn()->Database(),
                                                                    QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA"))
                                                             .toInt());
         confronti << albero;
 
+        // The invoices of the last year, all of them and those with a line holding a text.
+        const int anno = QueryScalar(main->ModADOConn()->Database(), QStringLiteral("SELECT MAX(ANNO) FROM FATT_VEND")).toInt();
+        main->Run(QStringLiteral("actRicercaFattureVendita"));
+        auto fatture = main->FormAs<TKRVRicercaFattureVendita>(QStringLiteral("actRicercaFattureVendita"));
+        fatture->show();
+        fatture->findChild<QSpinBox *>(QStringLiteral("txtAnno"))->setValue(anno);
+        QAction *cerca = fatture->findChild<QAction *>(QStringLiteral("actCerca"));
+        const auto elencoFatture = [&](const QString &nome, const QString &cosa) {
+            TConfronto confronto{nome, QString(), {}, {}};
+            const QByteArray sql = (QStringLiteral("SELECT * FROM FATT_VEND ") + fatture->ClausolaFiltri()
+                                    + QStringLiteral(" ORDER BY ANNO DESC, NUMERO DESC"))
+                                       .toUtf8();
+            Confronta(
+                confronto, runs,
+                [&](int) {
+                    cerca->trigger();
+                    QCoreApplication::processEvents();
+                },
+                [&](int) { Grezzo(raw, sql); });
+            confronto.Cosa = cosa.arg(fatture->GridRisultati()->rowCount()).arg(anno);
+            return confronto;
+        };
+        confronti << elencoFatture(QStringLiteral("Elenco fatture di un anno"), QStringLiteral("%1 fatture del %2"));
+        const QString testo = QStringLiteral("cantiere");
+        fatture->findChild<QLineEdit *>(QStringLiteral("txtRigaDescrizione"))->setText(testo);
+        confronti << elencoFatture(QStringLiteral("Elenco fatture, ricerca nelle righe"),
+                                   QStringLiteral("%1 fatture del %2 con una riga che contiene \"") + testo + QStringLiteral("\""));
+
+        // Prints to PDF, from the statements to the file written.
+        QTemporaryDir cartella;
+        const QString pdf = cartella.filePath(QStringLiteral("bench.pdf"));
+        IKRVStampeHost *stampe = KRVStampeHost();
+        const int fattura = QueryScalar(main->ModADOConn()->Database(),
+                                        QStringLiteral("SELECT IDFATT_VEND FROM FATT_VEND WHERE ANNO=%1 AND NUMERO=1").arg(anno))
+                                .toInt();
+        const int righe = QueryScalar(main->ModADOConn()->Database(),
+                                      QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT WHERE IDFATT_VEND=%1").arg(fattura))
+                              .toInt();
+        TConfronto stampaFattura{QStringLiteral("Stampa di una fattura in PDF"),
+                                 QStringLiteral("fattura n. 1 del %1, %2 righe").arg(anno).arg(righe), {}, {}};
+        const QList<QByteArray> letture =
+            StatementsOf(stampe, {QStringLiteral("adsAzienda"), QStringLiteral("adsFattVend"), QStringLiteral("adsFattVendDett"),
+                                  QStringLiteral("adsFattVendIva")},
+                         QStringLiteral(":IDFATT_VEND"), fattura);
+        Confronta(
+            stampaFattura, runs, [&](int) { StampaFatturaVendita(fattura, pdf, int(TQ3ReportDestination::File)); },
+            [&](int) {
+                for (const QByteArray &sql : letture)
+                    Grezzo(raw, sql);
+            });
+        confronti << stampaFattura;
+
+        TConfronto riepilogo{QStringLiteral("Stampa del riepilogo fatture di un anno in PDF"), QString(), {}, {}};
+        Confronta(
+            riepilogo, 3,
+            [&](int) {
+                UscitaPDF(stampe, pdf);
+                StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull);
+            },
+            // The statement the print has just given its dataset.
+            [&](int) {
+                for (const QByteArray &sql :
+                     StatementsOf(stampe, {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")}, QString(), 0))
+                    Grezzo(raw, sql);
+            });
+        riepilogo.Cosa = QStringLiteral("%1 fatture del %2, %3 kB di PDF")
+                             .arg(stampe->StampeDataset(QStringLiteral("adsRiepilogoFatture"))->RecordCount())
+                             .arg(anno)
+                             .arg(QFileInfo(pdf).size() / 1024);
+        confronti << riepilogo;
+
+        fatture->close();
         categorie->close();
         articoli->close();
         clienti->close();
@@ -220,7 +377,8 @@ int main(int argc, char **argv)
     }
 
     QStringList table = {
-        QStringLiteral("Database: `%1`. Machine: %2, %3 cores, %4. %5 runs per measure (customer list: a third).")
+        QStringLiteral("Database: `%1`. Machine: %2, %3 cores, %4. %5 runs per measure (the yearly summary: 3), the "
+                       "module's and the raw one in turn.")
             .arg(target.Database, QSysInfo::prettyProductName())
             .arg(QThread::idealThreadCount())
             .arg(QSysInfo::currentCpuArchitecture())

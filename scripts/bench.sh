@@ -14,7 +14,12 @@ if [[ ! -e "$database" ]]; then
   "$root/build/bin/quillo3-genera-azienda" --database "$database" --dimensione "$size" --seme 1 --anno-finale 2025
 fi
 table=$(mktemp)
-trap 'rm -f "$table"' EXIT
+kept=$(mktemp)
+trap 'rm -f "$table" "$kept"' EXIT
+# The sections below the table (from the first "## " heading on) are kept.
+if [[ -e "$root/docs/performance.md" ]]; then
+  sed -n '/^## /,$p' "$root/docs/performance.md" > "$kept"
+fi
 QT_QPA_PLATFORM=offscreen "$root/build/bin/bench_confronti" --database "$database" --ripetizioni "$runs" --tabella "$table"
 {
   echo "# Performance"
@@ -27,8 +32,14 @@ QT_QPA_PLATFORM=offscreen "$root/build/bin/bench_confronti" --database "$databas
   echo
   echo "Start-up is the host's connection, its schema check and the module's schema check on an"
   echo "up-to-date database (the login's password hash and loading the libraries are not in it); the"
-  echo "rows below it are its parts. Each list row is the window's own fill, grid included."
+  echo "rows below it are its parts. Each list row is the window's own fill, grid included; the"
+  echo "customer list's row also gives the process's resident memory with its rows open. Each print row"
+  echo "is a whole run to a PDF file (statements, layout, writing) against its statements alone."
   echo
   cat "$table"
+  if [[ -s "$kept" ]]; then
+    echo
+    cat "$kept"
+  fi
 } > "$root/docs/performance.md"
 echo "Written $root/docs/performance.md"

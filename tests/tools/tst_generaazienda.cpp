@@ -1,6 +1,7 @@
 // The generated firm keeps the module's own rules: numbers unique within a
 // year, header totals as the editors compute them from the lines, valid line
-// kinds, and the same firm from the same seed.
+// kinds, no document dated after the day of the generation, and the same firm
+// from the same seed and end date.
 #include "KRVGeneraAzienda.h"
 #include "Q3Exception.h"
 #include "Q3Messages.h"
@@ -90,10 +91,15 @@ private slots:
     void taxCodesAndVatNumbersHaveAValidShape();
     void documentsCopyTheCustomer();
     void sameSeedGivesTheSameFirm();
+    void currentYearEndsOnTheDayOfTheGeneration();
+    void endDateCutsTheLastYearAndKeepsTheSeed();
+    void endDateBeforeTheFinalYearIsRefused();
     void aFirmWithInvoicesIsRefused();
 
 private:
     QString Firma(const TQ3TestDatabase &db) const;
+    // The last date of the documents of a table.
+    static QDate UltimaData(const TQ3TestDatabase &db, const QString &table);
 
     std::unique_ptr<TQ3TestDatabase> m_db;
     TKRVRiepilogoGenerazione m_riepilogo;
@@ -404,6 +410,77 @@ void TestGeneraAzienda::sameSeedGivesTheSameFirm()
     KRVPreparaDatabase(other.Target());
     KRVGeneraAzienda(other.Target(), Prova(8));
     QVERIFY(Firma(other) != Firma(*m_db));
+}
+
+QDate TestGeneraAzienda::UltimaData(const TQ3TestDatabase &db, const QString &table)
+{
+    return QDate::fromString(db.Scalar(QStringLiteral("SELECT MAX(DATA) FROM ") + table).toString(), Qt::ISODate);
+}
+
+// As the command generates a firm by default: the final year is the current
+// one and the end date today.
+void TestGeneraAzienda::currentYearEndsOnTheDayOfTheGeneration()
+{
+    const QDate oggi = QDate::currentDate();
+    TQ3TestDatabase db;
+    KRVPreparaDatabase(db.Target());
+    TKRVOpzioniGenerazione opzioni = Prova(7);
+    opzioni.AnnoFinale = oggi.year();
+    opzioni.DataFinale = oggi;
+    const TKRVRiepilogoGenerazione riepilogo = KRVGeneraAzienda(db.Target(), opzioni);
+
+    QVERIFY(UltimaData(db, QStringLiteral("FATT_VEND")) <= oggi);
+    QVERIFY(UltimaData(db, QStringLiteral("NOTE_ACCREDITO")) <= oggi);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE DATA > CURRENT_DATE")).toInt(), 0);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE DATA > CURRENT_DATE")).toInt(), 0);
+    // The year before is whole; the current one has no more invoices than a whole year.
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE ANNO = %1").arg(oggi.year() - 1)).toInt(), 40);
+    QVERIFY(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE ANNO = %1").arg(oggi.year())).toInt() <= 40);
+    QCOMPARE(riepilogo.Fatture, db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toLongLong());
+}
+
+// Generated on 15 March 2024: the year keeps its invoices of the working days
+// up to that day, in proportion, and the same day gives the same firm again.
+void TestGeneraAzienda::endDateCutsTheLastYearAndKeepsTheSeed()
+{
+    const QDate fine(AnnoFinale, 3, 15);
+    TKRVOpzioniGenerazione opzioni = Prova(7);
+    opzioni.DataFinale = fine;
+    TQ3TestDatabase db;
+    KRVPreparaDatabase(db.Target());
+    KRVGeneraAzienda(db.Target(), opzioni);
+
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE DATA > '2024-03-15'")).toInt(), 0);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE DATA > '2024-03-15'")).toInt(), 0);
+    QVERIFY(UltimaData(db, QStringLiteral("FATT_VEND")).isValid());
+    // 54 of the year's 244 working days: 8 of its 40 invoices.
+    QCOMPARE(db.Rows(QStringLiteral("SELECT ANNO, MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM FATT_VEND GROUP BY ANNO ORDER BY ANNO")),
+             QStringList({QStringLiteral("2023|1|40|40"), QStringLiteral("2024|1|8|8")}));
+
+    TQ3TestDatabase same;
+    KRVPreparaDatabase(same.Target());
+    KRVGeneraAzienda(same.Target(), opzioni);
+    QCOMPARE(Firma(same), Firma(db));
+    // The whole year before is the one of the firm generated to the year's end.
+    const QString anno = QStringLiteral("SELECT NUMERO, DATA, CLI_CODICE, TOTALE_DOCUMENTO FROM FATT_VEND WHERE ANNO = 2023 "
+                                        "ORDER BY NUMERO");
+    QCOMPARE(db.Rows(anno), m_db->Rows(anno));
+}
+
+void TestGeneraAzienda::endDateBeforeTheFinalYearIsRefused()
+{
+    TKRVOpzioniGenerazione opzioni = Prova(7);
+    opzioni.DataFinale = QDate(AnnoFinale - 1, 12, 31);
+    TQ3TestDatabase db;
+    KRVPreparaDatabase(db.Target());
+    QString failure;
+    try {
+        KRVGeneraAzienda(db.Target(), opzioni);
+    } catch (const EQ3Exception &e) {
+        failure = e.Message();
+    }
+    QCOMPARE(failure, QStringLiteral("La data finale 2023-12-31 precede l'anno finale 2024."));
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM CLIENTI")).toInt(), 0);
 }
 
 void TestGeneraAzienda::aFirmWithInvoicesIsRefused()

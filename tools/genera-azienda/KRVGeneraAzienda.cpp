@@ -231,6 +231,7 @@ private:
                                 qint64 imposta, qint64 totale, bool pagato);
 
     TKRVOpzioniGenerazione m_opzioni;
+    QDate m_fine; // the last day a document may carry
     TQ3Connection m_connection;
     TQ3FbClient m_client;
     TKRVRiepilogoGenerazione m_riepilogo;
@@ -247,8 +248,15 @@ private:
 };
 
 TGeneratore::TGeneratore(const TQ3DatabaseTarget &target, const TKRVOpzioniGenerazione &opzioni)
-    : m_opzioni(opzioni), m_client(target)
+    : m_opzioni(opzioni), m_fine(opzioni.AnnoFinale, 12, 31), m_client(target)
 {
+    if (m_opzioni.DataFinale.isValid()) {
+        if (m_opzioni.DataFinale.year() < m_opzioni.AnnoFinale)
+            throw EQ3Exception(QStringLiteral("La data finale %1 precede l'anno finale %2.")
+                                   .arg(m_opzioni.DataFinale.toString(Qt::ISODate))
+                                   .arg(m_opzioni.AnnoFinale));
+        m_fine = qMin(m_fine, m_opzioni.DataFinale);
+    }
     m_connection.SetConnectionString(target.ConnectionString());
     m_connection.Open();
 }
@@ -824,17 +832,24 @@ QList<TValore> ValoriRiga(const TRiga &r, const QList<TAliquota> &aliquote)
     return values;
 }
 
-// Working days of the year, as many as asked, in order (several on one day when needed).
-QList<QDate> Date(TKRVCasuale &casuale, int year, int count)
+// Working days of the year up to the last day, in order (several on one day
+// when needed): the year's number of invoices, in proportion to the working
+// days kept.
+QList<QDate> Date(TKRVCasuale &casuale, int year, int perYear, const QDate &last)
 {
     QList<QDate> working;
+    qint64 all = 0;
     for (QDate d(year, 1, 2); d.year() == year; d = d.addDays(1)) {
         if (d.dayOfWeek() <= 5 && !(d.month() == 8 && d.day() >= 8 && d.day() <= 22) &&
-            !(d.month() == 12 && d.day() >= 24))
-            working << d;
+            !(d.month() == 12 && d.day() >= 24)) {
+            ++all;
+            if (d <= last)
+                working << d;
+        }
     }
+    const qint64 count = perYear * qint64(working.size()) / qMax<qint64>(1, all);
     QList<QDate> dates;
-    for (int i = 0; i < count; ++i)
+    for (qint64 i = 0; i < count; ++i)
         dates << casuale.Scelta(working);
     std::sort(dates.begin(), dates.end());
     return dates;
@@ -857,8 +872,7 @@ void TGeneratore::Anno(int year)
     static const QStringList dataNuova = {QStringLiteral("Primo giorno del mese"),
                                           QStringLiteral("Il giorno 15 del mese"), QStringLiteral("Il giorno esatto"),
                                           QStringLiteral("Ultimo giorno del mese")};
-    const QDate lastDay(m_opzioni.AnnoFinale, 12, 31);
-    const QList<QDate> dates = Date(casuale, year, m_opzioni.Dimensione.FattureAnno);
+    const QList<QDate> dates = Date(casuale, year, m_opzioni.Dimensione.FattureAnno, m_fine);
     QList<TRiferimento> riferimenti;
     int key = ChiaveSuccessiva("GN_IDFATT_VEND");
     for (int n = 1; n <= int(dates.size()); ++n) {
@@ -873,7 +887,7 @@ void TGeneratore::Anno(int year)
         const qint64 imponibile = CentesimiSalvati(t.Imponibile);
         const qint64 imposta = CentesimiSalvati(t.Imposta);
         const qint64 totale = CentesimiSalvati(t.Imponibile + t.Imposta + t.Esente + t.NonImponibile);
-        const bool pagato = date.addDays(90) < lastDay ? casuale.Vero(0.97) : casuale.Vero(0.3);
+        const bool pagato = date.addDays(90) < m_fine ? casuale.Vero(0.97) : casuale.Vero(0.3);
 
         QList<TValore> values = Intestazione(key, n, date, cliente, imponibile, imposta, totale, pagato);
         if (ciclica) {
@@ -928,7 +942,7 @@ void TGeneratore::NoteAccredito(int year, QList<TRiferimento> riferimenti)
     lineColumns << ColonneRiga();
     TQ3FbStatement insertLine(m_client, Insert("NOTE_ACCREDITO_DETT", lineColumns, {QStringLiteral("DESCRIZIONE")}));
 
-    const QDate end(year, 12, 31);
+    const QDate end = qMin(QDate(year, 12, 31), m_fine);
     QList<QDate> dates;
     for (const TRiferimento &r : std::as_const(riferimenti))
         dates << qMin(end, r.Data.addDays(casuale.Intero(3, 45)));

@@ -3,10 +3,11 @@
 // Fills a firm's database with realistic Italian data through the module's own
 // tables: customers, articles, services, tables, category trees, document
 // notes, and years of invoices and credit notes whose totals follow the
-// module's own arithmetic. The same seed, size and final year give the same
-// firm.
+// module's own arithmetic. The same seed, size, final year and end date give
+// the same firm.
 #include "Q3Connection.h"
 
+#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -33,6 +34,10 @@ struct TKRVOpzioniGenerazione
     TKRVDimensioneAzienda Dimensione;
     quint64 Seme = 1;
     int AnnoFinale = 0; // the last year of invoices
+    // No document is dated after this day (the day of the generation): the
+    // final year is cut there, with its invoices in proportion to the working
+    // days it keeps. Invalid: the whole final year.
+    QDate DataFinale;
     std::function<void(const QString &)> Avanzamento;
 };
 
@@ -54,6 +59,7 @@ struct TKRVRiepilogoGenerazione
 void KRVPreparaDatabase(const TQ3DatabaseTarget &target);
 
 // Generates the firm into a prepared database that holds no invoice yet;
-// raises EQ3Exception otherwise, or on any database failure (nothing of the
-// year being written is then kept).
+// raises EQ3Exception otherwise, when the end date falls before the final
+// year, or on any database failure (nothing of the year being written is then
+// kept).
 TKRVRiepilogoGenerazione KRVGeneraAzienda(const TQ3DatabaseTarget &target, const TKRVOpzioniGenerazione &opzioni);

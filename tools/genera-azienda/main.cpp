@@ -39,8 +39,12 @@ int main(int argc, char **argv)
          QStringLiteral("nome"), QStringLiteral("demo")},
         {QStringLiteral("seme"), QStringLiteral("Seme dei dati: lo stesso seme dà la stessa azienda (predefinito: 1)."),
          QStringLiteral("n"), QStringLiteral("1")},
-        {QStringLiteral("anno-finale"), QStringLiteral("Ultimo anno delle fatture (predefinito: l'anno corrente)."),
-         QStringLiteral("anno"), QString::number(QDate::currentDate().year())},
+        {QStringLiteral("anno-finale"),
+         QStringLiteral("Ultimo anno delle fatture (predefinito: l'anno della data finale)."), QStringLiteral("anno")},
+        {QStringLiteral("data-finale"),
+         QStringLiteral("Nessun documento è datato dopo questo giorno, AAAA-MM-GG (predefinito: oggi): lo stesso "
+                        "giorno ridà la stessa azienda."),
+         QStringLiteral("data")},
         {QStringLiteral("db-user"), QStringLiteral("Utente del server Firebird (altrimenti ISC_USER)."), QStringLiteral("name")},
         {QStringLiteral("db-password-file"), QStringLiteral("File con la password del server Firebird (altrimenti ISC_PASSWORD)."),
          QStringLiteral("file")},
@@ -66,7 +70,13 @@ int main(int argc, char **argv)
         TKRVOpzioniGenerazione opzioni;
         opzioni.Dimensione = KRVDimensioneAzienda(parser.value(QStringLiteral("dimensione")));
         opzioni.Seme = parser.value(QStringLiteral("seme")).toULongLong();
-        opzioni.AnnoFinale = parser.value(QStringLiteral("anno-finale")).toInt();
+        opzioni.DataFinale = parser.isSet(QStringLiteral("data-finale"))
+                                 ? QDate::fromString(parser.value(QStringLiteral("data-finale")), Qt::ISODate)
+                                 : QDate::currentDate();
+        if (!opzioni.DataFinale.isValid())
+            throw EQ3Exception(QStringLiteral("Data finale non valida."));
+        opzioni.AnnoFinale = parser.isSet(QStringLiteral("anno-finale")) ? parser.value(QStringLiteral("anno-finale")).toInt()
+                                                                         : opzioni.DataFinale.year();
         opzioni.Avanzamento = Print;
         if (opzioni.AnnoFinale < 1900)
             throw EQ3Exception(QStringLiteral("Anno finale non valido."));

@@ -58,11 +58,11 @@ TKRVModSelezionaDdtScaricoMulti::TKRVModSelezionaDdtScaricoMulti()
 
 QList<int> TKRVModSelezionaDdtScaricoMulti::GetSelected() const
 {
-    const TKRVGrigliaRisultati *grid = gridRisultati();
+    const TKRVRisultati *righe = gridRisultati()->Risultati();
     QList<int> keys;
-    for (int row = 0; row < grid->rowCount(); ++row) {
-        if (grid->item(row, ColonnaSpunta)->checkState() == Qt::Checked)
-            keys << grid->Valore(row, 0).toInt();
+    for (int row = 0; row < righe->rowCount(); ++row) {
+        if (righe->Spunta(row, ColonnaSpunta) == Qt::Checked)
+            keys << righe->Valore(row, 0).toInt();
     }
     return keys;
 }
@@ -115,7 +115,5 @@ void TKRVModSelezionaDdtScaricoMulti::gridRisultatiDblClickCell()
 
 void TKRVModSelezionaDdtScaricoMulti::ImpostaSpunte(Qt::CheckState state)
 {
-    TKRVGrigliaRisultati *grid = gridRisultati();
-    for (int row = 0; row < grid->rowCount(); ++row)
-        grid->item(row, ColonnaSpunta)->setCheckState(state);
+    gridRisultati()->Risultati()->ImpostaSpunte(ColonnaSpunta, state);
 }

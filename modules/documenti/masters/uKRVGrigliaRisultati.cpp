@@ -1,93 +1,19 @@
 #include "uKRVGrigliaRisultati.h"
 
-#include "Q3Sql.h"
-#include "Q3Utils.h"
-
-#include <QDate>
 #include <QHeaderView>
 
 namespace {
 
 // Room kept for the vertical scroll bar.
 constexpr int ScrollBarRoom = 21;
-constexpr int StoredRole = Qt::UserRole;
-
-class TKRVCella : public QTableWidgetItem
-{
-public:
-    TKRVCella(const QString &stored, TKRVTipoColonna tipo) : m_tipo(tipo)
-    {
-        setData(StoredRole, stored);
-        setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        if (tipo == TKRVTipoColonna::Spunta) {
-            setFlags(flags() | Qt::ItemIsUserCheckable);
-            setCheckState(Qt::Unchecked);
-        }
-        const bool numeric = tipo == TKRVTipoColonna::Intero || tipo == TKRVTipoColonna::Importo
-                             || tipo == TKRVTipoColonna::Percentuale;
-        setTextAlignment((numeric ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    }
-
-    QVariant data(int role) const override
-    {
-        if (role != Qt::DisplayRole)
-            return QTableWidgetItem::data(role);
-        const QString stored = Stored();
-        switch (m_tipo) {
-        case TKRVTipoColonna::Importo:
-            return FormatCurrency(stored.toDouble());
-        case TKRVTipoColonna::Percentuale:
-            return FormatNumber(stored.toDouble(), 2) + QStringLiteral(" %");
-        case TKRVTipoColonna::Data:
-            return FormatShortDate(QDate::fromString(stored, Qt::ISODate));
-        case TKRVTipoColonna::Intero:
-        case TKRVTipoColonna::Testo:
-        case TKRVTipoColonna::Spunta:
-            break;
-        }
-        return stored;
-    }
-
-    bool operator<(const QTableWidgetItem &other) const override
-    {
-        const auto &cella = static_cast<const TKRVCella &>(other);
-        if (m_tipo == TKRVTipoColonna::Testo)
-            return Stored().localeAwareCompare(cella.Stored()) < 0;
-        if (m_tipo == TKRVTipoColonna::Data)
-            return Stored() < cella.Stored();
-        if (m_tipo == TKRVTipoColonna::Spunta)
-            return checkState() < cella.checkState();
-        return Stored().toDouble() < cella.Stored().toDouble();
-    }
-
-    QString Stored() const { return QTableWidgetItem::data(StoredRole).toString(); }
-
-private:
-    TKRVTipoColonna m_tipo;
-};
-
-QString StoredText(const QVariant &value, TKRVTipoColonna tipo)
-{
-    switch (tipo) {
-    case TKRVTipoColonna::Intero:
-        return QString::number(value.toLongLong());
-    case TKRVTipoColonna::Importo:
-    case TKRVTipoColonna::Percentuale:
-        return QString::asprintf("%.2f", value.toDouble());
-    case TKRVTipoColonna::Data:
-        return value.toDate().toString(Qt::ISODate);
-    case TKRVTipoColonna::Spunta:
-    case TKRVTipoColonna::Testo:
-        break;
-    }
-    return value.toString();
-}
 
 } // namespace
 
-TKRVGrigliaRisultati::TKRVGrigliaRisultati(const QString &name, QWidget *parent) : QTableWidget(parent)
+TKRVGrigliaRisultati::TKRVGrigliaRisultati(const QString &name, QWidget *parent)
+    : QTableView(parent), m_risultati(new TKRVRisultati(this))
 {
     setObjectName(name);
+    setModel(m_risultati);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -105,29 +31,24 @@ TKRVGrigliaRisultati::TKRVGrigliaRisultati(const QString &name, QWidget *parent)
     // Sorting only when a header is clicked: a search shows its rows in the query's order.
     connect(horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, [this](int column, Qt::SortOrder order) {
         if (column > 0)
-            sortItems(column, order);
+            m_risultati->sort(column, order);
     });
 }
 
 void TKRVGrigliaRisultati::CreaGrigliaVuota(const QString &keyField, const QList<TKRVColonna> &columns)
 {
-    m_columns = columns;
-    m_columns.prepend({QString(), 0, keyField, TKRVTipoColonna::Intero});
-    setRowCount(0);
-    setColumnCount(int(m_columns.size()));
-    QStringList titles;
-    for (const TKRVColonna &column : std::as_const(m_columns))
-        titles << column.Title;
-    setHorizontalHeaderLabels(titles);
-    for (int i = 0; i < m_columns.size(); ++i) {
-        setColumnHidden(i, m_columns.at(i).Width == 0);
-        setColumnWidth(i, m_columns.at(i).Width);
+    QList<TKRVColonna> all = columns;
+    all.prepend({QString(), 0, keyField, TKRVTipoColonna::Intero});
+    m_risultati->ImpostaColonne(all);
+    for (int i = 0; i < all.size(); ++i) {
+        setColumnHidden(i, all.at(i).Width == 0);
+        setColumnWidth(i, all.at(i).Width);
     }
 }
 
 void TKRVGrigliaRisultati::Svuota()
 {
-    setRowCount(0);
+    m_risultati->Svuota();
     horizontalHeader()->blockSignals(true);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     horizontalHeader()->blockSignals(false);
@@ -135,21 +56,7 @@ void TKRVGrigliaRisultati::Svuota()
 
 void TKRVGrigliaRisultati::Carica(QSqlQuery &query)
 {
-    const QSqlRecord layout = query.record();
-    QList<int> fields;
-    for (const TKRVColonna &definition : std::as_const(m_columns))
-        fields << (definition.Tipo == TKRVTipoColonna::Spunta ? -1 : FieldIndex(layout, definition.Field));
-    setUpdatesEnabled(false);
-    while (query.next()) {
-        const int row = rowCount();
-        insertRow(row);
-        for (int column = 0; column < m_columns.size(); ++column) {
-            const TKRVTipoColonna tipo = m_columns.at(column).Tipo;
-            const int field = fields.at(column);
-            setItem(row, column, new TKRVCella(field < 0 ? QString() : StoredText(query.value(field), tipo), tipo));
-        }
-    }
-    setUpdatesEnabled(true);
+    m_risultati->Carica(query);
     if (rowCount() > 0)
         selectRow(0);
 }
@@ -175,16 +82,10 @@ QString TKRVGrigliaRisultati::ValoreSelezionato(int column) const
     return HaRigaSelezionata() ? Valore(RigaSelezionata(), column) : QString();
 }
 
-QString TKRVGrigliaRisultati::Valore(int row, int column) const
-{
-    const auto cella = static_cast<const TKRVCella *>(item(row, column));
-    return cella ? cella->Stored() : QString();
-}
-
 void TKRVGrigliaRisultati::RimuoviSelezionata()
 {
     if (HaRigaSelezionata())
-        removeRow(RigaSelezionata());
+        m_risultati->RimuoviRiga(RigaSelezionata());
 }
 
 void TKRVGrigliaRisultati::AdattaColonna(int column)
@@ -199,6 +100,6 @@ void TKRVGrigliaRisultati::AdattaColonna(int column)
 
 void TKRVGrigliaRisultati::resizeEvent(QResizeEvent *event)
 {
-    QTableWidget::resizeEvent(event);
+    QTableView::resizeEvent(event);
     emit Ridimensionata();
 }

@@ -33,7 +33,7 @@ TKRVModSelezionaBase::TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSiz
     TKRVGrigliaRisultati *grid = m_elenco->Griglia();
     // Every column keeps its width; a wider grid leaves the rest empty.
     grid->horizontalHeader()->setStretchLastSection(false);
-    connect(grid, &QTableWidget::cellDoubleClicked, this, [this] { Q3Guarded([this] { gridRisultatiDblClickCell(); }); });
+    connect(grid, &QAbstractItemView::doubleClicked, this, [this] { Q3Guarded([this] { gridRisultatiDblClickCell(); }); });
 
     auto layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

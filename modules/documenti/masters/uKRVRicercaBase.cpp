@@ -31,7 +31,7 @@ TKRVRicercaBase::TKRVRicercaBase(TKRVMain &main, TKRVRicercaInfo info)
                                              KRVImgElimina, [this] { actEliminaExecute(); }));
 
     TKRVGrigliaRisultati *grid = m_elenco->Griglia();
-    connect(grid, &QTableWidget::cellDoubleClicked, this, [this] { Q3Guarded([this] { GridRisultatiDblClickCell(); }); });
+    connect(grid, &QAbstractItemView::doubleClicked, this, [this] { Q3Guarded([this] { GridRisultatiDblClickCell(); }); });
     connect(grid, &TKRVGrigliaRisultati::Ridimensionata, this, [this] { Q3Guarded([this] { RidimensionaGriglia(); }); });
 
     auto layout = new QVBoxLayout(this);

@@ -12,24 +12,25 @@ namespace {
 
 const QString ActDialog = QStringLiteral("actModSelezionaDdtScaricoMulti");
 
-QList<Qt::CheckState> Checks(const QTableWidget *grid)
+// The check boxes as the grid draws them.
+QList<Qt::CheckState> Checks(const TKRVGrigliaRisultati *grid)
 {
     QList<Qt::CheckState> checks;
     for (int row = 0; row < grid->rowCount(); ++row)
-        checks << grid->item(row, 1)->checkState();
+        checks << Qt::CheckState(grid->model()->index(row, 1).data(Qt::CheckStateRole).toInt());
     return checks;
 }
 
 // Clicks a row away from its check box.
-QPoint Centre(const QTableWidget *grid, int row)
+QPoint Centre(const TKRVGrigliaRisultati *grid, int row)
 {
-    return grid->visualItemRect(grid->item(row, 5)).center();
+    return CellRect(grid, row, 5).center();
 }
 
 // Clicks a row's check box as the user does.
-void ClickCheck(QTableWidget *grid, int row)
+void ClickCheck(TKRVGrigliaRisultati *grid, int row)
 {
-    const QRect cell = grid->visualItemRect(grid->item(row, 1));
+    const QRect cell = CellRect(grid, row, 1);
     QStyleOptionViewItem option;
     option.initFrom(grid);
     option.rect = cell;
@@ -159,8 +160,8 @@ void TestModSelezionaDdtScaricoMulti::searchListsTheYearsNotesNewestFirst()
     QCOMPARE(Checks(grid), (QList<Qt::CheckState>{Qt::Unchecked, Qt::Unchecked, Qt::Unchecked}));
     // The date shows in the short date form of the user's language.
     const QString yy = QString::number(m_year % 100).rightJustified(2, QLatin1Char('0'));
-    QCOMPARE(grid->item(0, 3)->text(), QStringLiteral("01/02/") + yy);
-    QCOMPARE(grid->item(0, 2)->text(), QStringLiteral("3"));
+    QCOMPARE(grid->Testo(0, 3), QStringLiteral("01/02/") + yy);
+    QCOMPARE(grid->Testo(0, 2), QStringLiteral("3"));
 
     // Another year, through the year box.
     Search(dialog, m_year - 1, QString());
@@ -240,7 +241,7 @@ void TestModSelezionaDdtScaricoMulti::okWithNothingCheckedWarnsAndStays()
         Trigger(dialog, QStringLiteral("actCerca"));
         // A selected row is not a checked one.
         QTest::mouseClick(dialog->gridRisultati()->viewport(), Qt::LeftButton, {}, Centre(dialog->gridRisultati(), 1));
-        selected = dialog->gridRisultati()->item(1, 5)->isSelected();
+        selected = dialog->gridRisultati()->selectionModel()->isSelected(dialog->gridRisultati()->model()->index(1, 5));
         Trigger(dialog, QStringLiteral("actOK"));
         stayedOpen = dialog->isVisible();
         Trigger(dialog, QStringLiteral("actAnnulla"));

@@ -13,7 +13,6 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QMdiSubWindow>
-#include <QTableWidget>
 #include <QTimer>
 #include <QToolBar>
 #include <QtTest>
@@ -74,20 +73,34 @@ T *Run(TKRVTestModule &module, const QString &action)
     return module.Main->FormAs<T>(action);
 }
 
-inline QStringList Column(const QTableWidget *grid, int column)
+// The texts a column shows, top to bottom.
+inline QStringList Column(const TKRVGrigliaRisultati *grid, int column)
 {
     QStringList texts;
     for (int row = 0; row < grid->rowCount(); ++row)
-        texts << grid->item(row, column)->text();
+        texts << grid->Testo(row, column);
     return texts;
 }
 
-inline QStringList Titles(const QTableWidget *grid)
+inline QStringList Titles(const TKRVGrigliaRisultati *grid)
 {
     QStringList titles;
     for (int column = 0; column < grid->columnCount(); ++column)
-        titles << grid->horizontalHeaderItem(column)->text();
+        titles << grid->Titolo(column);
     return titles;
+}
+
+// The horizontal alignment a cell is drawn with.
+inline Qt::Alignment Alignment(const TKRVGrigliaRisultati *grid, int row, int column)
+{
+    return Qt::Alignment::fromInt(grid->model()->index(row, column).data(Qt::TextAlignmentRole).toInt())
+           & Qt::AlignHorizontal_Mask;
+}
+
+// Where a cell is drawn in the grid's viewport.
+inline QRect CellRect(const TKRVGrigliaRisultati *grid, int row, int column)
+{
+    return grid->visualRect(grid->model()->index(row, column));
 }
 
 // The captions of a toolbar's buttons, left to right.
@@ -113,23 +126,23 @@ inline int ShowModal(QDialog *dialog, const std::function<void()> &whileOpen)
     return dialog->exec();
 }
 
-inline int RowOf(const QTableWidget *grid, int column, const QString &text)
+inline int RowOf(const TKRVGrigliaRisultati *grid, int column, const QString &text)
 {
     for (int row = 0; row < grid->rowCount(); ++row) {
-        if (grid->item(row, column)->text() == text)
+        if (grid->Testo(row, column) == text)
             return row;
     }
     return -1;
 }
 
-inline void SelectRow(QTableWidget *grid, int row)
+inline void SelectRow(TKRVGrigliaRisultati *grid, int row)
 {
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualItemRect(grid->item(row, 1)).center());
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, CellRect(grid, row, 1).center());
 }
 
-inline void DoubleClickRow(QTableWidget *grid, int row)
+inline void DoubleClickRow(TKRVGrigliaRisultati *grid, int row)
 {
-    const QPoint where = grid->visualItemRect(grid->item(row, 1)).center();
+    const QPoint where = CellRect(grid, row, 1).center();
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, where);
     QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, where);
 }

@@ -470,7 +470,7 @@ void TestInserimentoAliquoteIVA::listFollowsSaveAndDelete()
     Fill(QStringLiteral("R4"), QStringLiteral("Ridotta"), QStringLiteral("4"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(Column(list->GridRisultati(), 1), (QStringList{"20", "N0", "N1", "R4"}));
-    QCOMPARE(list->GridRisultati()->item(3, 3)->text(), QStringLiteral("4,00 %"));
+    QCOMPARE(list->GridRisultati()->Testo(3, 3), QStringLiteral("4,00 %"));
 
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(Column(list->GridRisultati(), 1), (QStringList{"20", "N0", "N1"}));

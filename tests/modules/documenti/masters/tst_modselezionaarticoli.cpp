@@ -75,7 +75,7 @@ void TestModSelezionaArticoli::createdOnceWithAnEmptyGridAndTheTree()
     QCOMPARE(dialog->windowTitle(), QStringLiteral("Seleziona un articolo"));
     QCOMPARE(dialog->gridRisultati()->rowCount(), 0);
     QCOMPARE(dialog->gridRisultati()->columnCount(), 4);
-    QCOMPARE(dialog->gridRisultati()->horizontalHeaderItem(3)->text(), QStringLiteral("Categoria"));
+    QCOMPARE(dialog->gridRisultati()->Titolo(3), QStringLiteral("Categoria"));
     QCOMPARE(dialog->ApriSelezionato(), -1);
 
     // The tree is ordered by the names as stored: capitals first.

@@ -109,7 +109,7 @@ void TestModSelezionaCliente::actionOnlyCreatesTheDialog()
     QVERIFY(grid->isColumnHidden(0));
     QStringList titles;
     for (int column = 1; column < 5; ++column)
-        titles << grid->horizontalHeaderItem(column)->text();
+        titles << grid->Titolo(column);
     QCOMPARE(titles, (QStringList{"Codice", "Ragione sociale", "Codice fiscale", "Partita IVA"}));
     QCOMPARE(grid->columnWidth(1), 120);
     QCOMPARE(grid->columnWidth(2), 358);
@@ -135,9 +135,9 @@ void TestModSelezionaCliente::showingListsTheNamesBeginningWithA()
     QCOMPARE(Names(), (QStringList{"acme spa", "Alfa S.r.l."}));
     TKRVGrigliaRisultati *grid = dialog->gridRisultati();
     const int alfa = RowOf(grid, 2, QStringLiteral("Alfa S.r.l."));
-    QCOMPARE(grid->item(alfa, 1)->text(), QStringLiteral("C01"));
-    QCOMPARE(grid->item(alfa, 3)->text(), QStringLiteral("RSSMRA80A01A944X"));
-    QCOMPARE(grid->item(alfa, 4)->text(), QStringLiteral("01234567890"));
+    QCOMPARE(grid->Testo(alfa, 1), QStringLiteral("C01"));
+    QCOMPARE(grid->Testo(alfa, 3), QStringLiteral("RSSMRA80A01A944X"));
+    QCOMPARE(grid->Testo(alfa, 4), QStringLiteral("01234567890"));
 }
 
 void TestModSelezionaCliente::nameFilterSearchesOnEnterAndDoublesQuotes()

@@ -80,7 +80,7 @@ void TestModSelezionaTabelle::actionCreatesTheDialogOnceWithoutShowingIt()
     QCOMPARE(Dialog<TKRVModSelezionaAliquotaIVA>(ActIva)->windowTitle(), QStringLiteral("Seleziona un'aliquota IVA"));
     QCOMPARE(dialog->gridRisultati()->objectName(), QStringLiteral("gridRisultati"));
     QVERIFY(dialog->gridRisultati()->isColumnHidden(0));
-    QCOMPARE(dialog->gridRisultati()->horizontalHeaderItem(1)->text(), QStringLiteral("Unità di misura"));
+    QCOMPARE(dialog->gridRisultati()->Titolo(1), QStringLiteral("Unità di misura"));
 }
 
 void TestModSelezionaTabelle::unitDialogReloadsEveryShowing()
@@ -152,7 +152,7 @@ void TestModSelezionaTabelle::vatRateHandsBackItsPercentageAsShown()
         TKRVGrigliaRisultati *grid = dialog->gridRisultati();
         codes = Column(grid, 1);
         const int row = RowOf(grid, 1, QStringLiteral("r1"));
-        shown = grid->item(row, 3)->text();
+        shown = grid->Testo(row, 3);
         DoubleClickRow(grid, row);
     });
     QCOMPARE(result, int(QDialog::Accepted));

@@ -106,16 +106,16 @@ void TestRicercaArticoli::opensWithTheTreeAndNoSearch()
     QVERIFY(bar->widgetForAction(listino)->isVisible());
 
     // Columns after the hidden key: code, description, hidden category key, category, price.
-    const QTableWidget *grid = m_list->GridRisultati();
+    const TKRVGrigliaRisultati *grid = m_list->GridRisultati();
     QCOMPARE(grid->columnCount(), 6);
     QVERIFY(grid->isColumnHidden(0));
     QVERIFY(grid->isColumnHidden(3));
-    QCOMPARE(grid->horizontalHeaderItem(1)->text(), QStringLiteral("Codice"));
+    QCOMPARE(grid->Titolo(1), QStringLiteral("Codice"));
     QCOMPARE(grid->columnWidth(1), 150);
-    QCOMPARE(grid->horizontalHeaderItem(2)->text(), QStringLiteral("Descrizione"));
-    QCOMPARE(grid->horizontalHeaderItem(4)->text(), QStringLiteral("Categoria"));
+    QCOMPARE(grid->Titolo(2), QStringLiteral("Descrizione"));
+    QCOMPARE(grid->Titolo(4), QStringLiteral("Categoria"));
     QCOMPARE(grid->columnWidth(4), 150);
-    QCOMPARE(grid->horizontalHeaderItem(5)->text(), QStringLiteral("Prezzo"));
+    QCOMPARE(grid->Titolo(5), QStringLiteral("Prezzo"));
     QCOMPARE(grid->columnWidth(5), 100);
     QCOMPARE(Field(m_list, QStringLiteral("txtCodice"))->accessibleName(), QStringLiteral("Codice"));
 }
@@ -152,13 +152,13 @@ void TestRicercaArticoli::pageActionsWalkThePages()
 {
     InsertVoci(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("A"), 401);
     Trigger(m_list, QStringLiteral("actCerca"));
-    QCOMPARE(m_list->GridRisultati()->item(0, 1)->text(), QStringLiteral("A0001"));
+    QCOMPARE(m_list->GridRisultati()->Testo(0, 1), QStringLiteral("A0001"));
 
     Trigger(m_list, QStringLiteral("actPageNext"));
     QCOMPARE(m_list->PageCurrent(), 2);
     QCOMPARE(Indicator(), QStringLiteral("Pagina 2 di 3"));
     QCOMPARE(m_list->GridRisultati()->rowCount(), 200);
-    QCOMPARE(m_list->GridRisultati()->item(0, 1)->text(), QStringLiteral("A0201"));
+    QCOMPARE(m_list->GridRisultati()->Testo(0, 1), QStringLiteral("A0201"));
     QCOMPARE(PageStates(), (QList<bool>{true, true, true, true}));
 
     Trigger(m_list, QStringLiteral("actPageLast"));
@@ -171,7 +171,7 @@ void TestRicercaArticoli::pageActionsWalkThePages()
 
     Trigger(m_list, QStringLiteral("actPageFirst"));
     QCOMPARE(m_list->PageCurrent(), 1);
-    QCOMPARE(m_list->GridRisultati()->item(0, 1)->text(), QStringLiteral("A0001"));
+    QCOMPARE(m_list->GridRisultati()->Testo(0, 1), QStringLiteral("A0001"));
     QCOMPARE(PageStates(), (QList<bool>{false, false, true, true}));
 }
 
@@ -189,7 +189,7 @@ void TestRicercaArticoli::pagingRepeatsThePreviousSearch()
 
     QCOMPARE(m_list->PageCurrent(), 2);
     QCOMPARE(m_list->GridRisultati()->rowCount(), 50);
-    QCOMPARE(m_list->GridRisultati()->item(0, 1)->text(), QStringLiteral("A0201"));
+    QCOMPARE(m_list->GridRisultati()->Testo(0, 1), QStringLiteral("A0201"));
     QCOMPARE(m_list->LastSearchString(), QStringLiteral("WHERE UPPER(CODICE) CONTAINING 'A'"));
 }
 
@@ -274,11 +274,11 @@ void TestRicercaArticoli::pricesShowAsCurrencyAndSortAsAmounts()
     InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("B"), QStringLiteral("Economico"), 1,
                QStringLiteral("9"));
     Trigger(m_list, QStringLiteral("actCerca"));
-    QTableWidget *grid = m_list->GridRisultati();
-    QCOMPARE(grid->item(0, 5)->text(), FormatCurrency(1250.5));
-    QVERIFY(grid->item(0, 5)->text().contains(QStringLiteral("1.250,50")));
-    QVERIFY(grid->item(0, 5)->textAlignment() & Qt::AlignRight);
-    QVERIFY(grid->item(0, 1)->textAlignment() & Qt::AlignLeft);
+    TKRVGrigliaRisultati *grid = m_list->GridRisultati();
+    QCOMPARE(grid->Testo(0, 5), FormatCurrency(1250.5));
+    QVERIFY(grid->Testo(0, 5).contains(QStringLiteral("1.250,50")));
+    QVERIFY(Alignment(grid, 0, 5) & Qt::AlignRight);
+    QVERIFY(Alignment(grid, 0, 1) & Qt::AlignLeft);
 
     QTest::mouseClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {},
                       QPoint(grid->horizontalHeader()->sectionViewportPosition(5) + 10, 5));
@@ -293,7 +293,7 @@ void TestRicercaArticoli::deleteFollowsTheCodeFilterText()
     KRVInsertRiga(m_module->Database, QStringLiteral("FATT_VEND_DETT"), fattura, QStringLiteral("Articolo"),
                   QStringLiteral("USATO"));
     Trigger(m_list, QStringLiteral("actCerca"));
-    QTableWidget *grid = m_list->GridRisultati();
+    TKRVGrigliaRisultati *grid = m_list->GridRisultati();
 
     // Nothing happens without a selected row.
     grid->clearSelection();

@@ -114,7 +114,7 @@ void TestRicercaClienti::opensOnTheNamesBeginningWithA()
     QVERIFY(grid->isColumnHidden(0));
     QStringList titles;
     for (int column = 1; column < 5; ++column)
-        titles << grid->horizontalHeaderItem(column)->text();
+        titles << grid->Titolo(column);
     QCOMPARE(titles, (QStringList{"Codice", "Ragione sociale", "Telefono 1", "Telefono 2"}));
     QCOMPARE(grid->columnWidth(1), 100);
     QCOMPARE(grid->columnWidth(3), 90);

@@ -63,15 +63,15 @@ void TestRicercaNoteAccredito::columnsAndEmptyGridUntilTheFirstSearch()
     QCOMPARE(griglia->rowCount(), 0);
     QStringList titoli;
     for (int c = 1; c < griglia->columnCount(); ++c)
-        titoli << griglia->horizontalHeaderItem(c)->text();
+        titoli << griglia->Titolo(c);
     QCOMPARE(titoli, (QStringList{"N.", "Data", "Codice", "Ragione sociale", "Totale", "Pagato"}));
     QVERIFY(griglia->isColumnHidden(0));
     QCOMPARE(Anno()->value(), m_anno);
     Trigger(m_lista, QStringLiteral("actCerca"));
     QCOMPARE(Column(griglia, 1), (QStringList{"2", "1"}));
     const int riga = RowOf(griglia, 1, QStringLiteral("2"));
-    QCOMPARE(griglia->item(riga, 4)->text(), QStringLiteral("L'Ottica di Rossi"));
-    QCOMPARE(griglia->item(riga, 5)->text(), QStringLiteral("1.234,50\u00A0€"));
+    QCOMPARE(griglia->Testo(riga, 4), QStringLiteral("L'Ottica di Rossi"));
+    QCOMPARE(griglia->Testo(riga, 5), QStringLiteral("1.234,50\u00A0€"));
 }
 
 void TestRicercaNoteAccredito::yearClauseWithBlanks()

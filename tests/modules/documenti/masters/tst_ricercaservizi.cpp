@@ -62,19 +62,19 @@ void TestRicercaServizi::opensWithTheTreeAndNoSearch()
     QVERIFY(!m_list->findChild<QAction *>(QStringLiteral("actPageNext")));
     QVERIFY(!m_list->findChild<QAction *>(QStringLiteral("actStampaListinoIVATO")));
 
-    const QTableWidget *grid = m_list->GridRisultati();
+    const TKRVGrigliaRisultati *grid = m_list->GridRisultati();
     QCOMPARE(grid->columnCount(), 6);
     QVERIFY(grid->isColumnHidden(0));
     QVERIFY(grid->isColumnHidden(3));
-    QCOMPARE(grid->horizontalHeaderItem(1)->text(), QStringLiteral("Codice"));
-    QCOMPARE(grid->horizontalHeaderItem(4)->text(), QStringLiteral("Categoria"));
-    QCOMPARE(grid->horizontalHeaderItem(5)->text(), QStringLiteral("Prezzo"));
+    QCOMPARE(grid->Titolo(1), QStringLiteral("Codice"));
+    QCOMPARE(grid->Titolo(4), QStringLiteral("Categoria"));
+    QCOMPARE(grid->Titolo(5), QStringLiteral("Prezzo"));
 
     Trigger(m_list, QStringLiteral("actCerca"));
     QCOMPARE(Column(grid, 1), QStringList{QStringLiteral("S1")});
-    QCOMPARE(grid->item(0, 4)->text(), QStringLiteral("Altro"));
-    QCOMPARE(grid->item(0, 5)->text(), FormatCurrency(12.5));
-    QVERIFY(grid->item(0, 5)->textAlignment() & Qt::AlignRight);
+    QCOMPARE(grid->Testo(0, 4), QStringLiteral("Altro"));
+    QCOMPARE(grid->Testo(0, 5), FormatCurrency(12.5));
+    QVERIFY(Alignment(grid, 0, 5) & Qt::AlignRight);
 }
 
 void TestRicercaServizi::filtersAndCategorySubtree()
@@ -126,7 +126,7 @@ void TestRicercaServizi::deleteFollowsTheCodeFilterText()
     KRVInsertRiga(m_module->Database, QStringLiteral("FATT_VEND_DETT"), fattura, QStringLiteral("Servizio"),
                   QStringLiteral("S2"));
     Trigger(m_list, QStringLiteral("actCerca"));
-    QTableWidget *grid = m_list->GridRisultati();
+    TKRVGrigliaRisultati *grid = m_list->GridRisultati();
 
     // The rule is asked about the code typed in the filter, and lets it go.
     Type(Field(m_list, QStringLiteral("txtCodice")), QStringLiteral("S2"));

@@ -18,7 +18,7 @@ const QString ActRicercaUM = QStringLiteral("actRicercaUM");
 const QString ActRicercaIva = QStringLiteral("actRicercaAliquoteIVA");
 const QString ActRicercaTipi = QStringLiteral("actRicercaTipiPagamento");
 
-QList<int> Widths(const QTableWidget *grid)
+QList<int> Widths(const TKRVGrigliaRisultati *grid)
 {
     QList<int> widths;
     for (int column = 1; column < grid->columnCount(); ++column)
@@ -26,7 +26,7 @@ QList<int> Widths(const QTableWidget *grid)
     return widths;
 }
 
-void ClickHeader(QTableWidget *grid, int column)
+void ClickHeader(const TKRVGrigliaRisultati *grid, int column)
 {
     QHeaderView *header = grid->horizontalHeader();
     const QPoint where(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
@@ -97,7 +97,7 @@ void TestRicercaTabelle::unitsListShowsEveryUnit()
     QCOMPARE(grid->selectionBehavior(), QAbstractItemView::SelectRows);
     QCOMPARE(grid->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
     QCOMPARE(Column(grid, 1), (QStringList{"KG", "ORE", "PEZZI", "Q.LI"}));
-    QCOMPARE(grid->item(0, 0)->data(Qt::UserRole).toString(), QStringLiteral("4"));
+    QCOMPARE(grid->Valore(0, 0), QStringLiteral("4"));
     // The one column takes the width less room for the scroll bar.
     QCOMPARE(grid->columnWidth(1), grid->contentsRect().width() - 21);
 
@@ -130,9 +130,9 @@ void TestRicercaTabelle::vatListShowsPercentagesAndFitsItsColumns()
     QCOMPARE(Titles(grid), (QStringList{QString(), "Codice", "Descrizione", "Aliquota"}));
     QCOMPARE(Column(grid, 1), (QStringList{"10", "20", "N0", "N1"}));
     QCOMPARE(Column(grid, 3), (QStringList{"10,50 %", "20,00 %", "0,00 %", "0,00 %"}));
-    QCOMPARE(grid->item(0, 3)->data(Qt::UserRole).toString(), QStringLiteral("10.50"));
-    QVERIFY(grid->item(0, 3)->textAlignment() & Qt::AlignRight);
-    QVERIFY(grid->item(0, 2)->textAlignment() & Qt::AlignLeft);
+    QCOMPARE(grid->Valore(0, 3), QStringLiteral("10.50"));
+    QVERIFY(Alignment(grid, 0, 3) & Qt::AlignRight);
+    QVERIFY(Alignment(grid, 0, 2) & Qt::AlignLeft);
     QCOMPARE(Widths(grid), (QList<int>{60, grid->contentsRect().width() - 21 - 60 - 100, 100}));
 
     list->parentWidget()->resize(list->parentWidget()->size() + QSize(100, 0));
