@@ -2,6 +2,7 @@
 
 #include "KRVErrors.h"
 #include "KRVSession.h"
+#include "KRVTesti.h"
 #include "Q3Exception.h"
 #include "Q3Guards.h"
 #include "Q3Messages.h"
@@ -89,7 +90,7 @@ QString SubCountSQL(const TSubCount &subCount, bool byCode, const QString &argum
 {
     const QString column = QLatin1String(subCount.Column);
     QString sql = QStringLiteral("(SELECT COUNT(*) FROM ") + QLatin1String(subCount.Table) + QStringLiteral(" WHERE ")
-                  + (byCode ? QStringLiteral("UPPER(") + column + QStringLiteral(")=") + QuotedStr(argument.toUpper())
+                  + (byCode ? QStringLiteral("UPPER(") + column + QStringLiteral(")=") + QuotedStr(KRVMaiuscole(argument))
                             : column + QLatin1Char('=') + argument);
     if (subCount.TipoRiga)
         sql += QStringLiteral(" AND TIPO_RIGA=") + QuotedStr(QLatin1String(subCount.TipoRiga));

@@ -2,6 +2,7 @@
 
 #include "KRVDataset.h"
 #include "KRVErrors.h"
+#include "KRVTesti.h"
 
 #include <QSqlRecord>
 
@@ -64,7 +65,7 @@ TCliente LookupCliente(const QString &sql)
 // The value as it is compared: upper-cased, as an SQL literal.
 QString UpperQuoted(const QString &value)
 {
-    return QuotedStr(value.toUpper());
+    return QuotedStr(KRVMaiuscole(value));
 }
 
 } // namespace

@@ -100,6 +100,15 @@ private:
 
 } // namespace
 
+QString KRVColonnaCliente(QString TCliente::*campo)
+{
+    for (const TKRVColonnaCliente &colonna : ColonneCliente) {
+        if (colonna.Campo == campo)
+            return QLatin1String(colonna.Colonna);
+    }
+    return {};
+}
+
 QString KRVTestoFlag(bool value)
 {
     return value ? QStringLiteral("True") : QStringLiteral("False");

@@ -25,6 +25,9 @@ struct TKRVTestataDocumento
     QString Note;
 };
 
+// The header's column that keeps a copy of that field of the customer.
+QString KRVColonnaCliente(QString TCliente::*campo);
+
 // Where a sales document lives: its header's key (its generator is "GN_" and
 // the key), the parameter of the header's dataset, its lines' table and key.
 struct TKRVTabelleDocumento

@@ -1,6 +1,8 @@
 #include "uKRVInserimentoDocumentoBase.h"
 
 #include "KRVLookups.h"
+#include "KRVTesti.h"
+#include "Q3Dataset.h"
 #include "Q3Guards.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
@@ -47,16 +49,12 @@ void Mostra(QLabel *etichetta, const QString &testo)
     etichetta->setAccessibleDescription(etichetta->text());
 }
 
-QString Valore(const QLabel *etichetta)
-{
-    // An empty copy is written as empty text, as the customer had it.
-    return etichetta->text() == Vuoto ? QStringLiteral("") : etichetta->text();
-}
-
 QLabel *Valore(const QString &nome)
 {
     auto etichetta = new QLabel(Vuoto);
     etichetta->setObjectName(nome);
+    // A customer's data is shown as written, never read as markup.
+    etichetta->setTextFormat(Qt::PlainText);
     etichetta->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return etichetta;
 }
@@ -291,6 +289,7 @@ void TKRVInserimentoDocumentoBase::ClearFields()
 
 void TKRVInserimentoDocumentoBase::MostraCliente(const TCliente &cliente)
 {
+    m_datiCliente = cliente;
     for (int i = 0; i < m_cliente.size(); ++i)
         Mostra(m_cliente.at(i), cliente.*CampiCliente[i].Campo);
 }
@@ -298,17 +297,18 @@ void TKRVInserimentoDocumentoBase::MostraCliente(const TCliente &cliente)
 void TKRVInserimentoDocumentoBase::ImpostaTipoPagamento(int id, const QString &testo)
 {
     m_idTipoPagamento = id;
+    m_tipoPagamento = testo;
     Mostra(lblTipoPagamento, testo);
 }
 
 QString TKRVInserimentoDocumentoBase::CodiceCliente() const
 {
-    return Valore(m_cliente.first());
+    return m_datiCliente.CODICE;
 }
 
 QString TKRVInserimentoDocumentoBase::RagioneSocialeCliente() const
 {
-    return Valore(m_cliente.at(1));
+    return m_datiCliente.RAGIONESOCIALE;
 }
 
 void TKRVInserimentoDocumentoBase::MostraTestata(const TKRVTestataDocumento &testata)
@@ -330,10 +330,11 @@ void TKRVInserimentoDocumentoBase::LeggiTestata(TKRVTestataDocumento &testata) c
 {
     testata.Numero = txtNumero->value();
     testata.Data = dtpData->date();
-    for (int i = 0; i < m_cliente.size(); ++i)
-        testata.Cliente.*CampiCliente[i].Campo = Valore(m_cliente.at(i));
+    // The data as it came, not as the labels show it: a value "..." is a value.
+    for (const auto &campo : CampiCliente)
+        testata.Cliente.*campo.Campo = m_datiCliente.*campo.Campo;
     testata.IdTipoPagamento = m_idTipoPagamento;
-    testata.TipoPagamento = Valore(lblTipoPagamento);
+    testata.TipoPagamento = m_tipoPagamento;
     testata.Pagato = chkPagato->isChecked();
     testata.Notificato = chkNotificata->isChecked();
     if (chkScadenzaPagamento->isChecked())
@@ -363,20 +364,46 @@ void TKRVInserimentoDocumentoBase::ScriviDocumento(const std::function<void(cons
 
 QString TKRVInserimentoDocumentoBase::ValidationError()
 {
+    const int descrizione = m_righe->Layout().Descrizione;
+    for (int r = 0; r < m_righe->Righe(); ++r) {
+        const QString problema = KRVTestoNonAmmesso(QStringLiteral("Descrizione (riga %1)").arg(r + 1),
+                                                    m_righe->Cella(r, descrizione));
+        if (!problema.isEmpty())
+            return problema;
+    }
     if (NumeroEsistente(txtNumero->value(), dtpData->date().year(), IdRecord()))
         return QStringLiteral("Esiste già un documento con questo numero!");
-    if (m_cliente.first()->text() == Vuoto)
+    if (m_datiCliente.CODICE.isEmpty())
         return QStringLiteral("Non è stato selezionato un cliente!");
     if (m_idTipoPagamento <= 0)
         return QStringLiteral("Non è stato selezionato un tipo di pagamento!");
+    return CopiaTroppoLunga();
+}
+
+// The document keeps its own copy of the customer's data and of the payment
+// type, in columns that may be shorter than the ones it copies.
+QString TKRVInserimentoDocumentoBase::CopiaTroppoLunga() const
+{
+    const QHash<QString, int> lunghezze = KRVLunghezzeColonne(Dataset()->UpdateTable());
+    const auto eccede = [&lunghezze](const QString &colonna, const QString &testo) {
+        return lunghezze.contains(colonna) && KRVCaratteri(testo) > lunghezze.value(colonna);
+    };
+    const QString msg = QStringLiteral("Il campo \"%1\"%2 supera i %3 caratteri che il documento può contenere.");
+    for (const auto &campo : CampiCliente) {
+        const QString colonna = KRVColonnaCliente(campo.Campo);
+        if (eccede(colonna, m_datiCliente.*campo.Campo))
+            return msg.arg(QString::fromUtf8(campo.Caption).chopped(1), QStringLiteral(" del cliente"))
+                .arg(lunghezze.value(colonna));
+    }
+    const QString tipoPagamento = QStringLiteral("TIPO_PAGAMENTO");
+    if (eccede(tipoPagamento, m_tipoPagamento))
+        return msg.arg(QStringLiteral("Tipo di pagamento"), QString()).arg(lunghezze.value(tipoPagamento));
     return {};
 }
 
 bool TKRVInserimentoDocumentoBase::ConfermaSalvataggio()
 {
-    const QLabel *codiceFiscale = m_cliente.at(7);
-    const QLabel *partitaIva = m_cliente.at(8);
-    if (codiceFiscale->text() != Vuoto || partitaIva->text() != Vuoto)
+    if (!m_datiCliente.CODICEFISCALE.isEmpty() || !m_datiCliente.PARTITAIVA.isEmpty())
         return true;
     return Q3AskYesNo(
         QStringLiteral("Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\rproseguire comunque?"));

@@ -96,11 +96,15 @@ private:
     void ImpostaTipoPagamento(int id, const QString &testo);
     void actSelezionaClienteExecute();
     void actSelezionaTipoPagamentoExecute();
+    // The refusal of a copied text longer than the document's column, or empty.
+    QString CopiaTroppoLunga() const;
 
     TKRVRigheDocumento *m_righe;
     TKRVGrigliaRighe *m_griglia;
     QList<QLabel *> m_cliente;  // code to VAT number
+    TCliente m_datiCliente;     // what they show
     QLabel *lblTipoPagamento = nullptr;
+    QString m_tipoPagamento;
     int m_idTipoPagamento = 0;
     QLabel *lblTotaleImponibile = nullptr;
     QLabel *lblTotaleImposta = nullptr;

@@ -1,5 +1,6 @@
 #include "uKRVBarraLettere.h"
 
+#include "KRVTesti.h"
 #include "Q3Guards.h"
 #include "Q3Sql.h"
 
@@ -30,5 +31,5 @@ QString TKRVBarraLettere::Clausola(const QString &head, const QString &letter)
 {
     if (letter == Tutte)
         return {};
-    return head + QuotedStr(letter.toUpper() + QStringLiteral("%"));
+    return head + QuotedStr(KRVMaiuscole(letter) + QStringLiteral("%"));
 }

@@ -1,6 +1,7 @@
 #include "uKRVElencoRicerca.h"
 
 #include "KRVSession.h"
+#include "KRVTesti.h"
 #include "Q3Guards.h"
 #include "Q3Sql.h"
 #include "uKRVFormKit.h"
@@ -47,6 +48,8 @@ void TKRVElencoRicerca::CreaGrigliaVuota()
 void TKRVElencoRicerca::AggiornaGriglia(const QString &where)
 {
     m_griglia->Svuota();
+    if (!KRVTestoCercabile(where))
+        return;
     TQ3BusyCursor busy;
     QSqlQuery query = OpenQuery(KRVModuleDatabase(), m_info.QueryHead + where + m_info.QueryTail);
     m_griglia->Carica(query);
@@ -61,7 +64,7 @@ QString TKRVElencoRicerca::ClausolaFiltri() const
             continue;
         const TKRVFiltro &filtro = m_info.Filters.at(i);
         AggiungiCondizione(where,
-                           filtro.Condition + QuotedStr(filtro.UpperCase ? text.toUpper() : text) + filtro.Closing);
+                           filtro.Condition + QuotedStr(filtro.UpperCase ? KRVMaiuscole(text) : text) + filtro.Closing);
     }
     return where;
 }

@@ -2,6 +2,7 @@
 
 #include "KRVUtils.h"
 #include "Q3Messages.h"
+#include "uKRVFormKit.h"
 
 const TKRVEliminazionePerCodice &KRVEliminazioneClienti()
 {
@@ -13,6 +14,9 @@ const TKRVEliminazionePerCodice &KRVEliminazioneClienti()
 
 bool KRVConfermaEliminazione(const TKRVEliminazionePerCodice &info, const QString &codice)
 {
+    // The rule looks the code up in the database: it must be able to get there.
+    if (!KRVTestoCercabile(codice))
+        return false;
     if (!info.CanDelete(codice)) {
         Q3ShowWarning(info.Rifiuto);
         return false;

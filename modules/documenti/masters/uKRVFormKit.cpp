@@ -2,27 +2,39 @@
 
 #include "KRVPermissions.h"
 #include "KRVSession.h"
+#include "KRVTesti.h"
 #include "Q3Messages.h"
 #include "Q3Users.h"
 
 #include "Q3Guards.h"
 #include "uKRVImages.h"
 
+#include <QPlainTextEdit>
 #include <QValidator>
 
 namespace {
 
-// Turns whatever is typed or set into capitals.
-class TKRVUpperCaseValidator : public QValidator
+// Keeps what is typed or set as its column can take it: in capitals when
+// asked, and never with half a character at the end, where the field's length
+// limit cuts a pasted text even between the two halves of a surrogate pair.
+class TKRVTestoValidator : public QValidator
 {
 public:
-    using QValidator::QValidator;
+    TKRVTestoValidator(bool upperCase, QObject *owner) : QValidator(owner), m_upperCase(upperCase) {}
 
-    State validate(QString &input, int &) const override
+    State validate(QString &input, int &pos) const override
     {
-        input = input.toUpper();
+        if (m_upperCase)
+            input = KRVMaiuscole(input);
+        if (!input.isEmpty() && input.back().isHighSurrogate()) {
+            input.chop(1);
+            pos = qMin(pos, int(input.size()));
+        }
         return Acceptable;
     }
+
+private:
+    bool m_upperCase;
 };
 
 // Wide enough for its longest text, within sensible bounds.
@@ -70,10 +82,41 @@ QLineEdit *KRVCampoTesto(const QString &name, int maxLength, bool upperCase)
     edit->setObjectName(name);
     if (maxLength > 0)
         edit->setMaxLength(maxLength);
-    if (upperCase)
-        edit->setValidator(new TKRVUpperCaseValidator(edit));
+    if (maxLength > 0 || upperCase)
+        edit->setValidator(new TKRVTestoValidator(upperCase, edit));
     edit->setFixedWidth(FieldWidth(edit, maxLength));
     return edit;
+}
+
+bool KRVTestoCercabile(const QString &testo)
+{
+    const QString caratteri = KRVCaratteriNonAmmessi(testo);
+    if (caratteri.isEmpty())
+        return true;
+    Q3ShowWarning(QStringLiteral("Il testo da cercare contiene caratteri non ammessi: ") + caratteri + QLatin1Char('.'));
+    return false;
+}
+
+QString KRVTestoNonAmmesso(const QString &etichetta, const QString &testo)
+{
+    const QString caratteri = KRVCaratteriNonAmmessi(testo);
+    if (caratteri.isEmpty())
+        return {};
+    return QStringLiteral("Il campo \"") + etichetta + QStringLiteral("\" contiene caratteri non ammessi: ") + caratteri
+           + QLatin1Char('.');
+}
+
+QString KRVCampoNonAmmesso(const QWidget *window)
+{
+    for (const QLineEdit *edit : window->findChildren<QLineEdit *>()) {
+        if (QString problema = KRVTestoNonAmmesso(edit->accessibleName(), edit->text()); !problema.isEmpty())
+            return problema;
+    }
+    for (const QPlainTextEdit *memo : window->findChildren<QPlainTextEdit *>()) {
+        if (QString problema = KRVTestoNonAmmesso(memo->accessibleName(), memo->toPlainText()); !problema.isEmpty())
+            return problema;
+    }
+    return {};
 }
 
 bool KRVVerificaPermesso(const QString &permesso)

@@ -27,6 +27,19 @@ QLabel *KRVEtichetta(const QString &caption, QWidget *field);
 // case when asked.
 QLineEdit *KRVCampoTesto(const QString &name, int maxLength = 0, bool upperCase = false);
 
+// Whether a search may run with the text: when it holds characters that
+// cannot reach the database, says which ("Attenzione") and answers false.
+bool KRVTestoCercabile(const QString &testo);
+
+// The refusal of the first text input of the window (a line or a memo) that
+// holds characters that cannot reach the database, named by its label, or an
+// empty text.
+QString KRVCampoNonAmmesso(const QWidget *window);
+
+// The refusal of a text, whose label names it, holding characters that cannot
+// reach the database, or an empty text.
+QString KRVTestoNonAmmesso(const QString &etichetta, const QString &testo);
+
 // Whether the current user holds the right (an empty name needs none); when
 // not, says so ("Attenzione") and answers false.
 bool KRVVerificaPermesso(const QString &permesso);

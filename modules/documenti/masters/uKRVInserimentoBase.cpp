@@ -207,7 +207,10 @@ void TKRVInserimentoBase::SalvaRecord()
 {
     if (!KRVVerificaPermesso(m_info.PermessoModifica))
         return;
-    const QString problem = ValidationError();
+    // Characters the database cannot take are refused before any check reads the texts.
+    QString problem = KRVCampoNonAmmesso(this);
+    if (problem.isEmpty())
+        problem = ValidationError();
     if (!problem.isEmpty()) {
         Q3MessageBox(QStringLiteral("Attenzione"), problem, m_info.CheckIcon);
         return;
@@ -295,6 +298,11 @@ void TKRVInserimentoBase::actEliminaExecute()
 {
     if (!KRVVerificaPermesso(m_info.PermessoEliminazione))
         return;
+    // Some delete rules look up the code shown, which must be able to reach the database.
+    if (const QString problem = KRVCampoNonAmmesso(this); !problem.isEmpty()) {
+        Q3MessageBox(QStringLiteral("Attenzione"), problem, m_info.CheckIcon);
+        return;
+    }
     if (!CanDeleteRecord()) {
         Q3ShowWarning(m_info.DeleteRefused);
         return;

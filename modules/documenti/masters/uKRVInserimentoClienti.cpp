@@ -1,5 +1,6 @@
 #include "uKRVInserimentoClienti.h"
 
+#include "KRVTesti.h"
 #include "KRVUtils.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
@@ -122,7 +123,18 @@ TKRVInserimentoClienti::TKRVInserimentoClienti(TKRVMain &main)
     ImpostaContenuto(content);
 
     BloccaSeSalvato(txtCodice);
+    Q3Guarded([this] { LimitaAlleColonne(); });
     FormCreate();
+}
+
+// No field takes more characters than its column holds, whatever its own limit.
+void TKRVInserimentoClienti::LimitaAlleColonne()
+{
+    const QHash<QString, int> lunghezze = KRVLunghezzeColonne(QStringLiteral("CLIENTI"));
+    for (const TCampoTesto &campo : std::as_const(m_testi)) {
+        if (lunghezze.contains(campo.Column))
+            campo.Edit->setMaxLength(qMin(campo.Edit->maxLength(), lunghezze.value(campo.Column)));
+    }
 }
 
 QLineEdit *TKRVInserimentoClienti::CampoTesto(const QString &name, int maxLength, const QString &column, bool upperCase)

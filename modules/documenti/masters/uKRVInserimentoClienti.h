@@ -40,6 +40,7 @@ private:
     };
 
     QLineEdit *CampoTesto(const QString &name, int maxLength, const QString &column, bool upperCase = false);
+    void LimitaAlleColonne();
     QWidget *PaginaGenerale();
     QWidget *PaginaCoordinateBancarie();
     QWidget *PaginaNote();

@@ -88,6 +88,8 @@ void TKRVRicercaArticoli::AggiornaGriglia(const QString &where, int page)
 {
     TKRVGrigliaRisultati *grid = GridRisultati();
     grid->Svuota();
+    if (!KRVTestoCercabile(where))
+        return;
     TQ3BusyCursor busy;
     const QSqlDatabase db = KRVModuleDatabase();
     const int count = QueryScalar(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA ") + where).toInt();

@@ -352,8 +352,9 @@ void TestInserimentoFattureVendita::moveLinesAtTheEdges()
 // A failed save shows a plain box and still counts as saved, keeping the drawn key.
 void TestInserimentoFattureVendita::failedSaveCountsAsSaved_quirkKept()
 {
-    Db().Exec(QStringLiteral("UPDATE TIPI_PAGAMENTO SET TIPO_PAGAMENTO = 'Bonifico bancario a 60 giorni data fattura' "
-                             "WHERE IDTIPO_PAGAMENTO = 2"));
+    // The database refuses the header.
+    Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
+    Db().Exec(QStringLiteral("CREATE TRIGGER TG_BI_FATT_VEND_TEST FOR FATT_VEND BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
     const int atteso = GetLastGeneratorValue(QStringLiteral("GN_IDFATT_VEND"), Db().Db()) + 1;
     SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);

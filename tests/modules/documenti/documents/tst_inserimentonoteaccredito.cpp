@@ -369,8 +369,9 @@ void TestInserimentoNoteAccredito::everySaveGivesNewLineKeys()
 // still counts as saved, keeping the drawn key.
 void TestInserimentoNoteAccredito::failedSaveAsksWithAQuestionIcon_quirkKept()
 {
-    Db().Exec(QStringLiteral("UPDATE TIPI_PAGAMENTO SET TIPO_PAGAMENTO = 'Bonifico bancario a 60 giorni data fattura' "
-                             "WHERE IDTIPO_PAGAMENTO = 2"));
+    // The database refuses the header.
+    Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
+    Db().Exec(QStringLiteral("CREATE TRIGGER TG_BI_NOTE_ACCREDITO_TEST FOR NOTE_ACCREDITO BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
     const int atteso = GetLastGeneratorValue(QStringLiteral("GN_IDNOTA_ACCREDITO"), Db().Db()) + 1;
     SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);

@@ -53,7 +53,8 @@ const TField Fields[] = {
     {"txtCoordBanCIN", "CIN", 1, true, "COORDBAN_CIN"},
     {"txtCoordBanABI", "ABI (Banca)", 5, true, "COORDBAN_ABI"},
     {"txtCoordBanCAB", "CAB (Sport.)", 5, true, "COORDBAN_CAB"},
-    {"txtCoordBanConto", "N° Conto", 50, true, "COORDBAN_CONTO"},
+    // The column holds 20 characters: so does the field.
+    {"txtCoordBanConto", "N° Conto", 20, true, "COORDBAN_CONTO"},
     {"txtCoordBanSwift", "Codice BIC SWIFT", 50, false, "COORDBAN_SWIFT"},
 };
 
