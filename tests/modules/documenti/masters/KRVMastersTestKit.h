@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QMdiSubWindow>
+#include <QTableWidget>
 #include <QTimer>
 #include <QToolBar>
 #include <QtTest>
@@ -79,6 +80,15 @@ inline QStringList Column(const TKRVGrigliaRisultati *grid, int column)
     QStringList texts;
     for (int row = 0; row < grid->rowCount(); ++row)
         texts << grid->Testo(row, column);
+    return texts;
+}
+
+// The same for the statistics windows' grids.
+inline QStringList Column(const QTableWidget *grid, int column)
+{
+    QStringList texts;
+    for (int row = 0; row < grid->rowCount(); ++row)
+        texts << (grid->item(row, column) ? grid->item(row, column)->text() : QString());
     return texts;
 }
 
