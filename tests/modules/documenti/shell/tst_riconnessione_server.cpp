@@ -10,6 +10,8 @@
 #include "uKRVInserimentoClienti.h"
 #include "uKRVRicercaClienti.h"
 
+#include <QRegularExpression>
+
 #include <memory>
 
 using namespace KRVTest;
@@ -26,9 +28,12 @@ const QString NonRipristinata = QString::fromUtf8(Q3MsgConnessioneNonRipristinat
 // told and going on with the database's own words.
 bool ErrorBoxBeginning(const TQ3Message &box, const QString &beginning)
 {
+    // A service's failure comes after the name of the routine that met it.
+    static const QRegularExpression routine(QStringLiteral("^\\[\\w+\\]\n\r"));
+    const QString text = QString(box.Text).remove(routine);
     const bool same = box.Title == QLatin1String("Errore") && box.Icon == TQ3MsgIcon::Error
-                      && box.Buttons == TQ3MsgButtons::Ok && box.Text.startsWith(beginning)
-                      && box.Text.size() > beginning.size();
+                      && box.Buttons == TQ3MsgButtons::Ok && text.startsWith(beginning)
+                      && text.size() > beginning.size();
     if (!same)
         qWarning("box was: %s / %s", qPrintable(box.Title), qPrintable(box.Text));
     return same;
