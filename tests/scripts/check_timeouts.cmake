@@ -1,6 +1,7 @@
 # Every test has a time limit: two minutes, or the explicit limit of a suite
 # known to be slow, so that a stuck modal dialog cannot hold a run for long.
-# Run with -DBUILD_DIR=... -DSLOW="name=seconds;..." -DLIMIT=120.
+# A sanitizer build multiplies every limit by its SCALE.
+# Run with -DBUILD_DIR=... -DSLOW="name=seconds;..." -DLIMIT=120 -DSCALE=1.
 execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --show-only=json-v1 WORKING_DIRECTORY ${BUILD_DIR}
                 OUTPUT_VARIABLE json RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
@@ -31,6 +32,7 @@ foreach(i RANGE ${last})
   if(DEFINED allowed_${name})
     set(limit ${allowed_${name}})
   endif()
+  math(EXPR limit "${limit} * ${SCALE}")
   if(timeout STREQUAL "" OR timeout GREATER limit)
     message(FATAL_ERROR "${name}: time limit '${timeout}' instead of at most ${limit} seconds")
   endif()

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
@@ -125,9 +126,10 @@ inline QStringList WithModals(const std::function<void()> &action, QList<std::fu
             return;
         }
         handlers.takeFirst()(modal);
-        // The same window may come back for the next run.
-        QTimer::singleShot(0, modal, [&last, modal] {
-            if (!modal->isVisible() && last == modal)
+        // The same window may come back for the next run. The check belongs
+        // to this run only: a dialog kept for later runs outlives `last`.
+        QTimer::singleShot(0, &timer, [&last, modal = QPointer<QWidget>(modal)] {
+            if (modal && !modal->isVisible() && last == modal)
                 last = nullptr;
         });
     });
