@@ -137,7 +137,13 @@ stop() {
       kill -0 "$pid" 2>/dev/null || break
       sleep 0.2
     done
-    kill -0 "$pid" 2>/dev/null && kill -KILL "$pid" 2>/dev/null || true
+    if kill -0 "$pid" 2>/dev/null; then
+      kill -KILL "$pid" 2>/dev/null || true
+      for _ in $(seq 1 50); do
+        kill -0 "$pid" 2>/dev/null || break
+        sleep 0.1
+      done
+    fi
   fi
   rm -f "$state/pid" "$state/env"
 }
