@@ -26,6 +26,17 @@ void KRVAggiornaAzienda(IKRVStampeHost *host)
     azienda->Open();
 }
 
+TQ3Dataset *KRVApriDatiStampa(IKRVStampeHost *host, const QString &dataset, const QString &sql)
+{
+    TQ3BusyCursor busy;
+    KRVAggiornaAzienda(host);
+    TQ3Dataset *dati = host->StampeDataset(dataset);
+    dati->Close();
+    dati->SetSQL(sql);
+    dati->Open();
+    return dati;
+}
+
 IKRVStampeHost *KRVStampeHost()
 {
     const int index = GetPackageIndex(KRVModuleFileName());
@@ -88,17 +99,13 @@ void StampaNotaAccredito(int IdNotaAccredito)
 void StampaListinoIVATO()
 {
     IKRVStampeHost *host = KRVStampeHost();
-    {
-        TQ3BusyCursor busy;
-        TQ3Dataset *listino = host->StampeDataset(QStringLiteral("adsListinoArticoli01"));
-        listino->Close();
-        listino->SetSQL(QStringLiteral(
+    KRVApriDatiStampa(
+        host, QStringLiteral("adsListinoArticoli01"),
+        QStringLiteral(
             "SELECT ANA_MAGA.*, CATEGORIE_ANA_MAGA.CATEGORIA, (PREZZO + ((PREZZO * ALIQUOTE_IVA.ALIQUOTA) / 100)) AS IMPORTO "
             "FROM ANA_MAGA LEFT JOIN CATEGORIE_ANA_MAGA ON CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA = ANA_MAGA.IDCATEGORIA_ANA_MAGA "
             "LEFT JOIN ALIQUOTE_IVA ON ALIQUOTE_IVA.IDALIQUOTA_IVA = ANA_MAGA.IDALIQUOTA_IVA ORDER BY UPPER(ANA_MAGA.CODICE)"));
-        listino->Open();
-        host->rProject()->SetParam(QStringLiteral("ReportTitle"), QStringLiteral("Listino articoli"));
-        host->rProject()->SetParam(QStringLiteral("Param1"), QStringLiteral("Tutti i prezzi si intendono IVA inclusa"));
-    }
+    host->rProject()->SetParam(QStringLiteral("ReportTitle"), QStringLiteral("Listino articoli"));
+    host->rProject()->SetParam(QStringLiteral("Param1"), QStringLiteral("Tutti i prezzi si intendono IVA inclusa"));
     host->rProject()->ExecuteReport(QStringLiteral("ElencoArticoli01"));
 }

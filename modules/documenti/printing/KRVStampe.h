@@ -26,6 +26,10 @@ IKRVStampeHost *KRVStampeHost();
 // Reads the firm's data again: another module may have changed it since the last print.
 void KRVAggiornaAzienda(IKRVStampeHost *host);
 
+// Under the wait cursor: the firm's data read again and a print's own
+// statement run in its dataset, which it answers.
+TQ3Dataset *KRVApriDatiStampa(IKRVStampeHost *host, const QString &dataset, const QString &sql);
+
 // Prints a sales invoice: "FattVend", or "FattVendIVAEsente" for a VAT-exempt
 // one with the exemption note as "Param1". Destinazione 2 writes the PDF file
 // NomeFilePDF with no dialog; any other value shows the output options.

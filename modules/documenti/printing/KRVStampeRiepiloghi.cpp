@@ -65,15 +65,9 @@ void StampaRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean scad
 {
     KRVWrapped("StampaRiepilogoFatture", [&] {
         IKRVStampeHost *host = KRVStampeHost();
-        {
-            TQ3BusyCursor busy;
-            KRVAggiornaAzienda(host);
-            TQ3Dataset *riepilogo = host->StampeDataset(QStringLiteral("adsRiepilogoFatture"));
-            riepilogo->Close();
-            riepilogo->SetSQL(KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")),
-                                                     QDate::currentDate()));
-            riepilogo->Open();
-        }
+        KRVApriDatiStampa(host, QStringLiteral("adsRiepilogoFatture"),
+                          KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")),
+                                                 QDate::currentDate()));
         host->rProject()->ExecuteReport(QStringLiteral("RiepilogoFatture"));
     });
 }

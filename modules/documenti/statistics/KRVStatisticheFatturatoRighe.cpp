@@ -92,14 +92,7 @@ QString KRVTitoloStatistica(const QString &testo, const QDate &dal, const QDate 
 bool KRVStampaStatistica(const QString &dataset, const QString &sql, const QString &report, const QString &titolo)
 {
     IKRVStampeHost *host = KRVStampeHost();
-    TQ3Dataset *righe = host->StampeDataset(dataset);
-    {
-        TQ3BusyCursor busy;
-        righe->Close();
-        righe->SetSQL(sql);
-        righe->Open();
-    }
-    if (righe->IsEmpty())
+    if (KRVApriDatiStampa(host, dataset, sql)->IsEmpty())
         return false;
     host->rProject()->SetParam(QStringLiteral("Param1"), titolo);
     host->rProject()->ExecuteReport(report);
