@@ -95,3 +95,11 @@ QString FormatShortDate(const QDate &date)
 {
     return QLocale().toString(date, QLocale::ShortFormat);
 }
+
+QString NormalizeLineBreaks(QString text)
+{
+    text.replace(QStringLiteral("\n\r"), QStringLiteral("\n"));
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text;
+}

@@ -42,3 +42,7 @@ Q3_EXPORT QString FormatNumber(double value, int decimals);
 
 // A date in the application's locale short date format.
 Q3_EXPORT QString FormatShortDate(const QDate &date);
+
+// The text with one "\n" for each line break however it was written: the
+// system's own "\n\r", Windows' "\r\n", a lone "\r" or "\n".
+Q3_EXPORT QString NormalizeLineBreaks(QString text);

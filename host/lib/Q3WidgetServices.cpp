@@ -2,6 +2,7 @@
 
 #include "Q3Guards.h"
 #include "Q3Messages.h"
+#include "Q3Utils.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -27,9 +28,7 @@ QMessageBox::Icon DialogIcon(TQ3MsgIcon icon)
 TQ3MsgResult ShowDialog(const TQ3Message &message)
 {
     // Texts keep their "\n\r" line breaks; a dialog shows them as one break.
-    QString shown = message.Text;
-    shown.replace(QStringLiteral("\n\r"), QStringLiteral("\n"));
-    QMessageBox box(DialogIcon(message.Icon), message.Title, shown, QMessageBox::NoButton,
+    QMessageBox box(DialogIcon(message.Icon), message.Title, NormalizeLineBreaks(message.Text), QMessageBox::NoButton,
                     QApplication::activeWindow());
     QPushButton *yes = nullptr;
     QPushButton *no = nullptr;

@@ -3,6 +3,7 @@
 #include "Q3Exception.h"
 #include "Q3ReportData.h"
 #include "Q3ReportFormat.h"
+#include "Q3Utils.h"
 
 #include <QCollator>
 #include <QFontDatabase>
@@ -431,10 +432,8 @@ QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QStri
             break;
         }
     }
-    // Texts stored with Windows line ends print one line break each.
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    return text;
+    // Every line break prints as one, however it was stored.
+    return NormalizeLineBreaks(text);
 }
 
 qreal TQ3ReportDocument::Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows,

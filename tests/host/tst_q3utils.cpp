@@ -24,6 +24,7 @@ private slots:
     void elencoIdFiglioOrdersChildrenByKey();
     void elencoIdFiglioStopsOnALoopOfParents();
     void currencyAndNumbersInItalianLocale();
+    void everyLineBreakBecomesOne();
 
 private:
     std::unique_ptr<TQ3TestDatabase> m_database;
@@ -147,6 +148,14 @@ void TestQ3Utils::currencyAndNumbersInItalianLocale()
     QCOMPARE(FormatCurrency(-2), QStringLiteral("-2,00\u00A0€"));
     QCOMPARE(FormatNumber(1234.567, 2), QStringLiteral("1.234,57"));
     QCOMPARE(FormatNumber(3, 1), QStringLiteral("3,0"));
+}
+
+void TestQ3Utils::everyLineBreakBecomesOne()
+{
+    QCOMPARE(NormalizeLineBreaks(QStringLiteral("a\n\rb\r\nc\rd\ne")), QStringLiteral("a\nb\nc\nd\ne"));
+    // Two separators in a row are one blank line, not three.
+    QCOMPARE(NormalizeLineBreaks(QStringLiteral("a\n\r\n\rb")), QStringLiteral("a\n\nb"));
+    QCOMPARE(NormalizeLineBreaks(QStringLiteral("senza righe")), QStringLiteral("senza righe"));
 }
 
 QTEST_MAIN(TestQ3Utils)

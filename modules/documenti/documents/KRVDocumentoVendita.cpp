@@ -205,7 +205,9 @@ void TKRVArchivioDocumentoVendita::ScriviDocumento(const TKRVTestataDocumento &t
     const QSqlDatabase db = m_testata.Connection()->Database();
     TQ3Transaction transazione(db);
     try {
-        if (nuovo) {
+        // A document whose first save failed has no header row yet: it is
+        // stored whole, header and lines, as a new one.
+        if (nuovo || !m_testata.Active() || m_testata.Eof()) {
             // The document goes by the key it expects until the header has its own.
             id = GetLastGeneratorValue(QStringLiteral("GN_") + m_tabelle.Chiave, db) + 1;
             m_testata.AppendNew(m_tabelle.Parametro);

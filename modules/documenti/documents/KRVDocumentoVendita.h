@@ -56,6 +56,8 @@ protected:
     // Writes the header (a new one under the key the database gives it, set
     // into id; the key it expects until then) and re-creates every line under
     // new keys, in one transaction; raises EQ3Exception, rolled back, on failure.
+    // A document the header's dataset holds no row of (its first save failed)
+    // is inserted whatever nuovo says.
     void ScriviDocumento(const TKRVTestataDocumento &testata, TKRVRigheDocumento &righe,
                          const TKRVTotaliDocumento &totali, bool nuovo, int &id);
 

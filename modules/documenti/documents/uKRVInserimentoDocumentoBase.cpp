@@ -323,7 +323,7 @@ void TKRVInserimentoDocumentoBase::MostraTestata(const TKRVTestataDocumento &tes
     dtpScadenzaPagamento->setEnabled(testata.Scadenza.has_value());
     if (testata.Scadenza)
         dtpScadenzaPagamento->setDate(*testata.Scadenza);
-    txtNote->setPlainText(testata.Note);
+    txtNote->setPlainText(NormalizeLineBreaks(testata.Note));
 }
 
 void TKRVInserimentoDocumentoBase::LeggiTestata(TKRVTestataDocumento &testata) const
@@ -411,18 +411,7 @@ bool TKRVInserimentoDocumentoBase::ConfermaSalvataggio()
 
 bool TKRVInserimentoDocumentoBase::ConsentiChiusura()
 {
-    if (!Modified())
-        return true;
-    switch (Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Salvare le modifiche al record corrente\n\rprima di continuare?"),
-                         TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel)) {
-    case TQ3MsgResult::Yes:
-        actSalva()->trigger();
-        return true;
-    case TQ3MsgResult::No:
-        return true;
-    default:
-        return false;
-    }
+    return ChiediSalvataggioPrimaDiChiudere();
 }
 
 void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()

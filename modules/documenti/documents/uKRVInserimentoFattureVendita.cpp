@@ -47,7 +47,8 @@ TKRVInserimentoInfo InfoFattura()
             .DeleteRefused = QStringLiteral("Non è possibile eliminare questa fattura,\n\resistono dei dati correlati!"),
             .PermessoModifica = QStringLiteral("Fatture di vendita (modifica)"),
             .PermessoEliminazione = QStringLiteral("Fatture di vendita (eliminazione)"),
-            .IdNuovoRecord = 0};
+            .IdNuovoRecord = 0,
+            .ChiediSeNonMemorizzato = true};
 }
 
 } // namespace
@@ -136,6 +137,7 @@ bool TKRVInserimentoFattureVendita::IvaEsente() const
 
 void TKRVInserimentoFattureVendita::PulisciCampiPropri()
 {
+    m_dataNuovaFatturaLetta.clear();
     chkIvaEsente->setChecked(false);
     chkGeneraFattureCicliche->setChecked(false);
     AggiornaStatoControlliFattureCicliche();
@@ -152,6 +154,8 @@ void TKRVInserimentoFattureVendita::MostraFattura(const TKRVTestataFattura &test
         cmbGeneraOgniUM->setCurrentIndex(cmbGeneraOgniUM->findText(ricorrenza.GeneraOgniUM, Qt::MatchExactly));
         dtpDataInizio->setDate(ricorrenza.DataInizio);
         dtpDataFine->setDate(ricorrenza.DataFine);
+        // A stored rule that matches no option stays as it is until the user chooses one.
+        m_dataNuovaFatturaLetta = ricorrenza.DataNuovaFattura;
         // Exclusive options cannot all be cleared while exclusive.
         for (QRadioButton *opzione : std::as_const(m_dataNuoveFatture)) {
             opzione->setAutoExclusive(false);
@@ -172,6 +176,7 @@ TKRVTestataFattura TKRVInserimentoFattureVendita::Testata() const
     ricorrenza.GeneraOgniUM = cmbGeneraOgniUM->currentText();
     ricorrenza.DataInizio = dtpDataInizio->date();
     ricorrenza.DataFine = dtpDataFine->date();
+    ricorrenza.DataNuovaFattura = m_dataNuovaFatturaLetta;
     for (const QRadioButton *opzione : m_dataNuoveFatture) {
         if (opzione->isChecked())
             ricorrenza.DataNuovaFattura = opzione->text();
@@ -205,7 +210,8 @@ QWidget *TKRVInserimentoFattureVendita::CreaPaginaFattureCicliche()
     auto layout = new QVBoxLayout(pagina);
     chkGeneraFattureCicliche =
         KRVCasella(QStringLiteral("chkGeneraFattureCicliche"), QStringLiteral("Genera promemoria per fatture cicliche"));
-    connect(chkGeneraFattureCicliche, &QCheckBox::clicked, this,
+    // However the box changes (mouse, keyboard, a screen reader's toggle), the page follows it.
+    connect(chkGeneraFattureCicliche, &QCheckBox::toggled, this,
             [this] { Q3Guarded([this] { chkGeneraFattureCicliche_Click(); }); });
     layout->addWidget(chkGeneraFattureCicliche);
 
@@ -279,9 +285,11 @@ void TKRVInserimentoFattureVendita::ImpostaFatturaCiclica()
         const QDate data = dtpData->date();
         SetNewRecord(true);
         SetIdRecord(0);
-        txtNote->setPlainText(txtNote->toPlainText() + QStringLiteral("\n\rFattura ciclica") + QStringLiteral("\n\rRif. Fattura n. ")
-                              + QString::number(numero) + QStringLiteral("\n\rdel ")
-                              + QLocale().toString(data, QLocale::ShortFormat));
+        // Each "\n\r" is one line break, in the memo, in the stored notes and on paper.
+        txtNote->setPlainText(NormalizeLineBreaks(txtNote->toPlainText() + QStringLiteral("\n\rFattura ciclica")
+                                                  + QStringLiteral("\n\rRif. Fattura n. ") + QString::number(numero)
+                                                  + QStringLiteral("\n\rdel ")
+                                                  + QLocale().toString(data, QLocale::ShortFormat)));
         const QDate oggi = QDate::currentDate();
         txtNumero->setValue(GetNextNumeroFattVend(oggi.year()));
         dtpData->setDate(oggi);
@@ -316,7 +324,7 @@ void TKRVInserimentoFattureVendita::actInserisciNotaDocumentoExecute()
     auto dialog = Main().Selezione<TKRVModSelezionaNotaDocumenti>(QStringLiteral("actModSelezionaNotaDocumenti"));
     if (!dialog)
         return;
-    txtNote->appendPlainText(GetNotaDocumento(dialog->ApriSelezionato()));
+    txtNote->appendPlainText(NormalizeLineBreaks(GetNotaDocumento(dialog->ApriSelezionato())));
     SetModified(true);
 }
 

@@ -26,7 +26,8 @@ TKRVInserimentoInfo InfoNotaAccredito()
                 QStringLiteral("Non è possibile eliminare questa nota di accredito,\n\resistono dei dati correlati!"),
             .PermessoModifica = QStringLiteral("Note di accredito (modifica)"),
             .PermessoEliminazione = QStringLiteral("Note di accredito (eliminazione)"),
-            .IdNuovoRecord = 0};
+            .IdNuovoRecord = 0,
+            .ChiediSeNonMemorizzato = true};
 }
 
 } // namespace

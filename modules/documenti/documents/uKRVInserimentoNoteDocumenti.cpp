@@ -20,7 +20,8 @@ TKRVInserimentoNoteDocumenti::TKRVInserimentoNoteDocumenti(TKRVMain &main)
                                  // No other table refers to a note.
                                  .CanDelete = [](int) { return true; },
                                  .Delete = &DeleteNotaDocumenti,
-                                 .DeleteRefused = {}}),
+                                 .DeleteRefused = {},
+                                 .ChiediSeNonMemorizzato = true}),
       txtTitolo(KRVCampoTesto(QStringLiteral("txtTitolo"), 100)), txtTesto(new QPlainTextEdit)
 {
     setObjectName(QStringLiteral("KRVInserimentoNoteDocumenti"));

@@ -54,11 +54,6 @@ TKRVInserimentoArticoli::TKRVInserimentoArticoli(TKRVMain &main)
     FormCreate();
 }
 
-QString TKRVInserimentoArticoli::MsgSalvareModifiche()
-{
-    return QStringLiteral("Salvare le modifiche al record corrente\n\rprima di continuare?");
-}
-
 void TKRVInserimentoArticoli::ClearFields()
 {
     m_pagine->setCurrentIndex(0);
@@ -98,18 +93,5 @@ QVariant TKRVInserimentoArticoli::ValoreSoglia(const QSpinBox *field, const TSog
 
 bool TKRVInserimentoArticoli::ConsentiChiusura()
 {
-    if (!Modified())
-        return true;
-    switch (Q3MessageBox(QStringLiteral("Conferma"), MsgSalvareModifiche(), TQ3MsgIcon::Question,
-                         TQ3MsgButtons::YesNoCancel)) {
-    case TQ3MsgResult::Cancel:
-        return false;
-    case TQ3MsgResult::Yes:
-        actSalva()->trigger();
-        return true;
-    case TQ3MsgResult::No:
-    case TQ3MsgResult::Ok:
-        break;
-    }
-    return true;
+    return ChiediSalvataggioPrimaDiChiudere();
 }

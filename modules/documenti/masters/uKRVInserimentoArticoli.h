@@ -16,8 +16,6 @@ class TKRVInserimentoArticoli : public TKRVInserimentoCatalogo
 public:
     explicit TKRVInserimentoArticoli(TKRVMain &main);
 
-    static QString MsgSalvareModifiche();
-
 protected:
     void ClearFields() override;
     void FillFields(const TQ3Dataset &dataset) override;

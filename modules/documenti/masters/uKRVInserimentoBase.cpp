@@ -67,6 +67,11 @@ QString TKRVInserimentoBase::MsgModificheNonSalvate()
     return QStringLiteral("Ci sono delle modifiche non salvate.\n\rContinuare comunque?");
 }
 
+QString TKRVInserimentoBase::MsgSalvareModifiche()
+{
+    return QStringLiteral("Salvare le modifiche al record corrente\n\rprima di continuare?");
+}
+
 TQ3Dataset *TKRVInserimentoBase::Dataset() const
 {
     return m_main.Dataset(m_info.Dataset);
@@ -157,6 +162,11 @@ void TKRVInserimentoBase::DataChanged()
     SetModified(true);
 }
 
+bool TKRVInserimentoBase::AbbandonaModifiche()
+{
+    return !ModificheDaSalvare() || Q3AskYesNo(MsgModificheNonSalvate());
+}
+
 void TKRVInserimentoBase::NuovoRecord()
 {
     Q3Guarded([this] {
@@ -165,6 +175,7 @@ void TKRVInserimentoBase::NuovoRecord()
         SetNewRecord(true);
         SetModified(false);
         SetIdRecord(m_info.IdNuovoRecord);
+        m_nonMemorizzato = false;
     });
 }
 
@@ -172,13 +183,14 @@ int TKRVInserimentoBase::ApriRecord(int id)
 {
     int result = -1;
     Q3Guarded([&] {
-        if (m_modified && !Q3AskYesNo(MsgModificheNonSalvate()))
+        if (!AbbandonaModifiche())
             return;
         if (!LeggiRecord(id))
             return;
         SetIdRecord(id);
         SetModified(false);
         SetNewRecord(false);
+        m_nonMemorizzato = false;
         result = 0;
     });
     return result;
@@ -217,11 +229,16 @@ void TKRVInserimentoBase::SalvaRecord()
     }
     if (!ConfermaSalvataggio())
         return;
+    const bool senzaRiga = m_newRecord || m_nonMemorizzato;
     try {
         ScriviRecord();
+        m_nonMemorizzato = false;
     } catch (const std::exception &) {
         Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Si è verificato un errore durante il salvataggio dei dati!"),
                      m_info.SaveFailureIcon);
+        // Still nothing stored: the next save stores it whole, and where the
+        // editor says so nothing drops it without a question.
+        m_nonMemorizzato = senzaRiga && m_info.ChiediSeNonMemorizzato;
     }
     // Whatever the outcome, the record now counts as saved.
     SetModified(false);
@@ -242,7 +259,8 @@ void TKRVInserimentoBase::ScriviRecord()
     const QSqlDatabase db = m_main.ModADOConn()->Database();
     TQ3Transaction transaction(db);
     try {
-        if (m_newRecord) {
+        // A record whose first save failed has no row yet: it is inserted.
+        if (m_newRecord || !dataset->Active() || dataset->Eof()) {
             // The record goes by the key it expects until the row has its own.
             SetIdRecord(GetLastGeneratorValue(m_info.Generator, db) + 1);
             dataset->AppendNew(m_info.KeyField);
@@ -250,8 +268,9 @@ void TKRVInserimentoBase::ScriviRecord()
             dataset->Edit();
         }
         WriteFields(*dataset);
+        const bool inserita = dataset->State() == TQ3Dataset::TState::Insert;
         dataset->Post();
-        if (m_newRecord)
+        if (inserita)
             SetIdRecord(dataset->FieldValue(m_info.KeyField).toInt());
         transaction.Commit();
     } catch (...) {
@@ -282,14 +301,29 @@ bool TKRVInserimentoBase::DeleteRecord()
 
 bool TKRVInserimentoBase::ConsentiChiusura()
 {
-    return !m_modified || Q3AskYesNo(MsgModificheNonSalvate());
+    return AbbandonaModifiche();
+}
+
+bool TKRVInserimentoBase::ChiediSalvataggioPrimaDiChiudere()
+{
+    if (!ModificheDaSalvare())
+        return true;
+    switch (Q3MessageBox(QStringLiteral("Conferma"), MsgSalvareModifiche(), TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel)) {
+    case TQ3MsgResult::Yes:
+        actSalvaExecute();
+        return true;
+    case TQ3MsgResult::Cancel:
+        return false;
+    default:
+        return true;
+    }
 }
 
 void TKRVInserimentoBase::actNuovoExecute()
 {
     if (!KRVVerificaPermesso(m_info.PermessoModifica))
         return;
-    if (m_modified && !Q3AskYesNo(MsgModificheNonSalvate()))
+    if (!AbbandonaModifiche())
         return;
     NuovoRecord();
 }

@@ -34,6 +34,9 @@ struct TKRVInserimentoInfo
     QString PermessoModifica{};
     QString PermessoEliminazione{};
     int IdNuovoRecord = -1;  // the key a new record shows until saved
+    // A new record whose save failed counts as saved but is in no row: these
+    // editors still ask before they drop it; the simple tables ask nothing.
+    bool ChiediSeNonMemorizzato = false;
 };
 
 // The editor window of a master table: toolbar "Nuovo", "Elimina", "Salva",
@@ -59,6 +62,12 @@ public:
     void SetNewRecord(bool value);
     void SetModified(bool value);
     void DataChanged();
+    // Changes the database does not hold: unsaved edits, or a new record
+    // whose save failed, which shows saved but has no row yet.
+    bool ModificheDaSalvare() const { return m_modified || m_nonMemorizzato; }
+    // Whether what the window holds may be dropped: asks the unsaved-changes
+    // question when there is something to lose.
+    bool AbbandonaModifiche();
 
     // A blank new record.
     void NuovoRecord();
@@ -72,6 +81,7 @@ public:
     QAction *actSalva() const { return m_actSalva; }
 
     static QString MsgModificheNonSalvate();
+    static QString MsgSalvareModifiche();
 
 protected:
     TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info);
@@ -116,6 +126,9 @@ protected:
     virtual bool DeleteRecord();
     // Whether the window may close now.
     virtual bool ConsentiChiusura();
+    // The closing question of the editors that offer to save first: Yes
+    // saves and closes, No closes, Cancel keeps the window open.
+    bool ChiediSalvataggioPrimaDiChiudere();
     // Runs after every save, whatever its outcome: by default the search list
     // searches again when the editor says so.
     virtual void DopoSalvataggio();
@@ -139,4 +152,5 @@ private:
     int m_idRecord = -1;
     bool m_newRecord = true;
     bool m_modified = false;
+    bool m_nonMemorizzato = false;
 };

@@ -93,6 +93,7 @@ void TKRVRicercaDocumentiVendita::actNuovoExecute()
     if (!KRVVerificaPermesso(Info().PermessoNuovo))
         return;
     Main().Run(Info().EditorAction);
-    if (auto editor = Main().FormAs<TKRVInserimentoBase>(Info().EditorAction))
+    // The document the editor holds is not dropped without a question.
+    if (auto editor = Main().FormAs<TKRVInserimentoBase>(Info().EditorAction); editor && editor->AbbandonaModifiche())
         editor->NuovoRecord();
 }

@@ -6,6 +6,7 @@
 #include "../masters/KRVMastersTestKit.h"
 #include "Q3Users.h"
 #include "uKRVGrigliaRisultati.h"
+#include "uKRVInserimentoDocumentoBase.h"
 #include "uKRVMain.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
@@ -208,7 +209,7 @@ protected:
         QCOMPARE(Db().Rows(righeSalvate), QStringList{QStringLiteral("%1|Articolo").arg(atteso + 1)});
 
         KRVInsertRiga(Db(), righe, atteso, QStringLiteral("Testo"));
-        Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+        Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
         Trigger(m_editor, QStringLiteral("actSalva"));
         QVERIFY(m_responder->Messages().isEmpty());
         QCOMPARE(Db().Rows(testate), (QStringList{altra, QStringLiteral("%1|%2|True").arg(atteso + 1).arg(numero)}));
@@ -250,6 +251,34 @@ protected:
     }
     const TQ3TestDatabase &Db() const { return m_module->Database; }
     QSpinBox *Anno() const { return Field<QSpinBox>(m_lista, QStringLiteral("txtAnno")); }
+
+    // "Nuovo" in the list over an editor holding unsaved changes asks first:
+    // "No" keeps the document as it is, "Si" starts a new one.
+    void NuovoSopraUnDocumentoModificato(const QString &azioneEditor)
+    {
+        Trigger(m_lista, QStringLiteral("actNuovo"));
+        auto editor = m_module->Main->template FormAs<TKRVInserimentoDocumentoBase>(azioneEditor);
+        QVERIFY(editor);
+        auto note = Field<QPlainTextEdit>(editor, QStringLiteral("txtNote"));
+        QTest::keyClicks(note, QStringLiteral("Appunti da non perdere"));
+        QVERIFY(editor->Modified());
+        QVERIFY(m_responder->Messages().isEmpty());
+
+        m_responder->Enqueue(TQ3MsgResult::No);
+        Trigger(m_lista, QStringLiteral("actNuovo"));
+        QCOMPARE(m_responder->Messages().size(), 1);
+        KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
+                        "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
+        QCOMPARE(note->toPlainText(), QStringLiteral("Appunti da non perdere"));
+        QVERIFY(editor->Modified());
+
+        m_responder->Enqueue(TQ3MsgResult::Yes);
+        Trigger(m_lista, QStringLiteral("actNuovo"));
+        QCOMPARE(m_responder->Messages().size(), 2);
+        QVERIFY(note->toPlainText().isEmpty());
+        QVERIFY(!editor->Modified());
+        QVERIFY(editor->NewRecord());
+    }
 
     std::unique_ptr<TKRVTestModule> m_module;
     std::unique_ptr<TQ3RecordingResponder> m_responder;

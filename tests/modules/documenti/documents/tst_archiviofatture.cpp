@@ -28,7 +28,7 @@ private slots:
     void recurrenceSetWritesCaptions();
     void missingInvoiceChangesNothing();
     void failureRollsBackAndKeepsDrawnKey();
-    void resavingAfterFailedNewSaveFails_quirkKept();
+    void resavingAfterFailedNewSaveStoresTheInvoiceOnce();
 
 private:
     const TQ3TestDatabase &Db() const { return m_module->Database; }
@@ -300,18 +300,27 @@ void TestArchivioFatture::failureRollsBackAndKeepsDrawnKey()
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toInt(), 0);
 }
 
-// After a failed first save the invoice counts as saved under a key with no
-// row: the next save edits nothing and fails again.
-void TestArchivioFatture::resavingAfterFailedNewSaveFails_quirkKept()
+// After a failed first save the editor saves again down the path of a stored
+// invoice; with no header row to edit, the invoice is stored whole, once.
+void TestArchivioFatture::resavingAfterFailedNewSaveStoresTheInvoiceOnce()
 {
     TKRVRigheDocumento righe(KRVLayoutFattura());
+    righe.setData(righe.index(righe.AggiungiTesto(), 3), QStringLiteral("Prima riga"));
     TKRVTestataFattura testata = Testata();
     testata.TipoPagamento = QString(31, QLatin1Char('x'));
     int id = 0;
     QVERIFY_THROWS_EXCEPTION(EQ3Exception, m_archivio->Scrivi(testata, righe, {}, true, id));
     testata.TipoPagamento = QStringLiteral("Rimessa diretta");
-    QVERIFY_THROWS_EXCEPTION(EQ3Exception, m_archivio->Scrivi(testata, righe, {}, false, id));
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 0);
+    m_archivio->Scrivi(testata, righe, {}, false, id);
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, TIPO_PAGAMENTO FROM FATT_VEND")),
+             QStringList{QStringLiteral("%1|Rimessa diretta").arg(id)});
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, DESCRIZIONE FROM FATT_VEND_DETT")),
+             QStringList{QStringLiteral("%1|Prima riga").arg(id)});
+    // And from then on it is edited in place.
+    testata.Pagato = true;
+    m_archivio->Scrivi(testata, righe, {}, false, id);
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, PAGATO FROM FATT_VEND")), QStringList{QStringLiteral("%1|True").arg(id)});
+    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toInt(), 1);
 }
 
 QTEST_MAIN(TestArchivioFatture)

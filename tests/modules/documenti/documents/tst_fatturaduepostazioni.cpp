@@ -159,7 +159,7 @@ int TestFatturaDuePostazioni::ApertaEModificata()
     m_editor->ApriRecord(id);
     Trigger(m_editor, QStringLiteral("actAggiungiTesto"));
     EditCell(m_editor->gridRigheFattura(), 1, 3, QStringLiteral("Riga di questa postazione"));
-    Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata")));
     Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->setPlainText(NotaPropria);
     return id;
 }

@@ -2,6 +2,8 @@
 #include "KRVDdtTestRows.h"
 #include "KRVFattureTestKit.h"
 #include "KRVModuloFratello.h"
+#include "KRVStampe.h"
+#include "Q3PdfText.h"
 #include "Q3Registry.h"
 #include "uKRVGrigliaRighe.h"
 #include "uKRVInserimentoFattureVendita.h"
@@ -12,6 +14,7 @@
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -20,6 +23,8 @@
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTextDocument>
 #include <QToolBar>
 
 #include <memory>
@@ -80,6 +85,13 @@ private slots:
     void printingNeedsASavedInvoice_mofiche_quirkKept();
     void ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile();
     void numberSavedFirstByAnotherWorkstationFailsTheSave_quirkKept();
+    void afterAFailedSaveAnotherNumberStoresTheInvoiceOnce();
+    void afterAFailedSaveClosingAsksFirst();
+    void afterAFailedSaveNuovoAsksFirst();
+    void recurrenceBoxFollowsTheScreenReadersToggle();
+    void dueDateAndExemptionFollowTheScreenReadersToggle();
+    void unknownStoredDayRuleSurvivesLaterSaves();
+    void recurringCopySavesOneLineBreakPerSeparator();
 };
 
 void TestInserimentoFattureVendita::opensOnANewInvoice()
@@ -205,9 +217,14 @@ void TestInserimentoFattureVendita::resavingUnchangedPassesTheNumberCheck()
 {
     const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
+    // A change beside the number, so that the save runs: its own number must
+    // not count as taken.
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 0);
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 1);
+    QVERIFY(!m_editor->Modified());
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, PAGATO FROM FATT_VEND")),
+             QStringList{QStringLiteral("%1|True").arg(id)});
 }
 
 void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
@@ -303,7 +320,7 @@ void TestInserimentoFattureVendita::exemptInvoiceLabels()
     AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     Trigger(m_editor, QStringLiteral("actAggiungiNonImponibile"));
     EditCell(m_editor->gridRigheFattura(), 1, 5, QStringLiteral("7,66"));
-    Field<QCheckBox>(m_editor, QStringLiteral("chkIvaEsente"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkIvaEsente")));
     QCOMPARE(Label("lblTotaleImponibile")->text(), QStringLiteral("0,00\u00A0€"));
     QCOMPARE(Label("lblTotaleImposta")->text(), QStringLiteral("0,00\u00A0€"));
     QCOMPARE(Label("lblTotaleDocumento")->text(), QStringLiteral("20,00\u00A0€"));
@@ -381,7 +398,7 @@ void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
     QVERIFY(!m_editor->NewRecord());
     QCOMPARE(m_editor->IdRecord(), id);
     // Unsaved changes are asked about first.
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     m_responder->Enqueue(TQ3MsgResult::No);
     QCOMPARE(m_editor->ApriRecord(id), -1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
@@ -448,7 +465,7 @@ void TestInserimentoFattureVendita::rightsOfTheEditor()
     const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     LoginWithRights(Db(), QStringLiteral("ospite"), {QStringLiteral("Fatture di vendita (visualizzazione)")});
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     Trigger(m_editor, QStringLiteral("actElimina"));
     m_editor->SetModified(false);
@@ -482,7 +499,7 @@ void TestInserimentoFattureVendita::recurrenceDefaultsFollowTheInvoiceDate()
     Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->setDate(QDate(2025, 3, 10));
     ogni->setValue(7);
     m_editor->SetModified(false);
-    Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche")));
     QVERIFY(m_editor->Modified());
     QVERIFY(ogni->isEnabled());
     QCOMPARE(ogni->value(), 1);
@@ -492,12 +509,12 @@ void TestInserimentoFattureVendita::recurrenceDefaultsFollowTheInvoiceDate()
     QVERIFY(Field<QRadioButton>(m_editor, QStringLiteral("opzPrimoGiornoMese"))->isChecked());
     // Cleared, the values stay but nothing can be changed; set again, the defaults come back.
     ogni->setValue(5);
-    Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche")));
     QVERIFY(!ogni->isEnabled());
     QCOMPARE(ogni->value(), 5);
-    Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche")));
     QCOMPARE(ogni->value(), 1);
-    Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche")));
     SaveReady();
     QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
                                       "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
@@ -508,7 +525,7 @@ void TestInserimentoFattureVendita::recurrenceSpinLimits()
 {
     TKRVModuloFratello attivita(QStringLiteral("Attivita"));
     Editor();
-    Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche")));
     auto ogni = Field<QSpinBox>(m_editor, QStringLiteral("speGeneraOgni"));
     Type(ogni, QStringLiteral("0"));
     QCOMPARE(ogni->value(), 1);
@@ -539,7 +556,7 @@ void TestInserimentoFattureVendita::activitiesNotifiedAfterEverySave()
 {
     TKRVModuloFratello attivita(QStringLiteral("Attivita"));
     const int id = SaveReady();
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(attivita.Ricevute.size(), 2);
     for (const TKRVAzioneRicevuta &ricevuta : attivita.Ricevute) {
@@ -705,7 +722,7 @@ void TestInserimentoFattureVendita::printingNeedsASavedInvoice_mofiche_quirkKept
     SaveReady();
     // Right after the save the print runs: its output options open.
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{});
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
 }
@@ -752,12 +769,226 @@ void TestInserimentoFattureVendita::numberSavedFirstByAnotherWorkstationFailsThe
 
     // Trying again, the user learns that the number is taken; the other
     // workstation's invoice stays as it is.
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 3);
     KRV_COMPARE_BOX(m_responder->Messages().at(2), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
     QCOMPARE(Db().Rows(testate), altraTestata);
     QCOMPARE(Db().Rows(righe), altraRiga);
+}
+
+// The number another workstation took first fails the save; once the user
+// types a free number, the next save stores header and lines, once.
+void TestInserimentoFattureVendita::afterAFailedSaveAnotherNumberStoresTheInvoiceOnce()
+{
+    const int anno = QDate::currentDate().year();
+    Editor();
+    auto numero = Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"));
+    const int preso = numero->value();
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    AddService(*m_module, m_editor, QStringLiteral("SRV1"));
+    // The other workstation saves the same number between the check and the write.
+    Db().InsertOfAnotherWorkstationAtNextInsert(QStringLiteral("FATT_VEND"),
+                                                KRVInsertDocumentoSQL(QStringLiteral("FATT_VEND"), preso, anno));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_responder->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!", None,
+                    Ok);
+    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 1);
+
+    Type(numero, QString::number(preso + 1));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_responder->Messages().size(), 1);
+    QVERIFY(!m_editor->Modified());
+    QVERIFY(!m_editor->NewRecord());
+    const int id = m_editor->IdRecord();
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, NUMERO, CLI_CODICE FROM FATT_VEND WHERE NUMERO = ")
+                       + QString::number(preso + 1)),
+             QStringList{QStringLiteral("%1|%2|CLN0000001").arg(id).arg(preso + 1)});
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, TIPO_RIGA, CODICE FROM FATT_VEND_DETT ORDER BY IDFATT_VEND_DETT")),
+             (QStringList{QStringLiteral("%1|Articolo|ART1").arg(id), QStringLiteral("%1|Servizio|SRV1").arg(id)}));
+
+    // From then on it is an ordinary stored invoice.
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_responder->Messages().size(), 1);
+    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 2);
+    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toInt(), 2);
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT PAGATO FROM FATT_VEND WHERE IDFATT_VEND = ") + QString::number(id)),
+             QStringList{QStringLiteral("True")});
+}
+
+namespace {
+
+// The lines of the invoice's PDF from the first that reads as given, as many
+// as asked, without their margins: a blank line between two is a line too.
+QStringList RigheNoteStampate(int id, const QString &prima, int quante)
+{
+    QTemporaryDir cartella;
+    const QString pdf = cartella.filePath(QStringLiteral("fattura.pdf"));
+    StampaFatturaVendita(id, pdf, 2);
+    QStringList righe;
+    for (const QString &riga : Q3PdfText(pdf).split(QLatin1Char('\n')))
+        righe << riga.trimmed();
+    const qsizetype inizio = righe.indexOf(prima);
+    return inizio < 0 ? righe : righe.mid(inizio, quante);
+}
+
+// The database refuses every new invoice header until the trigger goes.
+void BloccaTestate(const TQ3TestDatabase &db)
+{
+    db.Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
+    db.Exec(QStringLiteral("CREATE TRIGGER TG_BI_FATT_VEND_TEST FOR FATT_VEND BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
+}
+
+} // namespace
+
+// A failed save leaves the window unmodified, but the invoice is nowhere:
+// closing asks the closing question, and "Si" saves it.
+void TestInserimentoFattureVendita::afterAFailedSaveClosingAsksFirst()
+{
+    BloccaTestate(Db());
+    SaveReady();
+    QCOMPARE(m_responder->Messages().size(), 1);
+    QVERIFY(!m_editor->Modified());
+
+    m_responder->Enqueue(TQ3MsgResult::Cancel);
+    QVERIFY(!m_editor->close());
+    QCOMPARE(m_responder->Messages().size(), 2);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
+                    Question, YesNoCancel);
+    QCOMPARE(m_editor->Righe()->Righe(), 1);
+
+    Db().Exec(QStringLiteral("DROP TRIGGER TG_BI_FATT_VEND_TEST"));
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    QVERIFY(m_editor->close());
+    QCOMPARE(m_responder->Messages().size(), 3);
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT CLI_CODICE FROM FATT_VEND")), QStringList{QStringLiteral("CLN0000001")});
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT CODICE FROM FATT_VEND_DETT")), QStringList{QStringLiteral("ART1")});
+    m_editor = nullptr;
+}
+
+void TestInserimentoFattureVendita::afterAFailedSaveNuovoAsksFirst()
+{
+    BloccaTestate(Db());
+    SaveReady();
+    QCOMPARE(m_responder->Messages().size(), 1);
+    m_responder->Enqueue(TQ3MsgResult::No);
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(m_responder->Messages().size(), 2);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
+                    Question, YesNo);
+    QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000001"));
+    QCOMPARE(m_editor->Righe()->Righe(), 1);
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(m_responder->Messages().size(), 3);
+    QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("..."));
+    QVERIFY(m_editor->NewRecord());
+}
+
+namespace {
+
+// What a screen reader does to a check box: its toggle action, no mouse.
+void ToggleAsAScreenReader(QWidget *box)
+{
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(box);
+    QVERIFY(accessible && accessible->actionInterface());
+    QAccessibleActionInterface *actions = accessible->actionInterface();
+    QVERIFY(actions->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+    actions->doAction(QAccessibleActionInterface::toggleAction());
+}
+
+} // namespace
+
+void TestInserimentoFattureVendita::recurrenceBoxFollowsTheScreenReadersToggle()
+{
+    TKRVModuloFratello attivita(QStringLiteral("Attivita"));
+    Editor();
+    Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->setDate(QDate(2025, 3, 10));
+    m_editor->SetModified(false);
+    auto casella = Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"));
+    ToggleAsAScreenReader(casella);
+    QVERIFY(casella->isChecked());
+    QVERIFY(m_editor->Modified());
+    QVERIFY(Field<QSpinBox>(m_editor, QStringLiteral("speGeneraOgni"))->isEnabled());
+    QVERIFY(Field<QDateEdit>(m_editor, QStringLiteral("dtpDataInizio"))->isEnabled());
+    QVERIFY(Field<QRadioButton>(m_editor, QStringLiteral("opzPrimoGiornoMese"))->isChecked());
+    SaveReady();
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                                      "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
+             QStringList{QStringLiteral("True|1|Giorno|2025-03-10|2025-03-10|Primo giorno del mese")});
+    ToggleAsAScreenReader(casella);
+    QVERIFY(!Field<QSpinBox>(m_editor, QStringLiteral("speGeneraOgni"))->isEnabled());
+    QVERIFY(!Field<QWidget>(m_editor, QStringLiteral("grpDataNuoveFatture"))->isEnabled());
+}
+
+void TestInserimentoFattureVendita::dueDateAndExemptionFollowTheScreenReadersToggle()
+{
+    Editor();
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    QCOMPARE(Label("lblTotaleImposta")->text(), QStringLiteral("2,47\u00A0€"));
+    ToggleAsAScreenReader(Field<QCheckBox>(m_editor, QStringLiteral("chkIvaEsente")));
+    QCOMPARE(Label("lblTotaleImposta")->text(), QStringLiteral("0,00\u00A0€"));
+    auto scadenza = Field<QDateEdit>(m_editor, QStringLiteral("dtpScadenzaPagamento"));
+    QVERIFY(!scadenza->isEnabled());
+    ToggleAsAScreenReader(Field<QCheckBox>(m_editor, QStringLiteral("chkScadenzaPagamento")));
+    QVERIFY(scadenza->isEnabled());
+}
+
+// A rule no option shows is kept by saves that do not choose an option.
+void TestInserimentoFattureVendita::unknownStoredDayRuleSurvivesLaterSaves()
+{
+    TKRVModuloFratello attivita(QStringLiteral("Attivita"));
+    const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, 2025);
+    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET FC_ABILITATO = 'True', FC_GENERA_OGNI = 2, FC_GENERA_OGNI_UM = 'Mese', "
+                             "FC_DATA_INIZIO = '2025-01-15', FC_DATA_FINE = '2025-12-15', "
+                             "FC_DATA_NUOVA_FATTURA = 'Il giorno 16 del mese'"));
+    const QString regola = QStringLiteral("SELECT FC_GENERA_OGNI, FC_DATA_NUOVA_FATTURA FROM FATT_VEND");
+    Editor();
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Type(Field<QSpinBox>(m_editor, QStringLiteral("speGeneraOgni")), QStringLiteral("3"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(regola), QStringList{QStringLiteral("3|Il giorno 16 del mese")});
+
+    // Reopened, it is still there; chosen, the option takes its place.
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    Click(Field<QRadioButton>(m_editor, QStringLiteral("opzGiorno15Mese")));
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(regola), QStringList{QStringLiteral("3|Il giorno 15 del mese")});
+}
+
+// The copy's notes: each separator one line break in the memo, in the stored
+// text and in the print.
+void TestInserimentoFattureVendita::recurringCopySavesOneLineBreakPerSeparator()
+{
+    TKRVModuloFratello attivita(QStringLiteral("Attivita"));
+    const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2024);
+    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET DATA = '2024-01-05', NOTE = 'Canone mensile' WHERE IDFATT_VEND = ")
+              + QString::number(id));
+    Editor();
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    m_editor->ImpostaFatturaCiclica();
+    const QString attese = QStringLiteral("Canone mensile\nFattura ciclica\nRif. Fattura n. 12\ndel 05/01/24");
+    auto note = Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"));
+    QCOMPARE(note->toPlainText(), attese);
+    QCOMPARE(note->document()->blockCount(), 4);
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT NOTE FROM FATT_VEND WHERE IDFATT_VEND <> ") + QString::number(id)),
+             QStringList{attese});
+    const QStringList righe{QStringLiteral("Canone mensile"), QStringLiteral("Fattura ciclica"),
+                            QStringLiteral("Rif. Fattura n. 12"), QStringLiteral("del 05/01/24")};
+    QCOMPARE(RigheNoteStampate(m_editor->IdRecord(), QStringLiteral("Canone mensile"), 4), righe);
+    // Notes stored with the system's own separator print the same way.
+    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET NOTE = 'Canone mensile' || ASCII_CHAR(10) || ASCII_CHAR(13) || 'Fattura "
+                             "ciclica' || ASCII_CHAR(10) || ASCII_CHAR(13) || 'Rif. Fattura n. 12' || ASCII_CHAR(10) || "
+                             "ASCII_CHAR(13) || 'del 05/01/24' WHERE IDFATT_VEND = ")
+              + QString::number(id));
+    QCOMPARE(RigheNoteStampate(id, QStringLiteral("Canone mensile"), 4), righe);
 }
 
 QTEST_MAIN(TestInserimentoFattureVendita)

@@ -54,6 +54,7 @@ private slots:
     void deletedVatRateGivesNullVatColumns();
     void everySaveGivesNewLineKeys();
     void failedSaveAsksWithAQuestionIcon_quirkKept();
+    void afterAFailedSaveTheNextSaveStoresTheCreditNoteOnce();
     void reopenedCreditNoteShowsItsLines();
     void closingAsksToSave();
     void deleteCreditNote();
@@ -115,7 +116,7 @@ void TestInserimentoNoteAccredito::commandsOfTheCreditNote()
     // Printing asks for the changes to be saved first ("mofiche" as written).
     QAction *stampa = Action(m_editor, QStringLiteral("actStampa"));
     QVERIFY(barra->actions().contains(stampa));
-    stampa->trigger();
+    Trigger(stampa);
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
     for (const char *assente : {"actSalvaPDF", "actCaricaDaDdt", "actInserisciNotaDocumento", "actInformazioniCliente",
                                 "actAggiungiNonImponibile"})
@@ -187,7 +188,7 @@ void TestInserimentoNoteAccredito::resavingUnchangedPassesTheNumberCheck()
 {
     const int id = SaveReady();
     QCOMPARE(m_editor->ApriRecord(id), 0);
-    Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT IDNOTA_ACCREDITO, NUMERO, NOTIFICATO FROM NOTE_ACCREDITO")),
@@ -219,13 +220,13 @@ void TestInserimentoNoteAccredito::customerAndPaymentTypeButtons()
     Editor();
     ChooseWhenShown<TKRVModSelezionaTipoPagamento>(*m_module, m_editor, QStringLiteral("actModSelezionaTipoPagamento"), 1,
                                                    QStringLiteral("Rimessa diretta"));
-    Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento"))->click();
+    Click(Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento")));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Rimessa diretta"));
     QVERIFY(m_editor->Modified());
     m_responder->Enqueue(TQ3MsgResult::Yes);
     ChooseWhenShown<TKRVModSelezionaCliente>(*m_module, m_editor, QStringLiteral("actModSelezionaCliente"), 1,
                                              QStringLiteral("CLN0000001"));
-    Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaCliente"))->click();
+    Click(Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaCliente")));
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
                     "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
@@ -264,8 +265,8 @@ void TestInserimentoNoteAccredito::userWritesACreditNote()
     const QDate data(QDate::currentDate().year(), 2, 3);
     Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->setDate(data);
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
-    Field<QCheckBox>(m_editor, QStringLiteral("chkScadenzaPagamento"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkScadenzaPagamento")));
     Field<QDateEdit>(m_editor, QStringLiteral("dtpScadenzaPagamento"))->setDate(data.addDays(30));
     Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->setPlainText(QStringLiteral("Reso merce"));
     AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
@@ -355,7 +356,7 @@ void TestInserimentoNoteAccredito::everySaveGivesNewLineKeys()
     const QStringList prime = LineKeys();
     QCOMPARE(prime.size(), 2);
     QCOMPARE(m_editor->ApriRecord(id), 0);
-    Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     const QStringList seconde = LineKeys();
     QCOMPARE(seconde.size(), 2);
@@ -382,6 +383,24 @@ void TestInserimentoNoteAccredito::failedSaveAsksWithAQuestionIcon_quirkKept()
     QCOMPARE(m_editor->IdRecord(), atteso);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 0);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT")).toInt(), 0);
+}
+
+void TestInserimentoNoteAccredito::afterAFailedSaveTheNextSaveStoresTheCreditNoteOnce()
+{
+    Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
+    Db().Exec(QStringLiteral("CREATE TRIGGER TG_BI_NOTE_ACCREDITO_TEST FOR NOTE_ACCREDITO BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
+    SaveReady();
+    QCOMPARE(m_responder->Messages().size(), 1);
+    Db().Exec(QStringLiteral("DROP TRIGGER TG_BI_NOTE_ACCREDITO_TEST"));
+
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_responder->Messages().size(), 1);
+    const int id = m_editor->IdRecord();
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDNOTA_ACCREDITO, CLI_CODICE, PAGATO FROM NOTE_ACCREDITO")),
+             QStringList{QStringLiteral("%1|CLN0000001|True").arg(id)});
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDNOTA_ACCREDITO, CODICE FROM NOTE_ACCREDITO_DETT")),
+             QStringList{QStringLiteral("%1|ART1").arg(id)});
 }
 
 void TestInserimentoNoteAccredito::reopenedCreditNoteShowsItsLines()
@@ -442,7 +461,7 @@ void TestInserimentoNoteAccredito::rightsOfTheEditor()
     LoginWithRights(Db(), QStringLiteral("ospite"),
                     {QStringLiteral("Note di accredito (visualizzazione)"), QStringLiteral("Fatture di vendita (modifica)"),
                      QStringLiteral("Fatture di vendita (eliminazione)")});
-    Field<QCheckBox>(m_editor, QStringLiteral("chkPagato"))->click();
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     Trigger(m_editor, QStringLiteral("actElimina"));
     m_editor->SetModified(false);

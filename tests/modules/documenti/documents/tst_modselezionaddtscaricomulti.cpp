@@ -105,7 +105,7 @@ void TestModSelezionaDdtScaricoMulti::cleanup()
 
 TKRVModSelezionaDdtScaricoMulti *TestModSelezionaDdtScaricoMulti::Dialog() const
 {
-    m_module->Main->Action(ActDialog)->trigger();
+    Trigger(m_module->Main->Action(ActDialog));
     return m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(ActDialog);
 }
 

@@ -36,6 +36,7 @@ private slots:
     void resavingAnUnchangedNotePassesTheTitleCheck();
     void nuovoAndClosingAskAboutUnsavedChanges();
     void failedSaveShowsTheErrorAndCountsAsSaved();
+    void afterAFailedSaveTheNoteIsKeptAndTheNextSaveStoresItOnce();
     void deleteFromTheEditorAsksThenBlanksAndRefreshesTheList();
     void deleteOnANewNoteAsksNothing();
 
@@ -103,7 +104,7 @@ void TestNoteDocumenti::InsertNote(int id, const QString &titolo, const QString 
 
 TKRVModSelezionaNotaDocumenti *TestNoteDocumenti::Dialog() const
 {
-    m_module->Main->Action(ActDialog)->trigger();
+    Trigger(m_module->Main->Action(ActDialog));
     return m_module->Main->FormAs<TKRVModSelezionaNotaDocumenti>(ActDialog);
 }
 
@@ -260,6 +261,38 @@ void TestNoteDocumenti::failedSaveShowsTheErrorAndCountsAsSaved()
     QCOMPARE(m_editor->IdRecord(), 2);
     QVERIFY(!m_editor->NewRecord());
     QVERIFY(!m_editor->actSalva()->isEnabled());
+}
+
+// The note of the failed save is in no table: closing asks first, and once
+// the cause is gone the next save stores it, once.
+void TestNoteDocumenti::afterAFailedSaveTheNoteIsKeptAndTheNextSaveStoresItOnce()
+{
+    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDNOTA_DOCUMENTI TO 1"));
+    m_editor = Run<TKRVInserimentoNoteDocumenti>(*m_module, ActEditor);
+    const QStringList before = Notes();
+    Type(Titolo(), QStringLiteral("Nuova"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_boxes->Messages().size(), 1);
+
+    m_boxes->Enqueue(TQ3MsgResult::No);
+    CloseFrame(m_editor);
+    QCOMPARE(m_boxes->Messages().size(), 2);
+    QVERIFY(SameMessage(m_boxes->Messages().at(1), QStringLiteral("Conferma"), MsgModifiche, TQ3MsgIcon::Question,
+                        TQ3MsgButtons::YesNo));
+    QCOMPARE(m_module->Main->Form(ActEditor), m_editor);
+
+    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDNOTA_DOCUMENTI TO 3"));
+    Testo()->setPlainText(QStringLiteral("Testo della nuova nota"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_boxes->Messages().size(), 2);
+    QCOMPARE(Notes(), before + QStringList{QStringLiteral("4|Nuova|Testo della nuova nota")});
+    QCOMPARE(m_editor->IdRecord(), 4);
+
+    Testo()->setPlainText(QStringLiteral("Testo cambiato"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Notes(), before + QStringList{QStringLiteral("4|Nuova|Testo cambiato")});
+    CloseFrame(m_editor);
+    QCOMPARE(m_boxes->Messages().size(), 2);
 }
 
 void TestNoteDocumenti::deleteFromTheEditorAsksThenBlanksAndRefreshesTheList()
@@ -421,7 +454,7 @@ void TestNoteDocumenti::menuTabelleNoteDocumentiOpensTheList()
     }
     QVERIFY(entry);
     QVERIFY(entry->isEnabled());
-    entry->trigger();
+    Trigger(entry);
     auto list = m_module->Main->FormAs<TKRVRicercaNoteDocumenti>(ActList);
     QVERIFY(list);
     QCOMPARE(m_module->MainForm->MdiArea()->activeSubWindow()->widget(), list);

@@ -33,6 +33,7 @@ private slots:
     void ripristinaDoesNotSearch();
     void openingNeedsTheViewRight();
     void newInvoiceFromTheList();
+    void nuovoAsksBeforeDroppingTheEditorsChanges();
     void deleteFromTheList();
     void printNeedsASelectedInvoice();
 };
@@ -195,6 +196,11 @@ void TestRicercaFattureVendita::printNeedsASelectedInvoice()
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actSalvaPDF")); }), QStringList{"Salva come PDF"});
     QCOMPARE(m_responder->Messages().size(), 2);
+}
+
+void TestRicercaFattureVendita::nuovoAsksBeforeDroppingTheEditorsChanges()
+{
+    NuovoSopraUnDocumentoModificato(ActEditor);
 }
 
 QTEST_MAIN(TestRicercaFattureVendita)

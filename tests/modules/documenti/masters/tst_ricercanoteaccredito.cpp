@@ -37,6 +37,7 @@ private slots:
     void noPrintCommands();
     void openingNeedsTheViewRight();
     void newCreditNoteFromTheList();
+    void nuovoAsksBeforeDroppingTheEditorsChanges();
     void deleteFromTheList();
     void savedNoteFoundAndReopenedFromTheMenu();
 };
@@ -186,7 +187,7 @@ void TestRicercaNoteAccredito::savedNoteFoundAndReopenedFromTheMenu()
     }
     QVERIFY(voce);
     QVERIFY(voce->isEnabled());
-    voce->trigger();
+    Trigger(voce);
     m_lista = m_module->Main->FormAs<TKRVRicercaNoteAccredito>(ActLista);
     QVERIFY(m_lista);
     Trigger(m_lista, QStringLiteral("actNuovo"));
@@ -212,6 +213,11 @@ void TestRicercaNoteAccredito::savedNoteFoundAndReopenedFromTheMenu()
     m_responder->Enqueue(TQ3MsgResult::Yes);
     Trigger(editor, QStringLiteral("actElimina"));
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE CLI_CODICE = 'CLN0000009'")).toInt(), 0);
+}
+
+void TestRicercaNoteAccredito::nuovoAsksBeforeDroppingTheEditorsChanges()
+{
+    NuovoSopraUnDocumentoModificato(ActEditor);
 }
 
 QTEST_MAIN(TestRicercaNoteAccredito)
