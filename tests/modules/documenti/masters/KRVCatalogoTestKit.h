@@ -3,6 +3,7 @@
 // Rows of articles, services and their categories for the tests of their
 // windows, and the modal showing of a selection dialog.
 #include "../data/KRVServiceRows.h"
+#include "KRVMastersTestKit.h"
 #include "Q3Messages.h"
 #include "uKRVCatalogo.h"
 #include "uKRVInserimentoBase.h"
@@ -70,7 +71,7 @@ inline void VerifyFailedDeleteBlanks(const TQ3TestDatabase &db, const TKRVCatalo
     QCOMPARE(editor->ApriRecord(id), 0);
     boxes.Enqueue(TQ3MsgResult::Yes);
 
-    editor->findChild<QAction *>(QStringLiteral("actElimina"))->trigger();
+    Trigger(editor->findChild<QAction *>(QStringLiteral("actElimina")));
 
     QCOMPARE(boxes.Messages().size(), 2);
     QCOMPARE(boxes.Messages().at(1).Title, QStringLiteral("Errore"));

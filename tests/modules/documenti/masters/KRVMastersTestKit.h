@@ -7,12 +7,15 @@
 #include "Q3Utils.h"
 #include "uKRVGrigliaRisultati.h"
 
+#include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QDialog>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMdiSubWindow>
+#include <QStackedWidget>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTimer>
 #include <QToolBar>
@@ -36,9 +39,46 @@ inline QAction *Action(QWidget *window, const QString &name)
     return action;
 }
 
+// Runs the command as the user does; a user cannot run a disabled one, so a
+// test that tries fails there.
+inline void Trigger(QAction *action)
+{
+    if (!action->isEnabled()) {
+        QTest::qFail(qPrintable(QStringLiteral("the command %1 is disabled").arg(action->objectName())), __FILE__, __LINE__);
+        return;
+    }
+    action->trigger();
+}
+
 inline void Trigger(QWidget *window, const QString &name)
 {
-    Action(window, name)->trigger();
+    Trigger(Action(window, name));
+}
+
+// Brings the page that holds the input to the front, as the user does by
+// choosing its tab; a hidden or disabled tab cannot be chosen.
+inline void ShowPageOf(QWidget *input)
+{
+    for (QWidget *page = input; page && page->parentWidget(); page = page->parentWidget()) {
+        auto stack = qobject_cast<QStackedWidget *>(page->parentWidget());
+        auto tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
+        const int index = tabs ? tabs->indexOf(page) : -1;
+        if (index >= 0 && tabs->isTabVisible(index) && tabs->isTabEnabled(index))
+            tabs->setCurrentIndex(index);
+    }
+}
+
+// Clicks the button as the user does; a disabled or hidden one cannot be
+// clicked, so a test that tries fails there.
+inline void Click(QAbstractButton *button)
+{
+    ShowPageOf(button);
+    if (!button->isEnabled() || !button->isVisibleTo(button->window())) {
+        QTest::qFail(qPrintable(QStringLiteral("the button %1 cannot be clicked").arg(button->objectName())), __FILE__,
+                     __LINE__);
+        return;
+    }
+    button->click();
 }
 
 template <typename T = QLineEdit>
@@ -70,7 +110,7 @@ inline void PressEnter(QWidget *field)
 template <typename T>
 T *Run(TKRVTestModule &module, const QString &action)
 {
-    module.Main->Action(action)->trigger();
+    Trigger(module.Main->Action(action));
     return module.Main->FormAs<T>(action);
 }
 

@@ -362,7 +362,7 @@ void TestInputOstileRicerca::customerLetterBars()
 {
     const QList<TRiga> righe = Righe(QStringLiteral("SELECT IDCLIENTE, UPPER(RAGIONESOCIALE) FROM CLIENTI"));
     auto list = Lista<TKRVRicercaClienti>(QStringLiteral("actRicercaClienti"));
-    m_module->Main->Action(QStringLiteral("actModSelezionaCliente"))->trigger();
+    Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaCliente")));
     auto cliente = [this] { return m_module->Main->FormAs<TKRVModSelezionaCliente>(QStringLiteral("actModSelezionaCliente")); };
     const auto verifica = [&](TKRVGrigliaRisultati *grid, const QString &testo) {
         QVERIFY2(BoxErrore(*m_boxes).isEmpty(), qPrintable(Visibile(testo) + QStringLiteral(": ") + BoxErrore(*m_boxes)));
@@ -504,7 +504,7 @@ void TestInputOstileRicerca::creditNoteListFilters()
 
 void TestInputOstileRicerca::customerDialogFilter()
 {
-    m_module->Main->Action(QStringLiteral("actModSelezionaCliente"))->trigger();
+    Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaCliente")));
     auto cliente = m_module->Main->FormAs<TKRVModSelezionaCliente>(QStringLiteral("actModSelezionaCliente"));
     ShowModal(cliente, [&] {
         ProvaFiltro(cliente, cliente->gridRisultati(), QStringLiteral("txtRagioneSociale"), true,
@@ -516,8 +516,8 @@ void TestInputOstileRicerca::customerDialogFilter()
 // The description does not search on Enter: "Cerca" does.
 void TestInputOstileRicerca::articleAndServiceDialogFilters()
 {
-    m_module->Main->Action(QStringLiteral("actModSelezionaArticolo"))->trigger();
-    m_module->Main->Action(QStringLiteral("actModSelezionaServizio"))->trigger();
+    Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaArticolo")));
+    Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaServizio")));
     auto articolo = m_module->Main->FormAs<TKRVModSelezionaArticolo>(QStringLiteral("actModSelezionaArticolo"));
     auto servizio = m_module->Main->FormAs<TKRVModSelezionaServizio>(QStringLiteral("actModSelezionaServizio"));
     for (const auto &[dialog, sql] :
@@ -537,7 +537,7 @@ void TestInputOstileRicerca::articleAndServiceDialogFilters()
 
 void TestInputOstileRicerca::documentNoteDialogFilter()
 {
-    m_module->Main->Action(QStringLiteral("actModSelezionaNotaDocumenti"))->trigger();
+    Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaNotaDocumenti")));
     auto dialog = m_module->Main->FormAs<TKRVModSelezionaNotaDocumenti>(QStringLiteral("actModSelezionaNotaDocumenti"));
     ShowModal(dialog, [&] {
         ProvaFiltro(dialog, dialog->gridRisultati(), QStringLiteral("txtTitolo"), true,
@@ -548,7 +548,7 @@ void TestInputOstileRicerca::documentNoteDialogFilter()
 
 void TestInputOstileRicerca::deliveryNoteDialogFilter()
 {
-    m_module->Main->Action(QStringLiteral("actModSelezionaDdtScaricoMulti"))->trigger();
+    Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaDdtScaricoMulti")));
     auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
     ShowModal(dialog, [&] {
         ProvaFiltro(dialog, dialog->gridRisultati(), QStringLiteral("txtRagioneSociale"), true,
@@ -595,7 +595,7 @@ void TestInputOstileRicerca::dialogsWithoutFiltersShowEveryRow()
         {QStringLiteral("actModSelezionaTipoPagamento"), QStringLiteral("SELECT IDTIPO_PAGAMENTO FROM TIPI_PAGAMENTO")},
         {QStringLiteral("actModSelezionaAliquotaIVA"), QStringLiteral("SELECT IDALIQUOTA_IVA FROM ALIQUOTE_IVA")}};
     for (const auto &[azione, sql] : dialoghi) {
-        m_module->Main->Action(azione)->trigger();
+        Trigger(m_module->Main->Action(azione));
         auto dialog = m_module->Main->FormAs<TKRVModSelezionaBase>(azione);
         QList<int> attese;
         for (const TRiga &riga : Righe(sql))

@@ -90,7 +90,7 @@ QString TestInserimentoArticoli::ProposedCode() const
 
 void TestInserimentoArticoli::ChooseVat(const QString &code)
 {
-    m_module->Main->Action(ActIva)->trigger();
+    Trigger(m_module->Main->Action(ActIva));
     auto dialog = m_module->Main->FormAs<TKRVModSelezionaAliquotaIVA>(ActIva);
     WhileModal(dialog, [dialog, code] {
         SelectRow(dialog->gridRisultati(), RowOf(dialog->gridRisultati(), 1, code));
@@ -101,7 +101,7 @@ void TestInserimentoArticoli::ChooseVat(const QString &code)
 
 void TestInserimentoArticoli::ChooseUnit(const QString &unit)
 {
-    m_module->Main->Action(ActUM)->trigger();
+    Trigger(m_module->Main->Action(ActUM));
     auto dialog = m_module->Main->FormAs<TKRVModSelezionaUM>(ActUM);
     WhileModal(dialog, [dialog, unit] {
         SelectRow(dialog->gridRisultati(), RowOf(dialog->gridRisultati(), 1, unit));
@@ -242,7 +242,7 @@ void TestInserimentoArticoli::checksComeInOrder()
 
 void TestInserimentoArticoli::cancelInTheVatDialogChangesNothing()
 {
-    m_module->Main->Action(ActIva)->trigger();
+    Trigger(m_module->Main->Action(ActIva));
     auto dialog = m_module->Main->FormAs<TKRVModSelezionaAliquotaIVA>(ActIva);
     WhileModal(dialog, [dialog] { Trigger(dialog, QStringLiteral("actAnnulla")); });
     QTest::mouseClick(F<QToolButton>(QStringLiteral("cmdSelezionaAliquotaIVA")), Qt::LeftButton);

@@ -359,7 +359,7 @@ void TestInserimentoClienti::paymentTypeChosenInTheDialogIsSaved()
     QVERIFY(!m_editor->Modified());
 
     AnswerPaymentDialog(QStringLiteral("Ri.Ba. 30 gg Fine Mese"));
-    Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento"))->click();
+    Click(Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento")));
 
     QVERIFY(m_dialogWasShown);
     QVERIFY(m_boxes->Messages().isEmpty());
@@ -379,7 +379,7 @@ void TestInserimentoClienti::cancellingThePaymentDialogChangesNothing()
     QCOMPARE(m_editor->ApriRecord(id), 0);
 
     AnswerPaymentDialog(QString());
-    Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento"))->click();
+    Click(Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento")));
 
     QVERIFY(m_dialogWasShown);
     QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->text(), QStringLiteral("Rimessa diretta"));
@@ -439,7 +439,7 @@ void TestInserimentoClienti::deleteAnsweredNoKeepsTheCustomer()
 void TestInserimentoClienti::deletingANewRecordAsksThenBlanks()
 {
     KRVInsertCliente(m_module->Database, QStringLiteral("C007"), QStringLiteral("Iota"));
-    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QVERIFY(m_editor->NewRecord());
     Type(Edit("txtRagioneSociale"), QStringLiteral("Mai salvato"));
     Trigger(m_editor, QStringLiteral("actElimina"));
 
@@ -476,7 +476,7 @@ void TestInserimentoClienti::failedSaveIsReported()
     // The generator behind its rows: the new key is one a row already has.
     KRVInsertCliente(m_module->Database, QStringLiteral("C009"), QStringLiteral("Lambda"));
     m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDCLIENTE TO 0"));
-    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QVERIFY(m_editor->NewRecord());
     Type(Edit("txtCodice"), QStringLiteral("C010"));
     Type(Edit("txtRagioneSociale"), QStringLiteral("Mu"));
     Trigger(m_editor, QStringLiteral("actSalva"));

@@ -67,7 +67,7 @@ void TestInserimentoServizi::cleanup()
 
 void TestInserimentoServizi::Choose(const QString &action, const QString &button, const QString &text)
 {
-    m_module->Main->Action(action)->trigger();
+    Trigger(m_module->Main->Action(action));
     auto dialog = qobject_cast<TKRVModSelezionaBase *>(m_module->Main->Form(action));
     WhileModal(dialog, [dialog, text] {
         SelectRow(dialog->gridRisultati(), RowOf(dialog->gridRisultati(), 1, text));

@@ -32,7 +32,7 @@ private slots:
 private:
     template <typename T> T *Dialog(const QString &action)
     {
-        m_module->Main->Action(action)->trigger();
+        Trigger(m_module->Main->Action(action));
         return m_module->Main->FormAs<T>(action);
     }
 

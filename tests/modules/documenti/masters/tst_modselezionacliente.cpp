@@ -81,7 +81,7 @@ TKRVModSelezionaCliente *TestModSelezionaCliente::Dialog() const
 // The caller's protocol: run the action so that the dialog exists, then show it.
 TKRVModSelezionaCliente *TestModSelezionaCliente::Show()
 {
-    m_module->Main->Action(ActDialog)->trigger();
+    Trigger(m_module->Main->Action(ActDialog));
     TKRVModSelezionaCliente *dialog = Dialog();
     dialog->show();
     return dialog;
@@ -96,7 +96,7 @@ void TestModSelezionaCliente::actionOnlyCreatesTheDialog()
 {
     QVERIFY(!Dialog());
     QVERIFY(m_module->Main->Action(ActDialog)->isEnabled());
-    m_module->Main->Action(ActDialog)->trigger();
+    Trigger(m_module->Main->Action(ActDialog));
     TKRVModSelezionaCliente *dialog = Dialog();
     QVERIFY(dialog);
     QVERIFY(!dialog->isVisible());
@@ -124,7 +124,7 @@ void TestModSelezionaCliente::actionOnlyCreatesTheDialog()
              QStringLiteral("Ragione sociale"));
 
     // A second run keeps the same dialog.
-    m_module->Main->Action(ActDialog)->trigger();
+    Trigger(m_module->Main->Action(ActDialog));
     QCOMPARE(Dialog(), dialog);
 }
 

@@ -38,7 +38,7 @@ private:
     template <typename T>
     T *Dialog(const QString &action)
     {
-        m_module->Main->Action(action)->trigger();
+        Trigger(m_module->Main->Action(action));
         return m_module->Main->FormAs<T>(action);
     }
 

@@ -187,7 +187,7 @@ QStringList TestDirittiNegati::Stato() const
 
 QWidget *TestDirittiNegati::Prepara(const QString &finestra, const QString &comando)
 {
-    m_module->Main->Action(finestra)->trigger();
+    Trigger(m_module->Main->Action(finestra));
     QWidget *window = m_module->Main->Form(finestra);
     if (auto lista = qobject_cast<TKRVRicercaBase *>(window)) {
         Trigger(lista, QStringLiteral("actCerca"));
@@ -195,7 +195,7 @@ QWidget *TestDirittiNegati::Prepara(const QString &finestra, const QString &coma
     } else if (auto editor = qobject_cast<TKRVInserimentoBase *>(window)) {
         editor->ApriRecord(finestra == QLatin1String("actInserimentoFattureVendita") ? m_fattura : m_nota);
         if (comando == QLatin1String("actSalva"))
-            Field<QCheckBox>(editor, QStringLiteral("chkPagato"))->click();
+            Click(Field<QCheckBox>(editor, QStringLiteral("chkPagato")));
     }
     return window;
 }
@@ -203,7 +203,7 @@ QWidget *TestDirittiNegati::Prepara(const QString &finestra, const QString &coma
 void TestDirittiNegati::Esegui(QWidget *finestra, const QString &comando)
 {
     if (!finestra)
-        m_module->Main->Action(comando)->trigger();
+        Trigger(m_module->Main->Action(comando));
     else if (comando == DoppioClic)
         DoubleClickRow(qobject_cast<TKRVRicercaBase *>(finestra)->GridRisultati(), 0);
     else

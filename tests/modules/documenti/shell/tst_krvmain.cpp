@@ -1,4 +1,5 @@
 #include "Q3Exception.h"
+#include "../masters/KRVMastersTestKit.h"
 #include "KRVActionCatalogue.h"
 #include "KRVTestModule.h"
 #include "KRVUtils.h"
@@ -294,7 +295,7 @@ void TestKRVMain::everyInputReadsItsLabel()
     for (const QString &name : KRVFormClasses().keys()) {
         QAction *action = module.Main->Action(name);
         QVERIFY2(action, qPrintable(name));
-        action->trigger();
+        KRVTest::Trigger(action);
         QWidget *form = module.Main->Form(name);
         QVERIFY2(form, qPrintable(name));
         for (const QLabel *label : form->findChildren<QLabel *>()) {

@@ -194,7 +194,7 @@ void TestStatisticheFatturato::oneWindowAtATime_closedAndReopenedFresh()
 void TestStatisticheFatturato::refusedWithoutTheStatisticsRight()
 {
     LoginWithRights(Db(), QStringLiteral("ospite"), {QStringLiteral("Fatture di vendita (visualizzazione)")});
-    m_module->Main->Action(ActFatturato)->trigger();
+    Trigger(m_module->Main->Action(ActFatturato));
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().first(), "Attenzione",
                     "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
@@ -405,13 +405,13 @@ void TestStatisticheFatturato::legendAndThreeDimensionalView()
     QVERIFY(legenda->isVisibleTo(m_finestra));
     auto secondo = Field<QCheckBox>(m_finestra, QStringLiteral("chkSerie2"));
     QCOMPARE(secondo->text(), QString::number(Y() - 1));
-    secondo->click();
+    Click(secondo);
     QVERIFY(!m_finestra->Serie().at(1)->isVisible());
     QVERIFY(m_finestra->Serie().at(0)->isVisible());
-    Field<QCheckBox>(m_finestra, QStringLiteral("chkLegenda"))->click();
+    Click(Field<QCheckBox>(m_finestra, QStringLiteral("chkLegenda")));
     QVERIFY(!legenda->isVisibleTo(m_finestra));
 
-    Field<QCheckBox>(m_finestra, QStringLiteral("chk3D"))->click();
+    Click(Field<QCheckBox>(m_finestra, QStringLiteral("chk3D")));
     auto vista3D = Field<TKRVGrafico3D>(m_finestra, QStringLiteral("grf3D"));
     QVERIFY(vista3D->isVisibleTo(m_finestra));
     QVERIFY(!Field<QWidget>(m_finestra, QStringLiteral("chtGrafico"))->isVisibleTo(m_finestra));
@@ -420,7 +420,7 @@ void TestStatisticheFatturato::legendAndThreeDimensionalView()
     QVERIFY(!vista3D->SerieVisibile(1));
     QVERIFY(vista3D->SerieVisibile(2));
     QVERIFY(!vista3D->grab().isNull());
-    Field<QCheckBox>(m_finestra, QStringLiteral("chk3D"))->click();
+    Click(Field<QCheckBox>(m_finestra, QStringLiteral("chk3D")));
     QVERIFY(Field<QWidget>(m_finestra, QStringLiteral("chtGrafico"))->isVisibleTo(m_finestra));
     QCOMPARE(m_finestra->Serie().at(2)->pen().width(), 2);
 }

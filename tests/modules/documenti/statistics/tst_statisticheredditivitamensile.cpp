@@ -131,7 +131,7 @@ void TestStatisticheRedditivitaMensile::oneWindowReused_closedAndReopenedOnTheCu
 void TestStatisticheRedditivitaMensile::refusedWithoutTheStatisticsRight()
 {
     LoginWithRights(Db(), QStringLiteral("ospite"), {QStringLiteral("Fatture di vendita (visualizzazione)")});
-    m_module->Main->Action(ActRedditivita)->trigger();
+    Trigger(m_module->Main->Action(ActRedditivita));
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().first(), "Attenzione",
                     "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
