@@ -1,10 +1,23 @@
 #include "Q3Guards.h"
 
+#include <exception>
+
 namespace {
 TQ3CursorHook showBusy = nullptr;
 TQ3CursorHook restoreBusy = nullptr;
 int depth = 0;
 } // namespace
+
+void Q3ShowCaughtFailure()
+{
+    try {
+        throw;
+    } catch (const std::exception &e) {
+        Q3ShowError(ExceptionMessage(e));
+    } catch (...) {
+        Q3ShowError(QString::fromUtf8(Q3MsgErroreImprevisto));
+    }
+}
 
 TQ3BusyCursor::TQ3BusyCursor()
 {

@@ -3,10 +3,15 @@
 #include "Q3Exception.h"
 #include "Q3Messages.h"
 
-#include <exception>
+// The text shown for a failure that carries no message of its own.
+inline constexpr char Q3MsgErroreImprevisto[] = "Si è verificato un errore imprevisto.";
 
-// Runs an event handler; a failure inside it is shown with its own message in
-// a box titled "Errore" with the error icon, and goes no further.
+// Inside a catch block: shows the failure being handled with its own message
+// in a box titled "Errore" with the error icon.
+Q3_EXPORT void Q3ShowCaughtFailure();
+
+// Runs an event handler; any failure inside it is shown with its own message
+// in a box titled "Errore" with the error icon, and goes no further.
 // Answers whether the handler ran to its end.
 template <typename Handler>
 bool Q3Guarded(Handler &&handler)
@@ -14,8 +19,8 @@ bool Q3Guarded(Handler &&handler)
     try {
         handler();
         return true;
-    } catch (const std::exception &e) {
-        Q3ShowError(ExceptionMessage(e));
+    } catch (...) {
+        Q3ShowCaughtFailure();
     }
     return false;
 }

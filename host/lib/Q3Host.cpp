@@ -1,5 +1,6 @@
 #include "Q3Host.h"
 
+#include "Q3Application.h"
 #include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
 #include "Q3HostSchema.h"
@@ -9,7 +10,6 @@
 #include "Q3Users.h"
 #include "Q3WidgetServices.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
@@ -219,7 +219,7 @@ int RunQuillo3(int argc, char **argv)
     if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
-    QApplication app(argc, argv);
+    TQ3Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillo3"));
     QApplication::setApplicationVersion(QStringLiteral("3.0.0"));
     if (QLocale::system().language() == QLocale::C)

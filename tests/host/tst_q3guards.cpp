@@ -14,6 +14,7 @@ class TestQ3Guards : public QObject
 private slots:
     void initTestCase() { InstallQ3WidgetServices(); }
     void failureIsShownWithItsOwnMessage();
+    void failureOfAnyKindIsShown();
     void handlerThatRunsToItsEndShowsNothing();
     void busyCursorIsRestoredInEveryCase();
     void responderAnswersFromItsQueueThenDefaults();
@@ -31,6 +32,16 @@ void TestQ3Guards::failureIsShownWithItsOwnMessage()
     QCOMPARE(responder.Messages().at(0).Icon, TQ3MsgIcon::Error);
     QCOMPARE(responder.Messages().at(0).Buttons, TQ3MsgButtons::Ok);
     QCOMPARE(responder.Messages().at(1).Text, QStringLiteral("errore di sistema"));
+}
+
+void TestQ3Guards::failureOfAnyKindIsShown()
+{
+    TQ3RecordingResponder responder;
+    QVERIFY(!Q3Guarded([] { throw 42; }));
+    QCOMPARE(responder.Messages().size(), 1);
+    QCOMPARE(responder.Messages().at(0).Title, QStringLiteral("Errore"));
+    QCOMPARE(responder.Messages().at(0).Text, QStringLiteral("Si è verificato un errore imprevisto."));
+    QCOMPARE(responder.Messages().at(0).Icon, TQ3MsgIcon::Error);
 }
 
 void TestQ3Guards::handlerThatRunsToItsEndShowsNothing()

@@ -1,9 +1,11 @@
 #include "Q3TestServer.h"
 
 #include "Q3Exception.h"
+#include "Q3Sql.h"
 
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 
 namespace {
 
@@ -67,4 +69,26 @@ QList<QByteArray> TQ3TestServer::Run(const QString &command)
     if (command != QLatin1String("stop") && values.size() != ServerVariables.size())
         throw EQ3Exception(QStringLiteral("Server di prova (%1): risposta inattesa.").arg(command));
     return values;
+}
+
+bool Q3ErrorBoxBeginning(const TQ3Message &box, const QString &beginning)
+{
+    static const QRegularExpression routine(QStringLiteral("^\\[\\w+\\]\n\r"));
+    const QString text = QString(box.Text).remove(routine);
+    const bool same = box.Title == QLatin1String("Errore") && box.Icon == TQ3MsgIcon::Error
+                      && box.Buttons == TQ3MsgButtons::Ok && text.startsWith(beginning)
+                      && text.size() > beginning.size();
+    if (!same)
+        qWarning("box was: %s / %s", qPrintable(box.Title), qPrintable(box.Text));
+    return same;
+}
+
+QString Q3TestConnessioneInterrotta()
+{
+    return QString::fromUtf8(Q3MsgConnessioneInterrotta) + QLatin1Char('\n');
+}
+
+QString Q3TestConnessioneNonRipristinata()
+{
+    return QString::fromUtf8(Q3MsgConnessioneNonRipristinata) + QLatin1Char('\n');
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Q3Messages.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QPair>
@@ -34,3 +36,13 @@ private:
     // The variables the suite's server databases read, as they were before.
     QList<QPair<QByteArray, std::optional<QByteArray>>> m_previous;
 };
+
+// The box of a failure met while the server is away: "Errore", the error icon,
+// "OK", the text beginning as told (after the name of the routine that met it,
+// when a service reports it) and going on with the database's own words.
+bool Q3ErrorBoxBeginning(const TQ3Message &box, const QString &beginning);
+
+// What such a box begins with: the operation that found the connection gone,
+// and a later one while it cannot be opened again.
+QString Q3TestConnessioneInterrotta();
+QString Q3TestConnessioneNonRipristinata();

@@ -1,6 +1,7 @@
 #include "uKRVGrigliaRighe.h"
 
 #include "KRVLookups.h"
+#include "Q3Guards.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
 #include "Q3Utils.h"
@@ -45,13 +46,16 @@ public:
         QStyledItemDelegate::setEditorData(editor, index);
     }
 
+    // The end of an edit: what the accepted value sets off (the totals, which
+    // read the VAT rates) runs under the failure guard.
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override
     {
-        if (auto memo = qobject_cast<QPlainTextEdit *>(editor)) {
-            model->setData(index, memo->toPlainText());
-            return;
-        }
-        QStyledItemDelegate::setModelData(editor, model, index);
+        Q3Guarded([&] {
+            if (auto memo = qobject_cast<QPlainTextEdit *>(editor))
+                model->setData(index, memo->toPlainText());
+            else
+                QStyledItemDelegate::setModelData(editor, model, index);
+        });
     }
 
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option, const QModelIndex &index) const override
@@ -214,24 +218,29 @@ bool TKRVGrigliaRighe::viewportEvent(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QTableView::viewportEvent(event);
-    const auto help = static_cast<QHelpEvent *>(event);
-    const QModelIndex cella = indexAt(help->pos());
+    bool mostrato = false;
+    Q3Guarded([&] { mostrato = MostraSuggerimentoIva(*static_cast<QHelpEvent *>(event)); });
+    if (!mostrato)
+        QToolTip::hideText();
+    return true;
+}
+
+bool TKRVGrigliaRighe::MostraSuggerimentoIva(const QHelpEvent &help)
+{
+    const QModelIndex cella = indexAt(help.pos());
     const TKRVLayoutRighe &l = m_righe->Layout();
-    if (cella.isValid() && cella.column() == l.Iva) {
-        const TAliquotaIVA aliquota = GetAliquotaIVA(m_righe->Intero(cella.row(), l.IdIva));
-        if (aliquota.IDALIQUOTA_IVA > 0) {
-            QToolTip::showText(help->globalPos(),
-                               QStringLiteral("<b>Aliquota IVA</b><br>%1<br>%2<br>%3")
-                                   .arg((QStringLiteral("Codice: ") + aliquota.CODICE).toHtmlEscaped(),
-                                        (QStringLiteral("Descrizione: ") + aliquota.DESCRIZIONE).toHtmlEscaped(),
-                                        (QStringLiteral("Aliquota: ") + FormatNumber(aliquota.ALIQUOTA, 0)
-                                         + QStringLiteral(" %"))
-                                            .toHtmlEscaped()),
-                               viewport(), visualRect(cella));
-            return true;
-        }
-    }
-    QToolTip::hideText();
+    if (!cella.isValid() || cella.column() != l.Iva)
+        return false;
+    const TAliquotaIVA aliquota = GetAliquotaIVA(m_righe->Intero(cella.row(), l.IdIva));
+    if (aliquota.IDALIQUOTA_IVA <= 0)
+        return false;
+    QToolTip::showText(help.globalPos(),
+                       QStringLiteral("<b>Aliquota IVA</b><br>%1<br>%2<br>%3")
+                           .arg((QStringLiteral("Codice: ") + aliquota.CODICE).toHtmlEscaped(),
+                                (QStringLiteral("Descrizione: ") + aliquota.DESCRIZIONE).toHtmlEscaped(),
+                                (QStringLiteral("Aliquota: ") + FormatNumber(aliquota.ALIQUOTA, 0) + QStringLiteral(" %"))
+                                    .toHtmlEscaped()),
+                       viewport(), visualRect(cella));
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <QTableView>
 #include <QToolBar>
 
+class QHelpEvent;
 class TKRVMain;
 
 // The line grid of a sales document, with its line commands: adding an
@@ -49,6 +50,8 @@ protected:
     bool viewportEvent(QEvent *event) override;
 
 private:
+    // The hint of the VAT cell under the pointer; answers whether it shows one.
+    bool MostraSuggerimentoIva(const QHelpEvent &help);
     void AggiungiVoce(const TKRVVoceCatalogo &voce);
     void AdattaAltezzaRiga(int riga);
     void SpostaRiga(bool su);

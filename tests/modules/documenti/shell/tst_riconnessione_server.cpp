@@ -10,8 +10,6 @@
 #include "uKRVInserimentoClienti.h"
 #include "uKRVRicercaClienti.h"
 
-#include <QRegularExpression>
-
 #include <memory>
 
 using namespace KRVTest;
@@ -21,23 +19,8 @@ namespace {
 const QString ActList = QStringLiteral("actRicercaClienti");
 const QString ActEditor = QStringLiteral("actInserimentoClienti");
 
-const QString Interrotta = QString::fromUtf8(Q3MsgConnessioneInterrotta) + QLatin1Char('\n');
-const QString NonRipristinata = QString::fromUtf8(Q3MsgConnessioneNonRipristinata) + QLatin1Char('\n');
-
-// The box of a failure: "Errore", the error icon, "OK", the text beginning as
-// told and going on with the database's own words.
-bool ErrorBoxBeginning(const TQ3Message &box, const QString &beginning)
-{
-    // A service's failure comes after the name of the routine that met it.
-    static const QRegularExpression routine(QStringLiteral("^\\[\\w+\\]\n\r"));
-    const QString text = QString(box.Text).remove(routine);
-    const bool same = box.Title == QLatin1String("Errore") && box.Icon == TQ3MsgIcon::Error
-                      && box.Buttons == TQ3MsgButtons::Ok && text.startsWith(beginning)
-                      && text.size() > beginning.size();
-    if (!same)
-        qWarning("box was: %s / %s", qPrintable(box.Title), qPrintable(box.Text));
-    return same;
-}
+const QString Interrotta = Q3TestConnessioneInterrotta();
+const QString NonRipristinata = Q3TestConnessioneNonRipristinata();
 
 int Attachment(const TQ3TestDatabase &db)
 {
@@ -83,14 +66,14 @@ void TestRiconnessioneServer::windowsTellAndWorkAgainWhenTheServerIsBack()
     m_server->Stop();
     DoubleClickRow(grid, RowOf(grid, 2, QStringLiteral("Alfa S.r.l.")));
     QVERIFY(!boxes.Messages().isEmpty());
-    QVERIFY(ErrorBoxBeginning(boxes.Messages().at(0), Interrotta));
+    QVERIFY(Q3ErrorBoxBeginning(boxes.Messages().at(0), Interrotta));
     // Still away: what follows says that the connection cannot be had again.
     for (qsizetype i = 1; i < boxes.Messages().size(); ++i)
-        QVERIFY(ErrorBoxBeginning(boxes.Messages().at(i), NonRipristinata));
+        QVERIFY(Q3ErrorBoxBeginning(boxes.Messages().at(i), NonRipristinata));
     const qsizetype opening = boxes.Messages().size();
     Trigger(list, QStringLiteral("actCerca"));
     QCOMPARE(boxes.Messages().size(), opening + 1);
-    QVERIFY(ErrorBoxBeginning(boxes.Messages().last(), NonRipristinata));
+    QVERIFY(Q3ErrorBoxBeginning(boxes.Messages().last(), NonRipristinata));
     // The list emptied its grid before reading, as it always does, and takes the next command.
     QCOMPARE(grid->rowCount(), 0);
     QVERIFY(list->isVisible() && list->isEnabled());
@@ -117,7 +100,7 @@ void TestRiconnessioneServer::windowsTellAndWorkAgainWhenTheServerIsBack()
     Type(Field(editor, QStringLiteral("txtRagioneSociale")), QStringLiteral("Alfa Tre S.r.l."));
     Trigger(editor, QStringLiteral("actSalva"));
     QCOMPARE(boxes.Messages().size(), whileAway + 1);
-    QVERIFY(ErrorBoxBeginning(boxes.Messages().last(), Interrotta));
+    QVERIFY(Q3ErrorBoxBeginning(boxes.Messages().last(), Interrotta));
     m_server->Resume();
     QCOMPARE(module.Database.Rows(QStringLiteral("SELECT RAGIONESOCIALE FROM CLIENTI WHERE CODICE = 'C01'")),
              QStringList{"Alfa Due S.r.l."});
