@@ -15,15 +15,17 @@ QString Uguale(TKRVScritturaSQL scrittura)
     return scrittura == TKRVScritturaSQL::Spaziata ? QStringLiteral(" = ") : QStringLiteral("=");
 }
 
-// The columns of one invoice kind's lines ("FATT_VEND"), up to the aliased
-// line table: the code, its first description, the category, the sum, the kind.
+// The columns of one invoice kind's lines ("FATT_VEND"), up to the line table
+// aliased EXT_TBL, through which they are named: the code, its first
+// description, the category, the sum, the kind.
 QString ColonneRighe(const QString &testata, const QString &uguale)
 {
     const QString dett = testata + QStringLiteral("_DETT");
-    return dett + QStringLiteral(".CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM ") + dett
-           + QStringLiteral(" INT_TBL WHERE INT_TBL.CODICE") + uguale + QStringLiteral("EXT_TBL.CODICE ) AS DESCRIZIONE, ")
-           + dett + QStringLiteral(".IDCATEGORIA AS IDCATEGORIA, SUM(") + dett + QStringLiteral(".IMPORTO) AS IMPORTO, ")
-           + dett + QStringLiteral(".TIPO_RIGA FROM ") + dett + QStringLiteral(" EXT_TBL ");
+    return QStringLiteral("EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM ") + dett
+           + QStringLiteral(" INT_TBL WHERE INT_TBL.CODICE") + uguale
+           + QStringLiteral("EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS "
+                            "IMPORTO, EXT_TBL.TIPO_RIGA FROM ")
+           + dett + QStringLiteral(" EXT_TBL ");
 }
 
 // One invoice kind's totals, its headers chosen by date.

@@ -7,6 +7,7 @@
 #include "KRVModuloFratello.h"
 #include "KRVStampeRiepiloghi.h"
 #include "KRVStampeTestKit.h"
+#include "KRVStatisticheFatturatoRighe.h"
 #include "Q3Dataset.h"
 
 #include <QRegularExpression>
@@ -29,18 +30,13 @@ QStringList Lines(const QString &text)
 }
 
 // The turnover of one line kind per code over 2026, sales invoices and
-// accompanying invoices together, as the statistics prints read it.
+// accompanying invoices together: the statistics prints' own statement.
 QString FatturatoPerCodice(const QString &tipo)
 {
-    const auto half = [&tipo](const QString &table) {
-        return QStringLiteral("SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
-                              "%1_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS "
-                              "IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM %1_DETT EXT_TBL WHERE "
-                              "TIPO_RIGA=%2 AND ID%1 IN (SELECT ID%1 FROM %1 WHERE DATA >= '2026-01-01' AND DATA <= "
-                              "'2026-12-31') GROUP BY 1, 2, 3, 5")
-            .arg(table, QuotedStr(tipo));
-    };
-    return half(QStringLiteral("FATT_VEND")) + QStringLiteral(" UNION ") + half(QStringLiteral("FATT_ACC"));
+    TKRVFiltroRighe filtro;
+    filtro.TipoRiga = tipo;
+    return KRVSQLFatturatoRighe(KRVWhereRighe(filtro, TKRVScritturaSQL::Compatta), QDate(2026, 1, 1), QDate(2026, 12, 31),
+                                TKRVScritturaSQL::Compatta);
 }
 
 // Services sold per customer, ordered by service code and description (and, for
