@@ -29,6 +29,7 @@ public:
 
     void SetFields(const QStringList &fields) { m_fields = fields; }
     void AddRow(const QVariantList &values) { m_rows.append(values); }
+    void Clear() { m_rows.clear(); }
 
     int RowCount() const override { return int(m_rows.size()); }
     int FieldIndex(const QString &name) const override;

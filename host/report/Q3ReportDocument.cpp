@@ -37,8 +37,10 @@ qreal Growth(const TQ3ReportItem &item, const QString &text)
 // A value with the options of its placeholder.
 QString Formatted(const TQ3ReportSegment &segment, const QVariant &value)
 {
-    const QString text = Q3FormatReportValue(value, segment.Format, segment.BlankZero, segment.PlusSign);
-    return segment.Trim ? text.trimmed() : text;
+    QString text = Q3FormatReportValue(value, segment.Format, segment.BlankZero, segment.PlusSign);
+    if (segment.Trim)
+        text = text.trimmed();
+    return text.trimmed().isEmpty() ? text : segment.Before + text + segment.After;
 }
 
 // Orders values as a reader expects: empty ones first, numbers and dates by
@@ -264,7 +266,7 @@ private:
 
     void Place(const TQ3ReportBand &band, const TQ3ReportScope &totals = {})
     {
-        if (band.IsEmpty())
+        if (band.IsEmpty() || !m_document.BandShown(band, m_rows, totals))
             return;
         const qreal height = m_document.Measure(band, m_rows, totals);
         if (!Fits(height))
@@ -330,23 +332,27 @@ void TQ3ReportDocument::Resolve()
             throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la connessione dati \"%2\", che non esiste.")
                                    .arg(m_layout->Name, name));
     }
-    auto resolveBand = [this](const TQ3ReportBand &band) {
+    auto resolveSegments = [this](const QList<TQ3ReportSegment> &segments) {
+        for (const TQ3ReportSegment &segment : segments) {
+            if (segment.Connection.isEmpty())
+                continue;
+            segment.Data = m_context.Connections.value(segment.Connection);
+            if (segment.Kind == TQ3ReportSegment::TKind::Count)
+                continue;
+            segment.Column = segment.Data->FieldIndex(segment.Text);
+            if (segment.Column < 0)
+                throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la colonna \"%2\", che la connessione \"%3\" non ha.")
+                                       .arg(m_layout->Name, segment.Text, segment.Connection));
+        }
+    };
+    auto resolveBand = [this, &resolveSegments](const TQ3ReportBand &band) {
+        resolveSegments(band.Condition);
         for (const TQ3ReportItem &item : band.Items) {
             // A stand-in font would change every measure: the print stops instead.
             if (item.Kind == TQ3ReportItem::TKind::Text && !QFontDatabase::hasFamily(item.Font.family()))
                 throw EQ3Exception(QStringLiteral("Il report \"%1\" usa il carattere \"%2\", che non è installato.")
                                        .arg(m_layout->Name, item.Font.family()));
-            for (const TQ3ReportSegment &segment : item.Segments) {
-                if (segment.Connection.isEmpty())
-                    continue;
-                segment.Data = m_context.Connections.value(segment.Connection);
-                if (segment.Kind == TQ3ReportSegment::TKind::Count)
-                    continue;
-                segment.Column = segment.Data->FieldIndex(segment.Text);
-                if (segment.Column < 0)
-                    throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la colonna \"%2\", che la connessione \"%3\" non ha.")
-                                           .arg(m_layout->Name, segment.Text, segment.Connection));
-            }
+            resolveSegments(item.Segments);
         }
     };
     // The position of a column that a detail sorts or groups its rows by.
@@ -405,24 +411,33 @@ QVariant TQ3ReportDocument::Total(const TQ3ReportSegment &segment, const TQ3Repo
     return sum;
 }
 
-QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page,
-                                    const TQ3ReportScope &totals) const
+QVariant TQ3ReportDocument::SegmentValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows,
+                                          const TQ3ReportScope &totals) const
+{
+    switch (segment.Kind) {
+    case TQ3ReportSegment::TKind::Field:
+        return FieldValue(segment, rows);
+    case TQ3ReportSegment::TKind::Parameter:
+        return m_context.Parameters.value(segment.Text);
+    case TQ3ReportSegment::TKind::Sum:
+    case TQ3ReportSegment::TKind::Count:
+        return Total(segment, totals);
+    case TQ3ReportSegment::TKind::Literal:
+    case TQ3ReportSegment::TKind::Page:
+    case TQ3ReportSegment::TKind::Pages:
+        break;
+    }
+    return {};
+}
+
+QString TQ3ReportDocument::Text(const QList<TQ3ReportSegment> &segments, const QHash<QString, int> &rows, int page,
+                                const TQ3ReportScope &totals) const
 {
     QString text;
-    for (const TQ3ReportSegment &segment : item.Segments) {
+    for (const TQ3ReportSegment &segment : segments) {
         switch (segment.Kind) {
         case TQ3ReportSegment::TKind::Literal:
             text += segment.Text;
-            break;
-        case TQ3ReportSegment::TKind::Field:
-            text += Formatted(segment, FieldValue(segment, rows));
-            break;
-        case TQ3ReportSegment::TKind::Parameter:
-            text += Formatted(segment, m_context.Parameters.value(segment.Text));
-            break;
-        case TQ3ReportSegment::TKind::Sum:
-        case TQ3ReportSegment::TKind::Count:
-            text += Formatted(segment, Total(segment, totals));
             break;
         case TQ3ReportSegment::TKind::Page:
             text += QString::number(page + 1);
@@ -430,15 +445,52 @@ QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QStri
         case TQ3ReportSegment::TKind::Pages:
             text += QString::number(m_pages.size());
             break;
+        case TQ3ReportSegment::TKind::Field:
+        case TQ3ReportSegment::TKind::Parameter:
+        case TQ3ReportSegment::TKind::Sum:
+        case TQ3ReportSegment::TKind::Count:
+            text += Formatted(segment, SegmentValue(segment, rows, totals));
+            break;
         }
     }
+    return text;
+}
+
+QColor TQ3ReportDocument::ItemColor(const TQ3ReportItem &item, const QHash<QString, int> &rows,
+                                    const TQ3ReportScope &totals) const
+{
+    if (!item.NegativeColor.isValid())
+        return item.Color;
+    for (const TQ3ReportSegment &segment : item.Segments) {
+        const std::optional<double> number = Q3ReportNumber(SegmentValue(segment, rows, totals));
+        if (number && *number < 0)
+            return item.NegativeColor;
+    }
+    return item.Color;
+}
+
+bool TQ3ReportDocument::BandShown(const TQ3ReportBand &band, const QHash<QString, int> &rows,
+                                  const TQ3ReportScope &totals) const
+{
+    if (band.Condition.isEmpty())
+        return true;
+    const QString text = Text(band.Condition, rows, 0, totals).trimmed();
+    const std::optional<double> number = Q3ReportNumber(text);
+    return !text.isEmpty() && !(number && *number == 0);
+}
+
+QString TQ3ReportDocument::ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page,
+                                    const TQ3ReportScope &totals) const
+{
     // Every line break prints as one, however it was stored.
-    return NormalizeLineBreaks(text);
+    return NormalizeLineBreaks(Text(item.Segments, rows, page, totals));
 }
 
 qreal TQ3ReportDocument::Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows,
                                  const TQ3ReportScope &totals) const
 {
+    if (!BandShown(band, rows, totals))
+        return 0;
     qreal growth = 0;
     for (const TQ3ReportItem &item : band.Items) {
         if (item.Grow)
@@ -465,7 +517,7 @@ void TQ3ReportDocument::DrawPage(QPainter &painter, int index) const
                 if (text.isEmpty())
                     break;
                 painter.setFont(item.Font);
-                painter.setPen(item.Color);
+                painter.setPen(ItemColor(item, placed.Rows, placed.Totals));
                 painter.drawText(rect, TextFlags(item), text);
                 break;
             }

@@ -64,6 +64,12 @@ public:
     // The text of an item as printed on a page (0-based) for the given rows.
     QString ItemText(const TQ3ReportItem &item, const QHash<QString, int> &rows, int page,
                      const TQ3ReportScope &totals = {}) const;
+    // The colour of a text for the given rows: its negative colour when a
+    // number it prints is below zero, else its own.
+    QColor ItemColor(const TQ3ReportItem &item, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;
+    // Whether a band prints for the given rows: always, or when its condition
+    // prints something other than the number zero.
+    bool BandShown(const TQ3ReportBand &band, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;
 
     // Draws a page with the painter's origin at the paper's top-left corner
     // and one layout unit mapped to one painter unit.
@@ -72,6 +78,11 @@ public:
 private:
     void Resolve();
     QVariant FieldValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows) const;
+    // The value of a placeholder of a column, a parameter or a total; none for the others.
+    QVariant SegmentValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows,
+                          const TQ3ReportScope &totals) const;
+    QString Text(const QList<TQ3ReportSegment> &segments, const QHash<QString, int> &rows, int page,
+                 const TQ3ReportScope &totals) const;
     QVariant Total(const TQ3ReportSegment &segment, const TQ3ReportScope &totals) const;
     qreal Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;
 

@@ -37,6 +37,15 @@ QString Formatted(double number, const QString &format)
 
 } // namespace
 
+std::optional<double> Q3ReportNumber(const QVariant &value)
+{
+    if (value.isNull() || !value.isValid())
+        return std::nullopt;
+    bool ok = false;
+    const double number = Number(value, ok);
+    return ok ? std::optional<double>(number) : std::nullopt;
+}
+
 QString Q3FormatReportValue(const QVariant &value, const QString &format, bool blankZero, bool plusSign)
 {
     if (value.isNull() || !value.isValid())

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <optional>
+
 // A value as a report prints it, Italian style: "currency" 1.234,50 €, "money"
 // 1.234,50, "number:N" N decimals, "integer", "date" dd/mm/yyyy, "year" yyyy,
 // "percent" 22%.
@@ -14,3 +16,7 @@
 // above zero start with "+".
 Q3_EXPORT QString Q3FormatReportValue(const QVariant &value, const QString &format, bool blankZero = false,
                                       bool plusSign = false);
+
+// The number a value holds, numbers kept as text included (either decimal
+// separator, thousands dots allowed); none for NULL and for other texts.
+Q3_EXPORT std::optional<double> Q3ReportNumber(const QVariant &value);

@@ -90,6 +90,14 @@ bool Flag(const TNode &node, const QString &name, bool fallback = false)
     Fail(node, QStringLiteral("%1 vale \"true\" o \"false\"").arg(name));
 }
 
+QColor Colour(const TNode &node, const QString &name)
+{
+    const QColor colour(node.Attr(name));
+    if (!colour.isValid())
+        Fail(node, QStringLiteral("il colore %1=\"%2\" non è valido").arg(name, node.Attr(name)));
+    return colour;
+}
+
 // Font, size and colour of a text, from a style and the item's own attributes.
 struct TStyle
 {
@@ -98,6 +106,7 @@ struct TStyle
     bool Bold = false;
     bool Italic = false;
     QColor Color = Qt::black;
+    QColor NegativeColor;
 
     void Apply(const TNode &node)
     {
@@ -108,6 +117,8 @@ struct TStyle
         Italic = Flag(node, QStringLiteral("italic"), Italic);
         if (node.Attributes.hasAttribute(QStringLiteral("color")))
             Color = QColor(node.Attr(QStringLiteral("color")));
+        if (node.Attributes.hasAttribute(QStringLiteral("negative-color")))
+            NegativeColor = Colour(node, QStringLiteral("negative-color"));
     }
 
     QFont Font() const
@@ -153,10 +164,8 @@ public:
                 layout->Parameters << Required(child, QStringLiteral("name"));
             else if (name == QLatin1String("style"))
                 Style(child);
-            else if (name == QLatin1String("pageHeader"))
-                layout->PageHeader = Band(child, QString());
-            else if (name == QLatin1String("pageFooter"))
-                layout->PageFooter = Band(child, QString());
+            else if (name == QLatin1String("pageHeader") || name == QLatin1String("pageFooter"))
+                PageBand(child, name == QLatin1String("pageHeader") ? layout->PageHeader : layout->PageFooter);
             else
                 layout->Body << Section(child, QString());
         }
@@ -294,9 +303,37 @@ private:
     {
         TQ3ReportBand band;
         band.Height = Length(node, QStringLiteral("height"));
+        if (node.Attributes.hasAttribute(QStringLiteral("if")))
+            band.Condition = Segments(node, node.Attr(QStringLiteral("if")), connection);
         for (const TNode &child : node.Children)
             band.Items << Item(child, connection);
         return band;
+    }
+
+    // Page headers and footers keep their place on every page: they have no condition.
+    void PageBand(const TNode &node, TQ3ReportBand &band)
+    {
+        if (node.Attributes.hasAttribute(QStringLiteral("if")))
+            Fail(node, QStringLiteral("l'intestazione e il piede di pagina si stampano sempre: non hanno \"if\""));
+        band = Band(node, QString());
+    }
+
+    // The pieces of a text, whose connections and parameters the report declares.
+    QList<TQ3ReportSegment> Segments(const TNode &node, const QString &text, const QString &connection) const
+    {
+        QList<TQ3ReportSegment> segments;
+        try {
+            segments = Q3ParseReportText(text, connection);
+        } catch (const EQ3Exception &e) {
+            Fail(node, e.Message());
+        }
+        for (const TQ3ReportSegment &segment : std::as_const(segments)) {
+            if (!segment.Connection.isEmpty() && !m_report->Connections.contains(segment.Connection))
+                Fail(node, QStringLiteral("la connessione \"%1\" non è dichiarata con <connection>").arg(segment.Connection));
+            if (segment.Kind == TQ3ReportSegment::TKind::Parameter && !m_report->Parameters.contains(segment.Text))
+                Fail(node, QStringLiteral("il parametro \"%1\" non è dichiarato con <parameter>").arg(segment.Text));
+        }
+        return segments;
     }
 
     TQ3ReportItem Item(const TNode &node, const QString &connection)
@@ -346,6 +383,7 @@ private:
         style.Apply(node);
         item.Font = style.Font();
         item.Color = style.Color;
+        item.NegativeColor = style.NegativeColor;
         item.Grow = Flag(node, QStringLiteral("grow"));
         item.Wrap = item.Grow || Flag(node, QStringLiteral("wrap"));
         item.Stretch = item.Stretch || item.Grow;
@@ -377,17 +415,7 @@ private:
         } else {
             text = text.trimmed();
         }
-        try {
-            item.Segments = Q3ParseReportText(text, connection);
-        } catch (const EQ3Exception &e) {
-            Fail(node, e.Message());
-        }
-        for (const TQ3ReportSegment &segment : std::as_const(item.Segments)) {
-            if (!segment.Connection.isEmpty() && !m_report->Connections.contains(segment.Connection))
-                Fail(node, QStringLiteral("la connessione \"%1\" non è dichiarata con <connection>").arg(segment.Connection));
-            if (segment.Kind == TQ3ReportSegment::TKind::Parameter && !m_report->Parameters.contains(segment.Text))
-                Fail(node, QStringLiteral("il parametro \"%1\" non è dichiarato con <parameter>").arg(segment.Text));
-        }
+        item.Segments = Segments(node, text, connection);
     }
 
     QString m_folder;
@@ -431,7 +459,13 @@ TQ3ReportSegment Placeholder(const QString &inner, const QString &defaultConnect
     }
     for (const QString &part : std::as_const(parts)) {
         const QString option = part.trimmed();
-        if (option == QLatin1String("blankzero"))
+        // The text of "before:" and "after:" runs to the next "|" or "}", blanks included.
+        const QString text = part.mid(part.indexOf(QLatin1Char(':')) + 1);
+        if (option.startsWith(QLatin1String("before:")))
+            segment.Before = text;
+        else if (option.startsWith(QLatin1String("after:")))
+            segment.After = text;
+        else if (option == QLatin1String("blankzero"))
             segment.BlankZero = true;
         else if (option == QLatin1String("plus"))
             segment.PlusSign = true;
@@ -471,7 +505,7 @@ QList<TQ3ReportSegment> Q3ParseReportText(const QString &text, const QString &de
             if (end < 0)
                 throw EQ3Exception(QStringLiteral("manca la \"}\" di chiusura"));
             flush();
-            segments << Placeholder(text.mid(i + 1, end - i - 1).trimmed(), defaultConnection);
+            segments << Placeholder(text.mid(i + 1, end - i - 1), defaultConnection);
             i = end;
         } else {
             literal += c;

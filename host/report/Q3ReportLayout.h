@@ -32,6 +32,9 @@ struct Q3_EXPORT TQ3ReportSegment
     bool BlankZero = false;
     bool PlusSign = false; // "+" before numbers above zero
     bool Trim = false;     // leading and trailing blanks dropped
+    // Printed before and after the value, only when the value prints something.
+    QString Before;
+    QString After;
     // Resolved once per run.
     mutable const IQ3ReportData *Data = nullptr;
     mutable int Column = -1;
@@ -45,6 +48,8 @@ struct Q3_EXPORT TQ3ReportItem
     QList<TQ3ReportSegment> Segments;
     QFont Font;
     QColor Color = Qt::black;
+    // Texts: the colour when a number the text prints is below zero; invalid for none.
+    QColor NegativeColor;
     QColor Fill;  // boxes; invalid for none
     qreal PenWidth = 20; // lines and box borders
     int Flags = Qt::AlignLeft | Qt::AlignTop;
@@ -59,6 +64,9 @@ struct Q3_EXPORT TQ3ReportBand
 {
     qreal Height = 0;
     QList<TQ3ReportItem> Items;
+    // The band prints only when this text prints something other than the
+    // number zero; empty for a band that always prints.
+    QList<TQ3ReportSegment> Condition;
     bool IsEmpty() const { return Height <= 0 && Items.isEmpty(); }
 };
 
@@ -119,5 +127,6 @@ Q3_EXPORT QList<std::shared_ptr<TQ3ReportLayout>> Q3ReadReportProject(const QByt
 
 // Parses an item text: "{connection.COLUMN|format}", "{param:Name|format}",
 // "{sum:connection.COLUMN|format}", "{count}", "{count:connection}", "{page}",
-// "{pages}"; "{{" and "}}" stand for the braces themselves.
+// "{pages}"; "{{" and "}}" stand for the braces themselves. The options
+// "before:TEXT" and "after:TEXT" keep their text as written, blanks included.
 Q3_EXPORT QList<TQ3ReportSegment> Q3ParseReportText(const QString &text, const QString &defaultConnection);

@@ -2,6 +2,7 @@
 
 #include "KRVErrors.h"
 #include "KRVOptions.h"
+#include "KRVRiepilogoIva.h"
 #include "KRVSession.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
@@ -15,6 +16,23 @@ void RiapriDataset(TQ3Dataset *dataset, const QString &parameter, int id)
     dataset->Close();
     dataset->SetParamValue(parameter, id);
     dataset->Open();
+}
+
+// Under the wait cursor: the firm's data, then a document's header, lines and
+// VAT summary (adsFattVend, adsFattVendDett, adsFattVendIva for documento
+// "FattVend") read again with its key, and the summary as the document prints it.
+void ApriDocumento(IKRVStampeHost *host, const QString &documento, const QString &parametro, int id)
+{
+    TQ3BusyCursor busy;
+    KRVAggiornaAzienda(host);
+    for (const QString &parte : {QString(), QStringLiteral("Dett"), QStringLiteral("Iva")})
+        RiapriDataset(host->StampeDataset(QStringLiteral("ads") + documento + parte), parametro, id);
+    const TQ3ReportProject *project = host->rProject();
+    const double totaleImposta =
+        host->StampeDataset(QStringLiteral("ads") + documento)->FieldValue(QStringLiteral("TOTALE_IMPOSTA")).toDouble();
+    KRVRiepilogoIvaStampa(*project->Connection(QStringLiteral("ds") + documento + QStringLiteral("Iva")),
+                          *project->Connection(QStringLiteral("ds") + documento + QStringLiteral("Dett")), totaleImposta,
+                          *host->StampeDatiCalcolati(QStringLiteral("ds") + documento + QStringLiteral("RiepilogoIva")));
 }
 
 } // namespace
@@ -51,13 +69,7 @@ void StampaFatturaVendita(int IdFattVend, const QString &NomeFilePDF, int Destin
     KRVWrapped("StampaFatturaVendita", [&] {
         IKRVStampeHost *host = KRVStampeHost();
         TQ3Dataset *fattVend = host->StampeDataset(QStringLiteral("adsFattVend"));
-        {
-            TQ3BusyCursor busy;
-            KRVAggiornaAzienda(host);
-            for (const QString &name : {QStringLiteral("adsFattVend"), QStringLiteral("adsFattVendDett"),
-                                        QStringLiteral("adsFattVendIva")})
-                RiapriDataset(host->StampeDataset(name), QStringLiteral("IDFATT_VEND"), IdFattVend);
-        }
+        ApriDocumento(host, QStringLiteral("FattVend"), QStringLiteral("IDFATT_VEND"), IdFattVend);
         QString report = QStringLiteral("FattVend");
         if (KRVStrToBool(fattVend->FieldValue(QStringLiteral("IVA_ESENTE")).toString())) {
             report = QStringLiteral("FattVendIVAEsente");
@@ -83,17 +95,9 @@ void StampaFatturaVendita(int IdFattVend, const QString &NomeFilePDF, int Destin
 
 void StampaNotaAccredito(int IdNotaAccredito)
 {
-    KRVWrapped("StampaNotaAccredito", [&] {
-        IKRVStampeHost *host = KRVStampeHost();
-        {
-            TQ3BusyCursor busy;
-            KRVAggiornaAzienda(host);
-            for (const QString &name : {QStringLiteral("adsNoteAccredito"), QStringLiteral("adsNoteAccreditoDett"),
-                                        QStringLiteral("adsNoteAccreditoIva")})
-                RiapriDataset(host->StampeDataset(name), QStringLiteral("IDNOTA_ACCREDITO"), IdNotaAccredito);
-        }
-        host->rProject()->ExecuteReport(QStringLiteral("NotaAccredito"));
-    });
+    IKRVStampeHost *host = KRVStampeHost();
+    ApriDocumento(host, QStringLiteral("NoteAccredito"), QStringLiteral("IDNOTA_ACCREDITO"), IdNotaAccredito);
+    host->rProject()->ExecuteReport(QStringLiteral("NotaAccredito"));
 }
 
 void StampaListinoIVATO()

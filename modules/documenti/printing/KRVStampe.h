@@ -7,8 +7,9 @@
 class TQ3Dataset;
 
 // What the module's prints need of its main object: the report project, the
-// report system with its PDF back-end, and the report datasets by name
-// (adsAzienda and the datasets of the report data module).
+// report system with its PDF back-end, the report datasets by name
+// (adsAzienda and the datasets of the report data module), and the rows the
+// prints compute themselves by the name of their connection.
 class IKRVStampeHost
 {
 public:
@@ -17,6 +18,7 @@ public:
     virtual TQ3ReportSystem *rSystem() const = 0;
     virtual TQ3RenderPDF *rRenderPDF() const = 0;
     virtual TQ3Dataset *StampeDataset(const QString &name) const = 0;
+    virtual TQ3MemoryData *StampeDatiCalcolati(const QString &connection) const = 0;
 };
 
 // The module's main object as the prints see it, found through the host's
@@ -36,7 +38,8 @@ TQ3Dataset *KRVApriDatiStampa(IKRVStampeHost *host, const QString &dataset, cons
 // Failures come back as "[StampaFatturaVendita]" + "\n\r" + their message.
 void StampaFatturaVendita(int IdFattVend, const QString &NomeFilePDF, int Destinazione);
 
-// Prints a credit note ("NotaAccredito") with the output options.
+// Prints a credit note ("NotaAccredito") with the output options. Failures
+// come back with their own message, for the credit note editor to show.
 void StampaNotaAccredito(int IdNotaAccredito);
 
 // The price list of all articles with VAT-inclusive prices ("ElencoArticoli01").

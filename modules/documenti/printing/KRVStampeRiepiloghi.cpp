@@ -61,13 +61,35 @@ QString KRVSQLRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean s
     return sql + QStringLiteral(" ORDER BY 2 DESC, 1 DESC");
 }
 
+QString KRVFiltriRiepilogoFatture(TCustomBoolean pagato, TCustomBoolean scadenza, const QDate &oggi)
+{
+    QString filtri = QStringLiteral("Fatture: ");
+    if (pagato == TCustomBoolean::cbTrue)
+        filtri += QStringLiteral("pagate");
+    else if (pagato == TCustomBoolean::cbFalse)
+        filtri += QStringLiteral("da pagare");
+    else
+        filtri += QStringLiteral("tutte");
+    filtri += QStringLiteral(" - Scadenza: ");
+    const QString data = oggi.toString(QStringLiteral("dd/MM/yyyy"));
+    if (scadenza == TCustomBoolean::cbTrue)
+        filtri += QStringLiteral("scadute prima del ") + data;
+    else if (scadenza == TCustomBoolean::cbFalse)
+        filtri += QStringLiteral("in scadenza dal ") + data;
+    else
+        filtri += QStringLiteral("tutte");
+    return filtri;
+}
+
 void StampaRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean scadenza)
 {
     KRVWrapped("StampaRiepilogoFatture", [&] {
         IKRVStampeHost *host = KRVStampeHost();
+        const QDate oggi = QDate::currentDate();
         KRVApriDatiStampa(host, QStringLiteral("adsRiepilogoFatture"),
-                          KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")),
-                                                 QDate::currentDate()));
+                          KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")), oggi));
+        host->rProject()->SetParam(QStringLiteral("Anno"), QString::number(anno));
+        host->rProject()->SetParam(QStringLiteral("Filtri"), KRVFiltriRiepilogoFatture(pagato, scadenza, oggi));
         host->rProject()->ExecuteReport(QStringLiteral("RiepilogoFatture"));
     });
 }
@@ -85,6 +107,7 @@ void StampaFatturatoPerCliente(int anno)
                 fatturato->SetParamValue(QStringLiteral("ANNO%1").arg(i), anno);
             fatturato->Open();
         }
+        host->rProject()->SetParam(QStringLiteral("Anno"), QString::number(anno));
         host->rProject()->ExecuteReport(QStringLiteral("TotaleFatturatoPerCliente"));
     });
 }

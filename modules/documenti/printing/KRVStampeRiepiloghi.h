@@ -13,7 +13,13 @@
 QString KRVSQLRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean scadenza, bool magazzino,
                                const QDate &oggi);
 
-// Prints "RiepilogoFatture": every invoice of the year that passes the filters.
+// The invoice summary's filters as its heading shows them, for example
+// "Fatture: da pagare - Scadenza: scadute prima del 15/06/2026".
+QString KRVFiltriRiepilogoFatture(TCustomBoolean pagato, TCustomBoolean scadenza, const QDate &oggi);
+
+// Prints "RiepilogoFatture": every invoice of the year that passes the filters;
+// the year and the filters go to the heading as the parameters "Anno" and "Filtri".
 void StampaRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean scadenza);
-// Prints "TotaleFatturatoPerCliente": each customer's invoices and turnover in the year.
+// Prints "TotaleFatturatoPerCliente": each customer's invoices and turnover in
+// the year, which goes to the heading as the parameter "Anno".
 void StampaFatturatoPerCliente(int anno);

@@ -56,4 +56,8 @@ TKRVdmStampe::TKRVdmStampe(QObject *owner, TQ3Connection *connection, TQ3ReportP
         m_connections.push_back(std::make_unique<TQ3DatasetConnection>(dataset));
         project->RegisterConnection(QStringLiteral("ds") + name, m_connections.back().get());
     }
+    m_calcolati.insert(QStringLiteral("dsFattVendRiepilogoIva"), &m_riepilogoFattVend);
+    m_calcolati.insert(QStringLiteral("dsNoteAccreditoRiepilogoIva"), &m_riepilogoNoteAccredito);
+    for (auto it = m_calcolati.cbegin(); it != m_calcolati.cend(); ++it)
+        project->RegisterConnection(it.key(), it.value());
 }

@@ -138,6 +138,14 @@ TQ3Dataset *TKRVMain::StampeDataset(const QString &name) const
     return dataset;
 }
 
+TQ3MemoryData *TKRVMain::StampeDatiCalcolati(const QString &connection) const
+{
+    TQ3MemoryData *dati = m_dmStampe ? m_dmStampe->Calcolati(connection) : nullptr;
+    if (!dati)
+        throw EQ3Exception(QStringLiteral("I dati \"%1\" delle stampe non esistono.").arg(connection));
+    return dati;
+}
+
 TKRVSalvaPDF *TKRVMain::SaveDialogPDF()
 {
     if (!m_saveDialogPDF)

@@ -59,6 +59,7 @@ public:
     TQ3ReportSystem *rSystem() const override { return m_rSystem; }
     TQ3RenderPDF *rRenderPDF() const override { return m_rRenderPDF; }
     TQ3Dataset *StampeDataset(const QString &name) const override;
+    TQ3MemoryData *StampeDatiCalcolati(const QString &connection) const override;
     // The save dialog of every save-as-PDF action.
     TKRVSalvaPDF *SaveDialogPDF();
     // The save dialog of the workbook exports.

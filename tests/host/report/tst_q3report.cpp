@@ -7,6 +7,7 @@
 #include "Q3TestDatabase.h"
 
 #include <QDate>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -120,6 +121,35 @@ const char GroupProject[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 </project>
 )";
 
+// Amounts in red below zero, a total and a note printed only when there is
+// one, labels that go away with an empty value: on pages with no page header
+// or footer and 10 mm margins.
+const char ConditionProject[] = R"(<?xml version="1.0" encoding="UTF-8"?>
+<project>
+  <report name="Condizioni">
+    <page size="A4" left="10" top="10" right="10" bottom="10"/>
+    <connection name="dsRighe"/>
+    <parameter name="Nota"/>
+    <style name="cifra" font="DejaVu Sans" size="9" negative-color="red"/>
+    <detail connection="dsRighe">
+      <band height="10">
+        <text x="0" y="0" width="80" height="5">{DESCRIZIONE|before:Voce: |after: -}</text>
+        <text x="100" y="0" width="50" height="5" style="cifra" align="right">{IMPORTO|money}</text>
+      </band>
+      <footer height="10" if="{sum:IMPORTO|money}">
+        <text x="0" y="0" width="150" height="5" negative-color="#0000ff">Totale {sum:IMPORTO|money}</text>
+      </footer>
+    </detail>
+    <band height="10" if="{param:Nota}">
+      <text x="0" y="0" width="150" height="5">Nota: {param:Nota}</text>
+    </band>
+    <summary height="10">
+      <text x="0" y="0" width="150" height="5">Fine</text>
+    </summary>
+  </report>
+</project>
+)";
+
 class TRun
 {
 public:
@@ -129,6 +159,7 @@ public:
         Project.SetProjectFile(WriteQ3TestFile(Dir.path(), QStringLiteral("prova.rav"), QString::fromUtf8(project)));
         Project.Open();
         Project.SetEngine(&System);
+        Project.SetParam(QStringLiteral("Nota"), QString());
         Project.RegisterConnection(QStringLiteral("dsTesta"), &Testa);
         Project.RegisterConnection(QStringLiteral("dsRighe"), &Righe);
         Project.RegisterConnection(QStringLiteral("dsVendite"), &Vendite);
@@ -528,6 +559,120 @@ private slots:
         };
         run.Project.ExecuteReport(QStringLiteral("Elenco"));
         QVERIFY(calls.isEmpty());
+    }
+
+    // A text with a negative colour takes it for the rows where a number it
+    // prints is below zero, numbers kept as text included; others keep their own.
+    void negativeColor_forNumbersBelowZero()
+    {
+        TRun run(ConditionProject);
+        run.Righe.AddRow({QStringLiteral("Sconto"), -12.3});
+        run.Righe.AddRow({QStringLiteral("Merce"), 50.0});
+        run.Righe.AddRow({QStringLiteral("Vuota"), QVariant()});
+        run.Righe.AddRow({QStringLiteral("Testo"), QStringLiteral("-5,00")});
+        run.Righe.AddRow({QStringLiteral("Zero"), QStringLiteral("0,00")});
+        const auto document = run.Project.Generate(QStringLiteral("Condizioni"));
+        QStringList colours;
+        for (const TQ3PlacedBand &placed : document->Page(0).Bands) {
+            for (const TQ3ReportItem &item : placed.Band->Items)
+                colours << document->ItemText(item, placed.Rows, 0, placed.Totals) + QLatin1Char('=')
+                               + document->ItemColor(item, placed.Rows, placed.Totals).name();
+        }
+        QCOMPARE(colours, (QStringList{"Voce: Sconto -=#000000", "-12,30=#ff0000", "Voce: Merce -=#000000", "50,00=#000000",
+                                       "Voce: Vuota -=#000000", "=#000000", "Voce: Testo -=#000000", "-5,00=#ff0000",
+                                       "Voce: Zero -=#000000", "0,00=#000000", "Totale 37,70=#000000", "Fine=#000000"}));
+
+        // A negative total takes the colour of its own text.
+        run.Righe.AddRow({QStringLiteral("Reso"), -100.0});
+        const auto negative = run.Project.Generate(QStringLiteral("Condizioni"));
+        const TQ3PlacedBand &footer = negative->Page(0).Bands.at(6);
+        QCOMPARE(negative->ItemText(footer.Band->Items.at(0), footer.Rows, 0, footer.Totals), QStringLiteral("Totale -62,30"));
+        QCOMPARE(negative->ItemColor(footer.Band->Items.at(0), footer.Rows, footer.Totals), QColor(Qt::blue));
+
+        // Drawn: the negative amount in red, the positive one in black.
+        QImage image(QSize(210, 297) * 4, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        {
+            QPainter painter(&image);
+            painter.scale(4 / Q3ReportUnitsPerMm, 4 / Q3ReportUnitsPerMm);
+            document->DrawPage(painter, 0);
+        }
+        // The amount cells, 110 to 160 mm from the left edge, of the first two rows.
+        const auto redPixels = [&image](int top) {
+            int red = 0;
+            for (int y = top * 4; y < (top + 5) * 4; ++y) {
+                for (int x = 110 * 4; x < 160 * 4; ++x) {
+                    const QColor pixel = image.pixelColor(x, y);
+                    red += pixel.red() > 200 && pixel.green() < 80 && pixel.blue() < 80;
+                }
+            }
+            return red;
+        };
+        QVERIFY(redPixels(10) > 20);
+        QCOMPARE(redPixels(20), 0);
+
+        const auto fails = [](const char *attribute) {
+            try {
+                Q3ReadReportProject(QByteArray("<project><report name=\"R\"><title height=\"5\"><text ") + attribute
+                                        + ">x</text></title></report></project>",
+                                    QString());
+            } catch (const EQ3Exception &e) {
+                return e.Message();
+            }
+            return QString();
+        };
+        QVERIFY(fails("negative-color=\"rossastro\"").contains(QStringLiteral("il colore negative-color=\"rossastro\" non è valido")));
+        QCOMPARE(fails("negative-color=\"#c00000\""), QString());
+    }
+
+    // A band with a condition prints only when its text prints something
+    // other than zero, and then takes no room: the bands after it move up.
+    void bandIf_printsOnlyWithSomethingToShow()
+    {
+        TRun run(ConditionProject);
+        run.Righe.AddRow({QStringLiteral("Merce"), 5.0});
+        run.Righe.AddRow({QString(), -5.0});
+        QCOMPARE(Bands(*run.Project.Generate(QStringLiteral("Condizioni")), 0),
+                 (QStringList{"10: Voce: Merce - 5,00", "20:  -5,00", "30: Fine"}));
+
+        run.Righe.AddRow({QStringLiteral("Trasporto"), 7.5});
+        run.Project.SetParam(QStringLiteral("Nota"), QStringLiteral("Consegna al piano"));
+        QCOMPARE(Bands(*run.Project.Generate(QStringLiteral("Condizioni")), 0),
+                 (QStringList{"10: Voce: Merce - 5,00", "20:  -5,00", "30: Voce: Trasporto - 7,50", "40: Totale 7,50",
+                              "50: Nota: Consegna al piano", "60: Fine"}));
+
+        // Page headers and footers print on every page: no condition there.
+        try {
+            Q3ReadReportProject("<project><report name=\"R\"><parameter name=\"P\"/>\n<pageHeader height=\"5\" "
+                                "if=\"{param:P}\"/></report></project>",
+                                QString());
+            QFAIL("no error");
+        } catch (const EQ3Exception &e) {
+            QVERIFY2(e.Message().contains(QStringLiteral("riga 2 (<pageHeader>)")), qPrintable(e.Message()));
+        }
+        QVERIFY_THROWS_EXCEPTION(EQ3Exception, Q3ReadReportProject("<project><report name=\"R\"><band height=\"5\" "
+                                                                   "if=\"{param:P}\"/></report></project>",
+                                                                   QString()));
+    }
+
+    // The text of "before:" and "after:" is kept as written, blanks included,
+    // and prints only beside a value that prints something.
+    void beforeAfter_onlyWithAValue()
+    {
+        const auto segments = Q3ParseReportText(
+            QStringLiteral("{dsA.REA|before:REA: |after:   }{dsA.CAPITALE|trim|before:Cap. soc. }"), QString());
+        QCOMPARE(segments.size(), 2);
+        QCOMPARE(segments.at(0).Before, QStringLiteral("REA: "));
+        QCOMPARE(segments.at(0).After, QStringLiteral("   "));
+        QCOMPARE(segments.at(1).Before, QStringLiteral("Cap. soc. "));
+        QVERIFY(segments.at(1).Trim);
+
+        TRun run(ConditionProject);
+        run.Righe.AddRow({QStringLiteral("Merce"), 1.0});
+        run.Righe.AddRow({QString(), 2.0});
+        run.Righe.AddRow({QStringLiteral("   "), 3.0});
+        QCOMPARE(Bands(*run.Project.Generate(QStringLiteral("Condizioni")), 0).mid(0, 3),
+                 (QStringList{"10: Voce: Merce - 1,00", "20:  2,00", "30:     3,00"}));
     }
 
     void fileChosenInOptions_writesPdf()

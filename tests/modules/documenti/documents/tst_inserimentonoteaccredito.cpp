@@ -1,4 +1,5 @@
 // The credit note editor driven as a user would, on a real database.
+#include "../printing/KRVStampeTestKit.h"
 #include "KRVFattureTestKit.h"
 #include "Q3Registry.h"
 #include "uKRVGrigliaRighe.h"
@@ -42,6 +43,7 @@ private slots:
     void opensOnANewCreditNote();
     void commandsOfTheCreditNote();
     void savedCreditNotePrints();
+    void printFailureShowsItsOwnMessage();
     void numberOfAnInvoiceOfTheSameYearAccepted();
     void duplicateNumberSameYearRefused_otherYearAccepted();
     void saveChecksInOrder();
@@ -486,6 +488,24 @@ void TestInserimentoNoteAccredito::savedCreditNotePrints()
     SaveReady();
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
     QCOMPARE(m_responder->Messages().size(), 0);
+}
+
+// Without its report project (the file missing at start-up) the print fails
+// in the report engine: the box shows that failure's own message.
+void TestInserimentoNoteAccredito::printFailureShowsItsOwnMessage()
+{
+    Editor();
+    SaveReady();
+    m_module->Main->rProject()->Close();
+    const QStringList finestre = KRVStampeTest::WithModals([this] { Trigger(m_editor, QStringLiteral("actStampa")); },
+                                                           {[](QWidget *opzioni) { KRVStampeTest::ClickOk(opzioni); }});
+    m_module->Main->rProject()->Open();
+    QCOMPARE(finestre, QStringList{QStringLiteral("Output Options")});
+    QCOMPARE(m_responder->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Il progetto delle stampe non è aperto.", Error, Ok);
+    // The editor stays as it was, ready to print again.
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
+    QCOMPARE(m_responder->Messages().size(), 1);
 }
 
 void TestInserimentoNoteAccredito::ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile()

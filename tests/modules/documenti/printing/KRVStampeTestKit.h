@@ -18,6 +18,7 @@
 #include <QRadioButton>
 #include <QTimer>
 
+#include <cmath>
 #include <functional>
 
 namespace KRVStampeTest {
@@ -33,7 +34,11 @@ struct TRiga
     double Aliquota = 20;
     QString Um = QStringLiteral("PEZZI");
     QString Tipo = QStringLiteral("Articolo");
-    double Importo() const { return Prezzo * Quantita * (100 - Sconto) / 100; }
+    QString IvaDescrizione = {}; // empty: by the code, as the VAT rates of the fixture
+    // The amount as the editor stores it: rounded to the cent.
+    double Importo() const { return std::round(Quantita * (Prezzo - Sconto * Prezzo / 100) * 100) / 100; }
+    bool Testo() const { return Tipo == QLatin1String("Testo"); }
+    bool NonImponibile() const { return Tipo == QLatin1String("Non imponibile"); }
 };
 
 inline QString Sql(const QString &text)
@@ -52,23 +57,33 @@ inline void SetAzienda(const TQ3TestDatabase &db)
         "UPDATE AZIENDA SET RAGIONESOCIALE='Rossi Impianti S.r.l.', INDIRIZZO='Via Garibaldi 12', CAP='40121', "
         "CITTA='Bologna', PROVINCIA='BO', NAZIONE='Italia', PARTITAIVA='01234567890', CODICEFISCALE='01234567890', "
         "TELEFONO='051 234567', FAX='051 234568', EMAIL='info@rossiimpianti.it', WEB='www.rossiimpianti.it', "
-        "REA='REA BO-123456', CAPITALE_SOCIALE='Cap. soc. 10.000,00 i.v.', BANCA='Banca di Bologna', "
+        "REA='BO-123456', CAPITALE_SOCIALE='Euro 10.000,00 i.v.', BANCA='Banca di Bologna', "
         "IBAN='IT60X0542811101000000123456'"));
 }
 
-// A sales invoice with its lines; answers its key. Totals are the lines' sums.
+// A sales invoice (or a credit note) with its lines; answers its key. Its
+// totals are those the editor stores: the taxable amount and the unrounded
+// sum of the taxes of the article and service lines, and the document's total
+// with the "Non imponibile" lines too; on an exempt invoice ("True") every line
+// is exempt: taxable amount and tax 0, the total of all the lines.
 inline int InsertFattura(const TQ3TestDatabase &db, int numero, const QList<TRiga> &righe,
                          const QString &ivaEsente = QStringLiteral("False"), const QString &table = QStringLiteral("FATT_VEND"))
 {
+    const bool fattura = table == QLatin1String("FATT_VEND");
+    const bool esente = fattura && ivaEsente == QLatin1String("True");
     double imponibile = 0;
     double imposta = 0;
+    double altro = 0;
     for (const TRiga &riga : righe) {
-        if (riga.Tipo != QLatin1String("Testo")) {
+        if (riga.Testo())
+            continue;
+        if (esente || (fattura && riga.NonImponibile())) {
+            altro += riga.Importo();
+        } else {
             imponibile += riga.Importo();
             imposta += riga.Importo() * riga.Aliquota / 100;
         }
     }
-    const bool fattura = table == QLatin1String("FATT_VEND");
     const QString key = fattura ? QStringLiteral("IDFATT_VEND") : QStringLiteral("IDNOTA_ACCREDITO");
     db.Exec(QStringLiteral("INSERT INTO %1 (%2, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, "
                            "CLI_CITTA, CLI_CAP, CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, "
@@ -79,18 +94,20 @@ inline int InsertFattura(const TQ3TestDatabase &db, int numero, const QList<TRig
                            "'2026-04-04', %5, %6, %7, 'Merce consegnata presso il cantiere di via Emilia.'%8)")
                 .arg(table, key, fattura ? QStringLiteral(", FC_ABILITATO, IVA_ESENTE") : QString())
                 .arg(numero)
-                .arg(Number(imponibile), Number(imposta), Number(imponibile + imposta),
+                .arg(Number(imponibile), Number(imposta), Number(imponibile + imposta + altro),
                      fattura ? QStringLiteral(", 'False', ") + Sql(ivaEsente) : QString()));
     const int id = db.Scalar(QStringLiteral("SELECT MAX(%1) FROM %2").arg(key, table)).toInt();
     for (const TRiga &riga : righe) {
-        const bool testo = riga.Tipo == QLatin1String("Testo");
-        const QString iva = testo ? QStringLiteral("NULL, NULL, NULL, NULL")
-                                  : QStringLiteral("%1, %2, %3, %4")
-                                        .arg(riga.IvaCodice == QLatin1String("20") ? 1 : 2)
-                                        .arg(Sql(riga.IvaCodice),
-                                             Sql(riga.IvaCodice == QLatin1String("20") ? QStringLiteral("Aliquota standard")
-                                                                                       : QStringLiteral("Aliquota esente")),
-                                             Number(riga.Aliquota));
+        const bool testo = riga.Testo();
+        // Text and non-taxable lines carry no code, VAT rate or unit.
+        const bool senzaIva = testo || riga.NonImponibile();
+        const QString descrizioneIva = !riga.IvaDescrizione.isEmpty() ? riga.IvaDescrizione
+                                       : riga.IvaCodice == QLatin1String("20") ? QStringLiteral("Aliquota standard")
+                                                                               : QStringLiteral("Aliquota esente");
+        const QString iva = senzaIva ? QStringLiteral("NULL, NULL, NULL, NULL")
+                                     : QStringLiteral("%1, %2, %3, %4")
+                                           .arg(riga.IvaCodice == QLatin1String("20") ? 1 : 2)
+                                           .arg(Sql(riga.IvaCodice), Sql(descrizioneIva), Number(riga.Aliquota));
         const QString valori = testo ? QStringLiteral("NULL, NULL, NULL") : QStringLiteral("%1, %2, %3").arg(
                                    Number(riga.Prezzo), Number(riga.Quantita), Number(riga.Importo()));
         db.Exec(QStringLiteral("INSERT INTO %1_DETT (%2_DETT, %2, CODICE, DESCRIZIONE, PREZZO, QUANTITA, IMPORTO, "
@@ -98,8 +115,8 @@ inline int InsertFattura(const TQ3TestDatabase &db, int numero, const QList<TRig
                                "VALUES (0, %4, %5, %6, %7, %8, 1, %9, %10%11)")
                     .arg(table, key, fattura ? QStringLiteral(", SCONTO") : QString())
                     .arg(id)
-                    .arg(testo ? QStringLiteral("NULL") : Sql(riga.Codice), Sql(riga.Descrizione), valori, iva,
-                         testo ? QStringLiteral("NULL") : Sql(riga.Um), Sql(riga.Tipo),
+                    .arg(senzaIva ? QStringLiteral("NULL") : Sql(riga.Codice), Sql(riga.Descrizione), valori, iva,
+                         senzaIva ? QStringLiteral("NULL") : Sql(riga.Um), Sql(riga.Tipo),
                          fattura ? QStringLiteral(", ") + Number(riga.Sconto) : QString()));
     }
     return id;

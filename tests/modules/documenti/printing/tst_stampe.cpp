@@ -1,6 +1,7 @@
 // Printing invoices, credit notes and the price list through the report
 // project, on a real database; PDF output read back with poppler.
 #include "../masters/KRVMastersTestKit.h"
+#include "KRVRiepilogoIva.h"
 #include "KRVStampe.h"
 #include "KRVStampeTestKit.h"
 #include "Q3PdfText.h"
@@ -26,6 +27,33 @@ QList<TRiga> RigheNormali()
              QStringLiteral("ORE"), QStringLiteral("Servizio")},
             {QStringLiteral("NI-1"), QStringLiteral("Spese di trasporto esenti"), 15, 1, 0, QStringLiteral("N0"), 0,
              QStringLiteral("PEZZI"), QStringLiteral("Non imponibile")}};
+}
+
+// The printed lines of a PDF's text, each with its words one blank apart.
+QStringList Lines(const QString &text)
+{
+    QStringList lines;
+    for (const QString &line : text.split(QLatin1Char('\n'))) {
+        if (!line.trimmed().isEmpty())
+            lines << line.simplified();
+    }
+    return lines;
+}
+
+// The lines of the VAT summary: those between its column titles and the totals.
+QStringList RigheRiepilogo(const QStringList &lines)
+{
+    const qsizetype first = lines.indexOf(QStringLiteral("Codice IVA Descrizione Aliquota Imponibile Imposta")) + 1;
+    qsizetype last = first;
+    while (last < lines.size() && !lines.at(last).startsWith(QLatin1String("Totale")))
+        ++last;
+    return first > 0 ? lines.mid(first, last - first) : QStringList();
+}
+
+TRiga Aliquota(const QString &codice, double aliquota, const QString &descrizione, double prezzo)
+{
+    return {QStringLiteral("ART-") + codice, QStringLiteral("Articolo al ") + codice + QLatin1Char('%'), prezzo, 1, 0, codice,
+            aliquota, QStringLiteral("PEZZI"), QStringLiteral("Articolo"), descrizione};
 }
 
 } // namespace
@@ -55,6 +83,11 @@ private slots:
     void longInvoice_headerAndPageNumbersOnEveryPage();
     void tenLineDescription_wrapsInsideItsCell();
     void creditNote_printsThroughOutputOptions();
+    void nonTaxableLines_ownSummaryRowAndTotal();
+    void vatRates_roundedToAddUpToTheTotal();
+    void vatRates_roundingSpreadsTheCents();
+    void exemptInvoice_noTaxButExemptTotalWithNote();
+    void letterhead_reaAndCapitalWithTheirLabels();
     void listinoIvato_allArticlesWithVat();
     void saveDialog_remembersLastNameAndWrites();
 
@@ -186,16 +219,14 @@ void TestStampe::pdf_holdsInvoiceInItalianForm()
         QStringLiteral("28,80"), QStringLiteral("Manodopera installazione"), QStringLiteral("ORE"), QStringLiteral("105,00"),
         QStringLiteral("Spese di trasporto esenti"), QStringLiteral("15,00"),
         // VAT summary by rate, then the totals.
-        QStringLiteral("Riepilogo IVA"), QStringLiteral("Aliquota esente"), QStringLiteral("Aliquota standard"),
+        QStringLiteral("Riepilogo IVA"), QStringLiteral("Aliquota standard"),
         QStringLiteral("183,80"), QStringLiteral("36,76"), QStringLiteral("Totale imponibile"),
-        QStringLiteral("198,80 €"), QStringLiteral("36,76 €"), QStringLiteral("Totale documento"), QStringLiteral("235,56 €"),
+        QStringLiteral("183,80 €"), QStringLiteral("36,76 €"), QStringLiteral("Totale documento"), QStringLiteral("235,56 €"),
         QStringLiteral("Merce consegnata presso il cantiere di via Emilia."), QStringLiteral("Pagina 1 di 1")};
     for (const QString &piece : expected)
         QVERIFY2(text.contains(piece), qPrintable(piece + QStringLiteral("\n") + text));
     QVERIFY(text.indexOf(QStringLiteral("ART-001")) < text.indexOf(QStringLiteral("ART-002")));
     QVERIFY(text.indexOf(QStringLiteral("Riepilogo IVA")) < text.indexOf(QStringLiteral("Totale documento")));
-    // The VAT rows: N0 before 20 by code order ("20" < "N0").
-    QVERIFY(text.indexOf(QStringLiteral("Aliquota standard")) < text.indexOf(QStringLiteral("Aliquota esente"), text.indexOf(QStringLiteral("Riepilogo IVA"))));
     const QString info = Q3PdfInfo(file);
     QVERIFY2(info.contains(QRegularExpression(QStringLiteral("Title:\\s+Quillo 3\\n"))), qPrintable(info));
     QVERIFY(info.contains(QRegularExpression(QStringLiteral("Author:\\s+Quillo 3\\n"))));
@@ -421,6 +452,128 @@ void TestStampe::creditNote_printsThroughOutputOptions()
         QVERIFY2(text.contains(piece), qPrintable(piece + QStringLiteral("\n") + text));
     QVERIFY(!text.contains(QStringLiteral("Sconto")));
     QCOMPARE(m_module->Main->StampeDataset(QStringLiteral("adsNoteAccreditoIva"))->RecordCount(), 1);
+}
+
+// "Non imponibile" lines carry no VAT rate, so the summary by rate leaves
+// them out: they print as a row of their own and as their own total, and the
+// document's total is the sum of the totals printed above it.
+void TestStampe::nonTaxableLines_ownSummaryRowAndTotal()
+{
+    QList<TRiga> righe = RigheNormali();
+    TRiga testo;
+    testo.Tipo = QStringLiteral("Testo");
+    testo.Descrizione = QStringLiteral("Rif. ordine n. 12 del 02/03/2026");
+    righe.insert(2, testo);
+    righe << TRiga{QString(), QStringLiteral("Cassa previdenza"), 4.5, 2, 0, QString(), 0, QString(),
+                   QStringLiteral("Non imponibile")};
+    const int id = InsertFattura(m_module->Database, m_numero++, righe);
+    const QStringList lines = Lines(Q3PdfText(PdfOf(id, QStringLiteral("nonimponibile"))));
+    QCOMPARE(RigheRiepilogo(lines), (QStringList{QStringLiteral("20 Aliquota standard 20% 183,80 36,76"),
+                                                 QStringLiteral("Non imponibile 24,00")}));
+    const qsizetype totali = lines.indexOf(QStringLiteral("Totale imponibile 183,80 €"));
+    QVERIFY2(totali > 0, qPrintable(lines.join(QLatin1Char('\n'))));
+    QCOMPARE(lines.mid(totali, 4), (QStringList{QStringLiteral("Totale imponibile 183,80 €"),
+                                                QStringLiteral("Totale non imponibile 24,00 €"),
+                                                QStringLiteral("Totale IVA 36,76 €"),
+                                                QStringLiteral("Totale documento 244,56 €")}));
+
+    // Without such lines, neither the row nor the total.
+    const int normale = InsertFattura(m_module->Database, m_numero++, RigheNormali().mid(0, 3));
+    const QStringList senza = Lines(Q3PdfText(PdfOf(normale, QStringLiteral("senzanonimponibile"))));
+    QCOMPARE(RigheRiepilogo(senza), QStringList{QStringLiteral("20 Aliquota standard 20% 183,80 36,76")});
+    const qsizetype imponibile = senza.indexOf(QStringLiteral("Totale imponibile 183,80 €"));
+    QCOMPARE(senza.mid(imponibile, 3), (QStringList{QStringLiteral("Totale imponibile 183,80 €"),
+                                                    QStringLiteral("Totale IVA 36,76 €"),
+                                                    QStringLiteral("Totale documento 220,56 €")}));
+}
+
+// Three rates whose exact taxes (1,004 + 3,004 + 2,004) rounded one by one
+// would print 1,00 + 3,00 + 2,00 against a total of 6,01 (the exact sum
+// rounded once): the missing cent goes to a rate that lost most in rounding,
+// the largest between equals, and the rows add up to the total.
+void TestStampe::vatRates_roundedToAddUpToTheTotal()
+{
+    const QList<TRiga> righe{Aliquota(QStringLiteral("04"), 4, QStringLiteral("Aliquota minima"), 25.10),
+                             Aliquota(QStringLiteral("05"), 5, QStringLiteral("Aliquota agevolata"), 60.08),
+                             Aliquota(QStringLiteral("10"), 10, QStringLiteral("Aliquota ridotta"), 20.04)};
+    const int id = InsertFattura(m_module->Database, m_numero++, righe);
+    const QStringList lines = Lines(Q3PdfText(PdfOf(id, QStringLiteral("arrotondamento"))));
+    const QStringList riepilogo = RigheRiepilogo(lines);
+    QCOMPARE(riepilogo, (QStringList{QStringLiteral("04 Aliquota minima 4% 25,10 1,00"),
+                                     QStringLiteral("05 Aliquota agevolata 5% 60,08 3,01"),
+                                     QStringLiteral("10 Aliquota ridotta 10% 20,04 2,00")}));
+    QVERIFY2(lines.contains(QStringLiteral("Totale IVA 6,01 €")), qPrintable(lines.join(QLatin1Char('\n'))));
+    QVERIFY(lines.contains(QStringLiteral("Totale imponibile 105,22 €")));
+    QVERIFY(lines.contains(QStringLiteral("Totale documento 111,23 €")));
+    // The summary by rate keeps the exact taxes.
+    TQ3Dataset *iva = m_module->Main->StampeDataset(QStringLiteral("adsFattVendIva"));
+    iva->First();
+    QCOMPARE(iva->FieldValue(QStringLiteral("IMPOSTA")).toDouble(), 1.004);
+
+    // The credit note's summary the same way.
+    const int nota = InsertFattura(m_module->Database, 32, righe, QString(), QStringLiteral("NOTE_ACCREDITO"));
+    const QStringList notaLines = Lines(PdfThroughOptions([&] { StampaNotaAccredito(nota); }, QStringLiteral("notaarr.pdf")));
+    QCOMPARE(RigheRiepilogo(notaLines), riepilogo);
+    QVERIFY(notaLines.contains(QStringLiteral("Totale IVA 6,01 €")));
+}
+
+void TestStampe::vatRates_roundingSpreadsTheCents()
+{
+    // Already adding up: each rate rounded on its own.
+    QCOMPARE(KRVImposteArrotondate({36.76, 2.2}, 38.96), (QList<double>{36.76, 2.2}));
+    // Short of a cent: to the rate that lost most in rounding down.
+    QCOMPARE(KRVImposteArrotondate({1.0040, 2.0030, 0.5010}, 3.51), (QList<double>{1.01, 2.0, 0.5}));
+    // A cent over: away from the rates that gained, the larger first between equals.
+    QCOMPARE(KRVImposteArrotondate({2.255, 1.005}, 3.26), (QList<double>{2.25, 1.01}));
+    // Between equals of the same size, the first; negative taxes round the same way.
+    QCOMPARE(KRVImposteArrotondate({0.005, 0.005, 0.004}, 0.01), (QList<double>{0.0, 0.01, 0.0}));
+    QCOMPARE(KRVImposteArrotondate({-2.255, -1.005}, -3.26), (QList<double>{-2.25, -1.01}));
+    // A difference that rounding cannot make is left alone.
+    QCOMPARE(KRVImposteArrotondate({10.0, 5.0}, 20.0), (QList<double>{10.0, 5.0}));
+    QCOMPARE(KRVImposteArrotondate({}, 0), QList<double>{});
+}
+
+// An exempt invoice shows no tax: no VAT column, no rate, no tax row; the
+// exempt total of all its lines with the exemption note, and its total.
+void TestStampe::exemptInvoice_noTaxButExemptTotalWithNote()
+{
+    m_module->Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('FATT_IVA_ESENTE_NOTE', "
+                                           "'Operazione esente ai sensi dell''art. 10 DPR 633/72')"));
+    const int id = InsertFattura(m_module->Database, m_numero++, RigheNormali(), QStringLiteral("True"));
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM FATT_VEND "
+                                                    "WHERE IDFATT_VEND = %1").arg(id)),
+             QStringList{QStringLiteral("0|0|198.8")});
+    const QString text = Q3PdfText(PdfOf(id, QStringLiteral("esentetotali")));
+    const QStringList lines = Lines(text);
+    const qsizetype riepilogo = lines.indexOf(QStringLiteral("Riepilogo IVA"));
+    QVERIFY2(riepilogo > 0, qPrintable(text));
+    QCOMPARE(lines.mid(riepilogo, 5), (QStringList{QStringLiteral("Riepilogo IVA"), QStringLiteral("Totale esente 198,80"),
+                                                   QStringLiteral("Operazione esente ai sensi dell'art. 10 DPR 633/72"),
+                                                   QStringLiteral("Totale esente 198,80 €"),
+                                                   QStringLiteral("Totale documento 198,80 €")}));
+    for (const QString &tassa : {QStringLiteral("Imposta"), QStringLiteral("Totale IVA"), QStringLiteral("Aliquota standard"),
+                                 QStringLiteral("36,76"), QStringLiteral("20%"), QStringLiteral("Imponibile")})
+        QVERIFY2(!text.contains(tassa), qPrintable(tassa));
+    // The lines keep their own amounts, without a VAT code.
+    QVERIFY(lines.contains(QStringLiteral("ART-001 Valvola a sfera 1/2\" 4,00 PEZZI 12,50 50,00")));
+}
+
+// The letterhead labels the REA number and the share capital, and leaves out
+// what the firm has not filled in.
+void TestStampe::letterhead_reaAndCapitalWithTheirLabels()
+{
+    const int id = InsertFattura(m_module->Database, m_numero++, RigheNormali());
+    const QStringList lines = Lines(Q3PdfText(PdfOf(id, QStringLiteral("rea"))));
+    QVERIFY(lines.contains(QStringLiteral("REA: BO-123456 Cap. soc. Euro 10.000,00 i.v.")));
+    m_module->Database.Exec(QStringLiteral("UPDATE AZIENDA SET REA=''"));
+    const QString senzaRea = Q3PdfText(PdfOf(id, QStringLiteral("senzarea")));
+    QVERIFY(Lines(senzaRea).contains(QStringLiteral("Cap. soc. Euro 10.000,00 i.v.")));
+    QVERIFY(!senzaRea.contains(QStringLiteral("REA")));
+    m_module->Database.Exec(QStringLiteral("UPDATE AZIENDA SET REA='BO-123456', CAPITALE_SOCIALE=''"));
+    const QString senzaCapitale = Q3PdfText(PdfOf(id, QStringLiteral("senzacapitale")));
+    QVERIFY(Lines(senzaCapitale).contains(QStringLiteral("REA: BO-123456")));
+    QVERIFY(!senzaCapitale.contains(QStringLiteral("Cap. soc.")));
+    SetAzienda(m_module->Database);
 }
 
 void TestStampe::listinoIvato_allArticlesWithVat()

@@ -10,6 +10,7 @@
 #include "KRVStatisticheFatturatoRighe.h"
 #include "Q3Dataset.h"
 
+#include <QImage>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -56,6 +57,48 @@ TRiga Servizio(const QString &codice, const QString &descrizione, double prezzo)
     return {codice, descrizione, prezzo, 1, 0, QStringLiteral("20"), 20, QStringLiteral("ORE"), QStringLiteral("Servizio")};
 }
 
+// The colour of each text of a report as it prints now, by the text printed.
+QHash<QString, QColor> Colori(const TQ3ReportProject &project, const QString &report)
+{
+    QHash<QString, QColor> colori;
+    const auto document = project.Generate(report);
+    for (int page = 0; page < document->PageCount(); ++page) {
+        for (const TQ3PlacedBand &placed : document->Page(page).Bands) {
+            for (const TQ3ReportItem &item : placed.Band->Items) {
+                if (item.Kind == TQ3ReportItem::TKind::Text)
+                    colori.insert(document->ItemText(item, placed.Rows, page, placed.Totals),
+                                  document->ItemColor(item, placed.Rows, placed.Totals));
+            }
+        }
+    }
+    return colori;
+}
+
+// The pixels of a word of a one-page PDF, rendered at 150 dpi, that are red.
+int PixelRossi(const QString &pdf, const QString &parola)
+{
+    const QRegularExpression box(QStringLiteral("<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" "
+                                                "yMax=\"([\\d.]+)\">%1</word>")
+                                     .arg(QRegularExpression::escape(parola)));
+    const QRegularExpressionMatch match = box.match(Q3PdfWordBoxes(pdf));
+    if (!match.hasMatch())
+        return -1;
+    const QString prefix = pdf + QStringLiteral("-pagina");
+    Q3PdfToPng(pdf, prefix, 150);
+    const QFileInfo info(prefix);
+    const QImage image(QDir(info.absolutePath()).filePath(
+        QDir(info.absolutePath()).entryList({info.fileName() + QStringLiteral("*.png")}).value(0)));
+    const double scala = 150.0 / 72;
+    int rossi = 0;
+    for (int y = int(match.captured(2).toDouble() * scala); y <= int(match.captured(4).toDouble() * scala); ++y) {
+        for (int x = int(match.captured(1).toDouble() * scala); x <= int(match.captured(3).toDouble() * scala); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            rossi += pixel.red() > 180 && pixel.green() < 90 && pixel.blue() < 90;
+        }
+    }
+    return rossi;
+}
+
 } // namespace
 
 class TestStampeSintesi : public QObject
@@ -73,6 +116,9 @@ private slots:
     void statisticheFatturato_94ParametersInTheirCells();
     void fatturatoPerArticoloEServizio_bothInvoiceKinds();
     void fatturatoClientiServizi_byServiceOrByCustomer();
+    void riepiloghiAnnuali_yearAndFiltersInTheHeading();
+    void statisticheFatturato_negativeFiguresInRed();
+    void fatturatoPerCodice_negativeAmountsInRed();
 
 private:
     const TQ3TestDatabase &Db() const { return m_module->Database; }
@@ -144,8 +190,8 @@ void TestStampeSintesi::riepilogoFatture_monthsWithSubtotalsAndTotal()
         m_dir.filePath(QStringLiteral("RiepilogoFatture.pdf")));
     const QStringList lines = Lines(text);
     const QStringList expected{
-        QStringLiteral("Riepilogo fatture"),
-        QStringLiteral("Rossi Impianti S.r.l."),
+        QStringLiteral("Riepilogo fatture - Anno 2026"),
+        QStringLiteral("Rossi Impianti S.r.l. Fatture: tutte - Scadenza: tutte"),
         QStringLiteral("N. Data Tipo Codice Cliente Pagata Scadenza Imponibile Totale"),
         QStringLiteral("Marzo 2026"),
         QStringLiteral("5 30/03/2026 FV C2 Cliente C2 NO 04/04/2026 1.000,00 1.200,00"),
@@ -157,7 +203,7 @@ void TestStampeSintesi::riepilogoFatture_monthsWithSubtotalsAndTotal()
         QStringLiteral("1 10/01/2026 FV C1 Cliente C1 NO 04/04/2026 100,00 120,00"),
         QStringLiteral("Totale Gennaio (fatture: 2) 1.100,00 1.320,00"),
         QStringLiteral("Totale generale (fatture: 5) 3.300,00 € 3.960,00 €"),
-        QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture Pagina 1 di 1")};
+        QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture - Anno 2026 Pagina 1 di 1")};
     QCOMPARE(lines, expected);
     QVERIFY(m_boxes->Messages().isEmpty());
 }
@@ -335,6 +381,102 @@ void TestStampeSintesi::fatturatoClientiServizi_byServiceOrByCustomer()
                                                 QStringLiteral("SRV-02 Sopralluogo 1 50,00"),
                                                 QStringLiteral("Totale Cliente C2 120,00"),
                                                 QStringLiteral("Totale generale (righe: 3) 190,00 €")}));
+}
+
+// The year and the filters chosen print in the heading of each page.
+void TestStampeSintesi::riepiloghiAnnuali_yearAndFiltersInTheHeading()
+{
+    const QString oggi = QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"));
+    QCOMPARE(KRVFiltriRiepilogoFatture(TCustomBoolean::cbTrue, TCustomBoolean::cbFalse, QDate(2026, 6, 15)),
+             QStringLiteral("Fatture: pagate - Scadenza: in scadenza dal 15/06/2026"));
+    QCOMPARE(KRVFiltriRiepilogoFatture(TCustomBoolean::cbNull, TCustomBoolean::cbNull, QDate(2026, 6, 15)),
+             QStringLiteral("Fatture: tutte - Scadenza: tutte"));
+
+    KRVInsertCliente(Db(), QStringLiteral("C9"), QStringLiteral("Zeta Forniture"));
+    const TRiga cento{QStringLiteral("A"), QStringLiteral("Articolo"), 100, 1, 0};
+    // Not paid, due on 04/04/2025: overdue.
+    for (int i = 1; i <= 80; ++i)
+        Fattura(i, QDate(2025, 1 + (i - 1) / 20, 1 + (i - 1) % 20).toString(Qt::ISODate), QStringLiteral("C9"), {cento});
+    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET ANNO = 2025, SCADENZA_PAGAMENTO = '2025-04-04'"));
+    const QString file = m_dir.filePath(QStringLiteral("RiepilogoFattureFiltri.pdf"));
+    PdfThroughOptions([] { StampaRiepilogoFatture(2025, TCustomBoolean::cbFalse, TCustomBoolean::cbTrue); }, file);
+    const int pages = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(Q3PdfInfo(file)).captured(1).toInt();
+    QVERIFY(pages >= 2);
+    for (int page = 1; page <= pages; ++page) {
+        const QStringList lines = Lines(Q3PdfText(file, page));
+        QCOMPARE(lines.mid(0, 2), (QStringList{QStringLiteral("Riepilogo fatture - Anno 2025"),
+                                               QStringLiteral("Rossi Impianti S.r.l. Fatture: da pagare - Scadenza: scadute prima del ")
+                                                   + oggi}));
+        QCOMPARE(lines.last(), QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture - Anno 2025 Pagina %1 di %2").arg(page).arg(pages));
+    }
+    QVERIFY(Lines(Q3PdfText(file)).contains(QStringLiteral("Totale generale (fatture: 80) 8.000,00 € 9.600,00 €")));
+
+    const QStringList cliente = Lines(PdfThroughOptions([] { StampaFatturatoPerCliente(2025); },
+                                                        m_dir.filePath(QStringLiteral("FatturatoPerClienteAnno.pdf"))));
+    QCOMPARE(cliente.first(), QStringLiteral("Fatturato per cliente - Anno 2025"));
+    QVERIFY(cliente.last().startsWith(QStringLiteral("Rossi Impianti S.r.l. - Fatturato per cliente - Anno 2025 Pagina 1 di 1")));
+}
+
+// As in the statistics window, every figure below zero prints in red: values,
+// differences and percentages; the others keep the colour of their cell.
+void TestStampeSintesi::statisticheFatturato_negativeFiguresInRed()
+{
+    TQ3ReportProject *project = m_module->Main->rProject();
+    for (int n = 1; n <= 3; ++n)
+        project->SetParam(QStringLiteral("Param%1").arg(n), QString::number(2027 - n));
+    for (int n = 4; n <= 94; ++n)
+        project->SetParam(QStringLiteral("Param%1").arg(n), QStringLiteral("1250,00"));
+    project->SetParam(QStringLiteral("Param4"), QStringLiteral("-310,40"));
+    project->SetParam(QStringLiteral("Param17"), QStringLiteral("-12,30"));
+    project->SetParam(QStringLiteral("Param30"), QStringLiteral("-100,00"));
+    project->SetParam(QStringLiteral("Param94"), QStringLiteral("-7,00"));
+    project->SetParam(QStringLiteral("Param18"), QStringLiteral("45,00"));
+    project->SetParam(QStringLiteral("Param5"), QStringLiteral("88,00"));
+    project->SetParam(QStringLiteral("Param31"), QStringLiteral("0,00"));
+    KRVAggiornaAzienda(KRVStampeHost());
+    const QHash<QString, QColor> colori = Colori(*project, QStringLiteral("StatisticheFatturato01"));
+    for (const QString &negativo : {QStringLiteral("-310,40"), QStringLiteral("-12,30"), QStringLiteral("-100,0%"),
+                                    QStringLiteral("-7,00")})
+        QVERIFY2(colori.value(negativo) == QColor(Qt::red), qPrintable(negativo));
+    QCOMPARE(colori.value(QStringLiteral("+45,00")), QColor(Qt::black));
+    QCOMPARE(colori.value(QStringLiteral("0,0%")), QColor(Qt::black));
+    QCOMPARE(colori.value(QStringLiteral("88,00")), QColor(Qt::black));
+    QCOMPARE(colori.value(QStringLiteral("Totali")), QColor(0x1f3a5f));
+
+    // And so on paper.
+    const QString file = m_dir.filePath(QStringLiteral("StatisticheNegative.pdf"));
+    PdfThroughOptions([&] { project->ExecuteReport(QStringLiteral("StatisticheFatturato01")); }, file);
+    QVERIFY(PixelRossi(file, QStringLiteral("-12,30")) > 10);
+    QCOMPARE(PixelRossi(file, QStringLiteral("+45,00")), 0);
+}
+
+// A service sold at a negative price (a deduction) prints its amount, and a
+// total below zero, in red.
+void TestStampeSintesi::fatturatoPerCodice_negativeAmountsInRed()
+{
+    Fattura(1, QStringLiteral("2026-02-10"), QStringLiteral("C1"),
+            {Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 35),
+             Servizio(QStringLiteral("SRV-09"), QStringLiteral("Abbuono"), -50)});
+    TQ3Dataset *righe = m_module->Main->StampeDataset(QStringLiteral("adsFatturatoPerServizio"));
+    righe->Close();
+    righe->SetSQL(FatturatoPerCodice(QStringLiteral("Servizio")).section(QStringLiteral(" UNION "), 0, 0));
+    righe->Open();
+    KRVAggiornaAzienda(KRVStampeHost());
+    const QHash<QString, QColor> servizi = Colori(*m_module->Main->rProject(), QStringLiteral("FatturatoPerServizio"));
+    QCOMPARE(servizi.value(QStringLiteral("-50,00")), QColor(Qt::red));
+    QCOMPARE(servizi.value(QStringLiteral("35,00")), QColor(Qt::black));
+    QCOMPARE(servizi.value(QStringLiteral("-15,00 €")), QColor(Qt::red));
+    QCOMPARE(servizi.value(QStringLiteral("SRV-09")), QColor(Qt::black));
+
+    righe = m_module->Main->StampeDataset(QStringLiteral("adsFatturatoClientiServizi"));
+    righe->Close();
+    righe->SetSQL(FatturatoClientiServizi());
+    righe->Open();
+    for (const QString &report : {QStringLiteral("FatturatoClientiServizi01"), QStringLiteral("FatturatoClientiServizi02")}) {
+        const QHash<QString, QColor> clienti = Colori(*m_module->Main->rProject(), report);
+        QCOMPARE(clienti.value(QStringLiteral("-50,00")), QColor(Qt::red));
+        QCOMPARE(clienti.value(QStringLiteral("-15,00 €")), QColor(Qt::red));
+    }
 }
 
 QTEST_MAIN(TestStampeSintesi)
