@@ -2,6 +2,7 @@
 
 // Invoices, credit notes and firm data written with SQL for the print tests,
 // and the modal windows of a print answered as a user would.
+#include "../masters/KRVMastersTestKit.h"
 #include "KRVTestModule.h"
 
 #include "Q3PdfText.h"
@@ -169,7 +170,7 @@ inline void KeepPdf(const QString &fileName, const QString &name)
 
 inline void ClickOk(QWidget *dialog)
 {
-    dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+    KRVTest::Click(dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok));
 }
 
 // Runs a print choosing the PDF file in the output options, as a user does;

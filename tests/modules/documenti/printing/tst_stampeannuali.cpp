@@ -250,8 +250,8 @@ void TestStampeAnnuali::dialogsKeepTheirChoicesAndPrint()
         if (auto dialogo = qobject_cast<TKRVModStampaRiepilogoFatture *>(modale)) {
             QVERIFY(Field<QRadioButton>(dialogo, QStringLiteral("opzFatturePagatoTutte"))->isChecked() || finestre.size() > 2);
             Field<QSpinBox>(dialogo, QStringLiteral("txtAnno"))->setValue(QDate::currentDate().year() - 1);
-            Field<QRadioButton>(dialogo, QStringLiteral("opzFattureDaPagare"))->click();
-            Field<QPushButton>(dialogo, QStringLiteral("cmdOk"))->click();
+            Click(Field<QRadioButton>(dialogo, QStringLiteral("opzFattureDaPagare")));
+            Click(Field<QPushButton>(dialogo, QStringLiteral("cmdOk")));
         } else if (auto dialogo = qobject_cast<QDialog *>(modale)) {
             dialogo->reject();
         }

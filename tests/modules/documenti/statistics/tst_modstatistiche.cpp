@@ -44,13 +44,13 @@ void Periodo(QWidget *dialog, const QDate &dal, const QDate &al)
 
 void Stampa(QWidget *dialog)
 {
-    Field<QPushButton>(dialog, QStringLiteral("cmdStampa"))->click();
+    Click(Field<QPushButton>(dialog, QStringLiteral("cmdStampa")));
 }
 
 // Under "Seleziona", the entry of the category; the root when the key is 0.
 void ScegliCategoria(TKRVModStatisticheBase *dialog, int categoria)
 {
-    Opzione(dialog, "optCategoriaSeleziona")->click();
+    Click(Opzione(dialog, "optCategoriaSeleziona"));
     if (categoria == 0)
         dialog->Categorie()->setCurrentIndex(0);
     else
@@ -169,7 +169,7 @@ bool TestModStatistiche::Mostra(const QString &azione, const std::function<void(
         timer.stop();
         mostrato = true;
         mentre(dialog);
-        Field<QPushButton>(dialog, QStringLiteral("cmdAnnulla"))->click();
+        Click(Field<QPushButton>(dialog, QStringLiteral("cmdAnnulla")));
     });
     timer.start();
     m_module->Main->Run(azione);
@@ -397,9 +397,9 @@ void TestModStatistiche::categoryTreeHangsBelowAllCategories()
         QCOMPARE(ramo->child(0)->text(0), QStringLiteral("Chiavi"));
         QCOMPARE(ramo->child(1)->text(0), QStringLiteral("Trapani"));
         // "Seleziona" lets the user choose; "Tutte" takes the tree away again.
-        Opzione(dialog, "optCategoriaSeleziona")->click();
+        Click(Opzione(dialog, "optCategoriaSeleziona"));
         QVERIFY(dialog->Categorie()->isEnabled());
-        Opzione(dialog, "optCategoriaTutte")->click();
+        Click(Opzione(dialog, "optCategoriaTutte"));
         QVERIFY(!dialog->Categorie()->isEnabled());
     }));
 }
@@ -417,7 +417,7 @@ void TestModStatistiche::setIdShowsTheRecordOrAll()
         QCOMPARE(etichetta->text(), QStringLiteral("Tutti"));
         QCOMPARE(dialog->IdVoce(), -1);
         dialog->SetIdArticolo(articolo);
-        Field<QPushButton>(dialog, QStringLiteral("cmdAnnullaArticolo"))->click();
+        Click(Field<QPushButton>(dialog, QStringLiteral("cmdAnnullaArticolo")));
         QCOMPARE(etichetta->text(), QStringLiteral("Tutti"));
         QCOMPARE(dialog->IdVoce(), 0);
         // A key not found restricts nothing.
@@ -437,12 +437,12 @@ void TestModStatistiche::selectionDialogChoosesTheArticle()
         auto seleziona = Field<QPushButton>(dialog, QStringLiteral("cmdSelezionaArticolo"));
         ChooseWhenShown<TKRVModSelezionaArticolo>(*m_module, dialog, QStringLiteral("actModSelezionaArticolo"), 1,
                                                   QStringLiteral("ART2"));
-        seleziona->click();
+        Click(seleziona);
         QCOMPARE(etichetta->text(), QStringLiteral("[ART2] Articolo di prova"));
         // "Annulla" in the selection dialog changes nothing.
         ChooseWhenShown<TKRVModSelezionaArticolo>(*m_module, dialog, QStringLiteral("actModSelezionaArticolo"), 1,
                                                   QString());
-        seleziona->click();
+        Click(seleziona);
         QCOMPARE(etichetta->text(), QStringLiteral("[ART2] Articolo di prova"));
         QVERIFY(dialog->isVisible());
     }));
@@ -454,7 +454,7 @@ void TestModStatistiche::seleziona_withoutCategoryWarnsAndPrintsNothing()
     for (const QString &azione : {ActArticolo, ActServizio, ActMedie, ActClienti}) {
         m_responder->Clear();
         QVERIFY(Mostra(azione, [&](TKRVModStatisticheBase *dialog) {
-            Opzione(dialog, "optCategoriaSeleziona")->click();
+            Click(Opzione(dialog, "optCategoriaSeleziona"));
             Stampa(dialog);
             QVERIFY(dialog->isVisible());
         }));
@@ -502,7 +502,7 @@ void TestModStatistiche::chosenFiltersReachTheStatement()
         QCOMPARE(dialog->Categorie()->currentText(), QStringLiteral("Utensili"));
         ChooseWhenShown<TKRVModSelezionaArticolo>(*m_module, dialog, QStringLiteral("actModSelezionaArticolo"), 1,
                                                   QStringLiteral("TR'01"));
-        Field<QPushButton>(dialog, QStringLiteral("cmdSelezionaArticolo"))->click();
+        Click(Field<QPushButton>(dialog, QStringLiteral("cmdSelezionaArticolo")));
         Periodo(dialog, QDate(2025, 12, 1), QDate(2026, 1, 31));
         Stampa(dialog);
     }));
@@ -544,7 +544,7 @@ void TestModStatistiche::eachDialogFillsItsDatasetInItsWriting()
         QVERIFY(Mostra(atteso.Azione, [&](TKRVModStatisticheBase *dialog) {
             ChooseWhenShown<TKRVModSelezionaServizio>(*m_module, dialog, QStringLiteral("actModSelezionaServizio"), 1,
                                                       QStringLiteral("SRV1"));
-            Field<QPushButton>(dialog, QStringLiteral("cmdSelezionaServizio"))->click();
+            Click(Field<QPushButton>(dialog, QStringLiteral("cmdSelezionaServizio")));
             QCOMPARE(dialog->IdVoce(), servizio);
             Stampa(dialog);
         }));
@@ -729,7 +729,7 @@ void TestModStatistiche::customerDialogReportFollowsTheTotalsCheckBox()
         auto totali = Field<QCheckBox>(dialog, QStringLiteral("chkVisualizzaTotali"));
         QVERIFY(!totali->isChecked());
         QCOMPARE(dialog->Report(), QStringLiteral("FatturatoClientiServizi01"));
-        totali->click();
+        Click(totali);
         QCOMPARE(dialog->Report(), QStringLiteral("FatturatoClientiServizi02"));
     }));
     // The choice outlives the reset of the next showing.
@@ -755,8 +755,8 @@ void TestModStatistiche::customerDialogRipristinaResetsTheFieldsButTheCheckBox()
         ScegliCategoria(dialog, 1);
         dialog->SetIdServizio(servizio);
         Periodo(dialog, QDate(2020, 1, 1), QDate(2020, 2, 2));
-        Field<QCheckBox>(dialog, QStringLiteral("chkVisualizzaTotali"))->click();
-        Field<QPushButton>(dialog, QStringLiteral("cmdRipristina"))->click();
+        Click(Field<QCheckBox>(dialog, QStringLiteral("chkVisualizzaTotali")));
+        Click(Field<QPushButton>(dialog, QStringLiteral("cmdRipristina")));
         Ripristinato(dialog);
         QVERIFY(Field<QCheckBox>(dialog, QStringLiteral("chkVisualizzaTotali"))->isChecked());
         QVERIFY(dialog->isVisible());
