@@ -59,6 +59,7 @@ private:
     QPlainTextEdit *Testo() const { return Field<QPlainTextEdit>(m_editor, QStringLiteral("txtTesto")); }
     QStringList Notes() const;
     void InsertNote(int id, const QString &titolo, const QString &testo) const;
+    QStringList SalvaConChiaveOccupata();
     TKRVModSelezionaNotaDocumenti *Dialog() const;
 
     std::unique_ptr<TKRVTestModule> m_module;
@@ -93,6 +94,18 @@ QStringList TestNoteDocumenti::Notes() const
 {
     return m_module->Database.Rows(
         QStringLiteral("SELECT IDNOTA_DOCUMENTI, TITOLO, TESTO FROM NOTE_DOCUMENTI ORDER BY IDNOTA_DOCUMENTI"));
+}
+
+// A new note "Nuova" saved while the key its save expects is taken: the
+// save fails. Answers the notes as they were.
+QStringList TestNoteDocumenti::SalvaConChiaveOccupata()
+{
+    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDNOTA_DOCUMENTI TO 1"));
+    m_editor = Run<TKRVInserimentoNoteDocumenti>(*m_module, ActEditor);
+    const QStringList before = Notes();
+    Type(Titolo(), QStringLiteral("Nuova"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    return before;
 }
 
 void TestNoteDocumenti::InsertNote(int id, const QString &titolo, const QString &testo) const
@@ -248,11 +261,7 @@ void TestNoteDocumenti::nuovoAndClosingAskAboutUnsavedChanges()
 // The generator behind the table's keys: the new key is taken already.
 void TestNoteDocumenti::failedSaveShowsTheErrorAndCountsAsSaved()
 {
-    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDNOTA_DOCUMENTI TO 1"));
-    m_editor = Run<TKRVInserimentoNoteDocumenti>(*m_module, ActEditor);
-    const QStringList before = Notes();
-    Type(Titolo(), QStringLiteral("Nuova"));
-    Trigger(m_editor, QStringLiteral("actSalva"));
+    const QStringList before = SalvaConChiaveOccupata();
 
     QCOMPARE(m_boxes->Messages().size(), 1);
     KRV_COMPARE_BOX(m_boxes->Messages().first(), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
@@ -267,11 +276,7 @@ void TestNoteDocumenti::failedSaveShowsTheErrorAndCountsAsSaved()
 // the cause is gone the next save stores it, once.
 void TestNoteDocumenti::afterAFailedSaveTheNoteIsKeptAndTheNextSaveStoresItOnce()
 {
-    m_module->Database.Exec(QStringLiteral("SET GENERATOR GN_IDNOTA_DOCUMENTI TO 1"));
-    m_editor = Run<TKRVInserimentoNoteDocumenti>(*m_module, ActEditor);
-    const QStringList before = Notes();
-    Type(Titolo(), QStringLiteral("Nuova"));
-    Trigger(m_editor, QStringLiteral("actSalva"));
+    const QStringList before = SalvaConChiaveOccupata();
     QCOMPARE(m_boxes->Messages().size(), 1);
 
     m_boxes->Enqueue(TQ3MsgResult::No);

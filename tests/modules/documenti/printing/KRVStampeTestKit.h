@@ -158,6 +158,17 @@ inline QStringList WithModals(const std::function<void()> &action, QList<std::fu
 }
 
 // Keeps a copy of a PDF for looking at when Q3_TEST_OUTPUT names a folder.
+// The printed lines of a PDF's text, each with its words one blank apart.
+inline QStringList Lines(const QString &text)
+{
+    QStringList lines;
+    for (const QString &line : text.split(QLatin1Char('\n'))) {
+        if (!line.trimmed().isEmpty())
+            lines << line.simplified();
+    }
+    return lines;
+}
+
 inline void KeepPdf(const QString &fileName, const QString &name)
 {
     const QString folder = qEnvironmentVariable("Q3_TEST_OUTPUT");

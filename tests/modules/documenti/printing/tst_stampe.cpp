@@ -29,17 +29,6 @@ QList<TRiga> RigheNormali()
              QStringLiteral("PEZZI"), QStringLiteral("Non imponibile")}};
 }
 
-// The printed lines of a PDF's text, each with its words one blank apart.
-QStringList Lines(const QString &text)
-{
-    QStringList lines;
-    for (const QString &line : text.split(QLatin1Char('\n'))) {
-        if (!line.trimmed().isEmpty())
-            lines << line.simplified();
-    }
-    return lines;
-}
-
 // The lines of the VAT summary: those between its column titles and the totals.
 QStringList RigheRiepilogo(const QStringList &lines)
 {

@@ -19,17 +19,6 @@ using namespace KRVStampeTest;
 
 namespace {
 
-// The printed lines of a PDF's text, each with its words one blank apart.
-QStringList Lines(const QString &text)
-{
-    QStringList lines;
-    for (const QString &line : text.split(QLatin1Char('\n'))) {
-        if (!line.trimmed().isEmpty())
-            lines << line.simplified();
-    }
-    return lines;
-}
-
 // The turnover of one line kind per code over 2026, sales invoices and
 // accompanying invoices together: the statistics prints' own statement.
 QString FatturatoPerCodice(const QString &tipo)
