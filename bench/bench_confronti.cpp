@@ -22,6 +22,7 @@
 #include "Q3Sql.h"
 #include "KRVStampe.h"
 #include "KRVStampeRiepiloghi.h"
+#include "KRVTestModule.h"
 #include "Q3Dataset.h"
 #include "Q3Users.h"
 #include "uKRVGestioneCategorieAnaMaga.h"
@@ -229,7 +230,7 @@ int main(int argc, char **argv)
         hostConnection->SetConnectionString(target.ConnectionString());
         hostConnection->Open();
         SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
-        KRVMainUnitInitialization();
+        KRVRegistraModulo();
         CreatePackageMainObjects(qApp);
         TKRVMain *main = KRVMain();
         main->Initialize();

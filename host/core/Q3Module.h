@@ -7,26 +7,40 @@
 #include <QVariantList>
 #include <QtPlugin>
 
-// The main object of a module, created by the host once the module is loaded.
+// The main object of a module, made by its plug-in's factory once the host has
+// loaded the library. Its life, as the host's loader runs it:
+//  - Initialize: once, after creation; a module's dependencies are initialised
+//    before it. A failure raised here is shown, and the host goes on without
+//    the module: it deletes the main object without the two calls below.
+//  - AllModulesInitialized: once every module has been initialised, in the
+//    same order; the place for work that needs the other modules running.
+//  - ModuloFinalize: the host is about to shut down; in the reverse order.
+//  - Finalize: after every module's ModuloFinalize, in the reverse order;
+//    then the host deletes the main object.
 class Q3_EXPORT IQ3Module
 {
 public:
     virtual ~IQ3Module() = default;
     virtual QObject *AsObject() = 0;
     virtual void Initialize() = 0;
+    virtual void AllModulesInitialized() {}
     virtual int ExecutePkgAction(const QString &actionName, const QVariantList &parameters, int lastIndex) = 0;
     virtual void ModuloFinalize() = 0;
     virtual void Finalize() = 0;
 };
 
-// What a module library exposes to QPluginLoader. Loading the library runs its
-// code initialisation, which registers the module with RegisterPackage.
+// What a module library exposes to QPluginLoader: its metadata, which the host
+// reads before loading the library (Q_PLUGIN_METADATA with a FILE, described
+// in Q3ModuleMetadata.h), and the factory of its main object. Loading the
+// library registers nothing: the host registers the module under its file
+// name with the metadata's description and this factory.
 class IQ3ModulePlugin
 {
 public:
     virtual ~IQ3ModulePlugin() = default;
-    virtual QString ModuleFileName() const = 0;
+    // A new main object of the module, owned by the owner.
+    virtual IQ3Module *CreateModule(QObject *owner) = 0;
 };
 
-#define IQ3ModulePlugin_iid "it.quillo3.IQ3ModulePlugin/1.0"
+#define IQ3ModulePlugin_iid "it.quillo3.IQ3ModulePlugin/2.0"
 Q_DECLARE_INTERFACE(IQ3ModulePlugin, IQ3ModulePlugin_iid)

@@ -44,3 +44,10 @@ void ReleasePackageMainObject(IQ3Module *mainObject)
             entry.MainObject = nullptr;
     }
 }
+
+void UnregisterPackage(const QString &fileName)
+{
+    const int index = GetPackageIndex(fileName);
+    if (index >= 0)
+        PackageList().removeAt(index);
+}

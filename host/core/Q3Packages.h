@@ -30,4 +30,6 @@ Q3_EXPORT int GetPackageIndex(const QString &fileName);
 Q3_EXPORT QList<IQ3Module *> CreatePackageMainObjects(QObject *owner);
 // Forgets a module's main object (it is being destroyed).
 Q3_EXPORT void ReleasePackageMainObject(IQ3Module *mainObject);
+// Takes a module out of the registry.
+Q3_EXPORT void UnregisterPackage(const QString &fileName);
 

@@ -15,7 +15,6 @@
 #include <QFile>
 #include <QIcon>
 #include <QLocale>
-#include <QPluginLoader>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -175,37 +174,12 @@ bool TQ3Host::Login()
 
 void TQ3Host::LoadModules()
 {
-    const QDir folder(ModulesFolder());
-    const QString pattern = QStringLiteral("*") + QString::fromLatin1(Q3ModuleFileExtension);
-    for (const QString &name : folder.entryList({pattern}, QDir::Files, QDir::Name)) {
-        QPluginLoader loader(folder.filePath(name));
-        if (!loader.load() || !qobject_cast<IQ3ModulePlugin *>(loader.instance()))
-            m_loadErrors << QStringLiteral("Impossibile caricare il modulo \"%1\": %2").arg(name, loader.errorString());
-    }
-    const QList<IQ3Module *> created = CreatePackageMainObjects(qApp);
-    for (IQ3Module *module : created) {
-        m_modules.append(module);
-        try {
-            module->Initialize();
-        } catch (const std::exception &e) {
-            Q3ShowError(ExceptionMessage(e));
-        }
-    }
-    for (const QString &error : std::as_const(m_loadErrors))
-        Q3ShowError(error);
+    m_modules.Load(ModulesFolder(), qApp);
 }
 
 void TQ3Host::UnloadModules()
 {
-    for (IQ3Module *module : std::as_const(m_modules))
-        module->ModuloFinalize();
-    for (IQ3Module *module : std::as_const(m_modules))
-        module->Finalize();
-    for (IQ3Module *module : std::as_const(m_modules)) {
-        ReleasePackageMainObject(module);
-        delete module->AsObject();
-    }
-    m_modules.clear();
+    m_modules.Unload();
 }
 
 int RunQuillo3(int argc, char **argv)

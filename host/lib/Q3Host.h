@@ -2,9 +2,8 @@
 
 #include "Q3Connection.h"
 #include "Q3MainForm.h"
-#include "Q3Module.h"
+#include "Q3ModuleLoader.h"
 
-#include <QList>
 #include <QStringList>
 
 #include <memory>
@@ -44,15 +43,14 @@ public:
     // user who has none). Interactive: the set-password and login dialogs.
     // Answers false when no user logged in.
     bool Login();
-    // Loads every module library of the modules folder, creates the main
-    // objects and initialises them.
+    // Starts the modules of the modules folder (TQ3ModuleLoader::Load), owned
+    // by the application.
     void LoadModules();
     // ModuloFinalize, then Finalize, of every module; then the main objects go.
     void UnloadModules();
 
     TQ3MainForm *MainForm() const { return m_mainForm.get(); }
     TQ3Connection *Connection() const { return m_connection; }
-    QString LoadErrors() const { return m_loadErrors.join(QLatin1Char('\n')); }
 
     static QString ModulesFolder();
 
@@ -61,8 +59,7 @@ private:
     TQ3DatabaseTarget m_target;
     std::unique_ptr<TQ3MainForm> m_mainForm;
     TQ3Connection *m_connection = nullptr;
-    QList<IQ3Module *> m_modules;
-    QStringList m_loadErrors;
+    TQ3ModuleLoader m_modules;
 };
 
 // The whole program: answers the process exit code.

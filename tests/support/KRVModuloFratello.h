@@ -29,9 +29,7 @@ public:
 
     ~TKRVModuloFratello() override
     {
-        const int index = GetPackageIndex(m_fileName);
-        if (index >= 0)
-            PackageList().removeAt(index);
+        UnregisterPackage(m_fileName);
     }
 
     TKRVModuloFratello(const TKRVModuloFratello &) = delete;

@@ -16,6 +16,16 @@
 
 #include <memory>
 
+// Registers the module as the host does once it has loaded Documenti.so (under
+// its file name, with its metadata's description and its plug-in's factory),
+// once per process.
+inline void KRVRegistraModulo()
+{
+    if (GetPackageIndex(KRVModuleFileName()) < 0)
+        RegisterPackage(KRVModuleFileName(), QStringLiteral("Modulo Documenti"),
+                        [](QObject *owner) -> IQ3Module * { return new TKRVMain(owner); });
+}
+
 // The module registered, created and initialised in a host main window whose
 // connection opens the database of the connection string. The module has one
 // main object per process, so one of these lives at a time.
@@ -30,8 +40,7 @@ public:
         hostConnection->SetConnectionString(connectionString);
         hostConnection->Open();
         SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
-        if (GetPackageIndex(KRVModuleFileName()) < 0)
-            KRVMainUnitInitialization();
+        KRVRegistraModulo();
         if (KRVMain())
             throw EQ3Exception(QStringLiteral("Un solo modulo di prova alla volta."));
         CreatePackageMainObjects(qApp);

@@ -24,8 +24,6 @@
 
 namespace {
 
-int KRVMainLoadCounter = 0;
-
 struct TKRVToolButton
 {
     const char *Action;
@@ -423,16 +421,4 @@ TKRVMain *KRVMain()
 {
     const int index = GetPackageIndex(KRVModuleFileName());
     return index < 0 ? nullptr : dynamic_cast<TKRVMain *>(PackageList().at(index).MainObject);
-}
-
-void KRVMainUnitInitialization()
-{
-    if (KRVMainLoadCounter-- == 0)
-        RegisterPackage(KRVModuleFileName(), QStringLiteral("Modulo Documenti"),
-                        [](QObject *owner) -> IQ3Module * { return new TKRVMain(owner); });
-}
-
-void KRVMainUnitFinalization()
-{
-    ++KRVMainLoadCounter;
 }

@@ -123,8 +123,3 @@ private:
 // The module's main object, found through the host's registry (null when the
 // module is not loaded).
 TKRVMain *KRVMain();
-
-// The module code's initialisation and finalisation: the first initialisation
-// registers the module with the host.
-void KRVMainUnitInitialization();
-void KRVMainUnitFinalization();

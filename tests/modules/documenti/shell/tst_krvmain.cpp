@@ -43,7 +43,6 @@ class TestKRVMain : public QObject
     Q_OBJECT
 
 private slots:
-    void loadingTwiceRegistersOnce();
     void catalogueHasTheModuleActions();
     void everyActionOpensItsWindow_aDisabledOneDoesNothing();
     void menusMergeIntoTheHost();
@@ -59,21 +58,6 @@ private slots:
     void everyInputReadsItsLabel();
     void runningAnActionTwiceShowsOneWindow();
 };
-
-void TestKRVMain::loadingTwiceRegistersOnce()
-{
-    KRVMainUnitInitialization();
-    KRVMainUnitInitialization();
-    int entries = 0;
-    for (const TQ3PackageEntry &entry : PackageList())
-        entries += entry.FileName == KRVModuleFileName() ? 1 : 0;
-    QCOMPARE(entries, 1);
-    const TQ3PackageEntry &entry = PackageList().at(GetPackageIndex(QStringLiteral("Documenti.so")));
-    QCOMPARE(entry.Description, QStringLiteral("Modulo Documenti"));
-    QCOMPARE(GetPackageIndex(QStringLiteral("Magazzino.so")), -1);
-    KRVMainUnitFinalization();
-    KRVMainUnitFinalization();
-}
 
 void TestKRVMain::catalogueHasTheModuleActions()
 {

@@ -1,0 +1,87 @@
+#include "Q3ModuleMetadata.h"
+
+#include "Q3Exception.h"
+#include "Q3Module.h"
+#include "Q3Packages.h"
+
+#include <QJsonArray>
+#include <QPluginLoader>
+
+namespace {
+
+[[noreturn]] void Invalid(const QString &field)
+{
+    throw EQ3Exception(QStringLiteral("nei metadati del modulo il campo \"%1\" manca o non è valido.").arg(field));
+}
+
+QString Text(const QJsonObject &object, const QString &field)
+{
+    return object.value(field).toString().trimmed();
+}
+
+// A version of whole numbers separated by dots and nothing else; null otherwise.
+QVersionNumber Version(const QString &text)
+{
+    qsizetype end = 0;
+    const QVersionNumber version = QVersionNumber::fromString(text, &end);
+    return end == text.size() ? version : QVersionNumber();
+}
+
+QList<TQ3ModuleDependency> Dependencies(const QJsonObject &metaData)
+{
+    const QString field = QStringLiteral("Dependencies");
+    const QJsonValue value = metaData.value(field);
+    if (value.isUndefined())
+        return {};
+    if (!value.isArray())
+        Invalid(field);
+    QList<TQ3ModuleDependency> dependencies;
+    for (const QJsonValue &item : value.toArray()) {
+        const QJsonObject dependency = item.toObject();
+        TQ3ModuleDependency entry{Text(dependency, QStringLiteral("Name")), {}};
+        const bool versioned = dependency.contains(QStringLiteral("Version"));
+        if (versioned)
+            entry.Version = Version(Text(dependency, QStringLiteral("Version")));
+        if (entry.Name.isEmpty() || (versioned && entry.Version.isNull()))
+            Invalid(field);
+        dependencies << entry;
+    }
+    return dependencies;
+}
+
+} // namespace
+
+QString TQ3ModuleMetadata::FileName() const
+{
+    return Name + QString::fromLatin1(Q3ModuleFileExtension);
+}
+
+TQ3ModuleMetadata ReadQ3ModuleMetadata(const QString &libraryPath)
+{
+    const QPluginLoader loader(libraryPath);
+    const QJsonObject pluginMetaData = loader.metaData();
+    if (pluginMetaData.isEmpty())
+        throw EQ3Exception(QStringLiteral("il file non è una libreria di modulo valida.\n\r%1").arg(loader.errorString()));
+    return Q3ModuleMetadataFromJson(pluginMetaData);
+}
+
+TQ3ModuleMetadata Q3ModuleMetadataFromJson(const QJsonObject &pluginMetaData)
+{
+    if (pluginMetaData.value(QStringLiteral("IID")).toString() != QLatin1String(IQ3ModulePlugin_iid))
+        throw EQ3Exception(QStringLiteral("la libreria non è un modulo di questa versione di Quillo 3."));
+    if (!pluginMetaData.value(QStringLiteral("MetaData")).isObject())
+        throw EQ3Exception(QStringLiteral("la libreria non contiene i metadati del modulo (nome, versione, descrizione)."));
+    const QJsonObject metaData = pluginMetaData.value(QStringLiteral("MetaData")).toObject();
+    TQ3ModuleMetadata result;
+    result.Name = Text(metaData, QStringLiteral("Name"));
+    if (result.Name.isEmpty())
+        Invalid(QStringLiteral("Name"));
+    result.Version = Version(Text(metaData, QStringLiteral("Version")));
+    if (result.Version.isNull())
+        Invalid(QStringLiteral("Version"));
+    result.Description = Text(metaData, QStringLiteral("Description"));
+    if (result.Description.isEmpty())
+        Invalid(QStringLiteral("Description"));
+    result.Dependencies = Dependencies(metaData);
+    return result;
+}
