@@ -8,6 +8,7 @@ packages=(
   libsodium-dev
   xvfb xauth poppler-utils fonts-dejavu-core tango-icon-theme
   python3-xlrd  # the spreadsheet tests read their workbooks back with it
+  clang-format clang-tidy  # the format check (scripts/format-check.sh) and the static analysis (.clang-tidy)
 )
 if [ "${1:-}" = "--with-server" ]; then
   packages+=(firebird3.0-server)

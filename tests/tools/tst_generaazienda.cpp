@@ -3,6 +3,7 @@
 // kinds, no document dated after the day of the generation, and the same firm
 // from the same seed and end date.
 #include "KRVGeneraAzienda.h"
+#include "KRVRigheDocumento.h"
 #include "Q3Exception.h"
 #include "Q3Messages.h"
 #include "Q3TestDatabase.h"
@@ -86,6 +87,8 @@ private slots:
     void lineAmountsAsTheEditorComputesThem();
     void invoiceTotalsEqualTheSumOfTheirLines();
     void creditNoteTotalsEqualTheSumOfTheirLines();
+    void documentsAreWhatTheEditorsLineModelComputes_data();
+    void documentsAreWhatTheEditorsLineModelComputes();
     void everyLineKindIsValid();
     void exemptRecurringAndNotedInvoicesEveryYear();
     void taxCodesAndVatNumbersHaveAValidShape();
@@ -266,6 +269,81 @@ void TestGeneraAzienda::creditNoteTotalsEqualTheSumOfTheirLines()
         QVERIFY2(Centesimi(v.at(2)) == Salvato(s.second), qPrintable(header));
         QVERIFY2(Centesimi(v.at(3)) == Salvato(s.first + s.second), qPrintable(header));
     }
+}
+
+void TestGeneraAzienda::documentsAreWhatTheEditorsLineModelComputes_data()
+{
+    QTest::addColumn<QString>("testate");
+    QTest::addColumn<QString>("righe");
+    QTest::addColumn<bool>("fattura");
+    QTest::newRow("fatture") << QStringLiteral("SELECT IDFATT_VEND, IVA_ESENTE, %1 FROM FATT_VEND ORDER BY 1")
+                             << QStringLiteral("SELECT IDFATT_VEND, %1, CAST(SCONTO AS VARCHAR(20)) FROM FATT_VEND_DETT "
+                                               "ORDER BY IDFATT_VEND, IDFATT_VEND_DETT")
+                             << true;
+    QTest::newRow("note di accredito")
+        << QStringLiteral("SELECT IDNOTA_ACCREDITO, 'False', %1 FROM NOTE_ACCREDITO ORDER BY 1")
+        << QStringLiteral("SELECT IDNOTA_ACCREDITO, %1 FROM NOTE_ACCREDITO_DETT ORDER BY IDNOTA_ACCREDITO, "
+                          "IDNOTA_ACCREDITO_DETT")
+        << false;
+}
+
+// The lines read back into the editors' own line model: the model computes
+// every stored line amount and the header's totals again, to the cent.
+void TestGeneraAzienda::documentsAreWhatTheEditorsLineModelComputes()
+{
+    QFETCH(QString, testate);
+    QFETCH(QString, righe);
+    QFETCH(bool, fattura);
+    QHash<int, double> percentuali;
+    for (const QString &row : m_db->Rows(QStringLiteral("SELECT IDALIQUOTA_IVA, CAST(ALIQUOTA AS VARCHAR(20)) FROM ALIQUOTE_IVA"))) {
+        const QStringList v = row.split(QLatin1Char('|'));
+        percentuali.insert(v.at(0).toInt(), double(Centesimi(v.at(1))) / 100.0);
+    }
+    const TKRVCercaAliquota aliquota = [&percentuali](int id) -> std::optional<double> {
+        if (!percentuali.contains(id))
+            return std::nullopt;
+        return percentuali.value(id);
+    };
+    const TKRVLayoutRighe &l = fattura ? KRVLayoutFattura() : KRVLayoutNotaAccredito();
+    QHash<int, QStringList> perDocumento;
+    for (const QString &row : m_db->Rows(righe.arg(QStringLiteral(
+             "TIPO_RIGA, CAST(PREZZO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), "
+             "COALESCE(IVA_IDALIQUOTA_IVA, 0), CAST(IMPORTO AS VARCHAR(20))"))))
+        perDocumento[row.section(QLatin1Char('|'), 0, 0).toInt()] << row;
+    const QStringList headers = m_db->Rows(testate.arg(QStringLiteral(
+        "CAST(TOTALE_IMPONIBILE AS VARCHAR(20)), CAST(TOTALE_IMPOSTA AS VARCHAR(20)), "
+        "CAST(TOTALE_DOCUMENTO AS VARCHAR(20))")));
+    QVERIFY(headers.size() >= 3);
+    int importi = 0;
+    for (const QString &header : headers) {
+        const QStringList h = header.split(QLatin1Char('|'));
+        const QStringList lines = perDocumento.value(h.at(0).toInt());
+        TKRVRigheDocumento modello(l);
+        for (const QString &line : lines) {
+            const QStringList v = line.split(QLatin1Char('|'));
+            const int riga = modello.AggiungiRiga();
+            modello.SetCella(riga, l.Tipo, v.at(1));
+            if (v.at(1) == KRVRigaTesto)
+                continue;
+            modello.SetNumero(riga, l.Prezzo, double(Centesimi(v.at(2))) / 100.0);
+            modello.SetNumero(riga, l.Quantita, double(Centesimi(v.at(3))) / 100.0);
+            if (fattura)
+                modello.SetNumero(riga, l.Sconto, double(Centesimi(v.at(6))) / 100.0);
+            modello.SetIntero(riga, l.IdIva, v.at(4).toInt());
+        }
+        const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(modello, h.at(1) == QLatin1String("True"), aliquota);
+        for (int riga = 0; riga < lines.size(); ++riga) {
+            const QStringList v = lines.at(riga).split(QLatin1Char('|'));
+            if (v.at(1) == KRVRigaTesto)
+                continue;
+            QVERIFY2(std::llround(modello.Numero(riga, l.Importo) * 100.0) == Centesimi(v.at(5)), qPrintable(lines.at(riga)));
+            ++importi;
+        }
+        QVERIFY2(Centesimi(h.at(2)) == Salvato(totali.Imponibile), qPrintable(header));
+        QVERIFY2(Centesimi(h.at(3)) == Salvato(totali.Imposta), qPrintable(header));
+        QVERIFY2(Centesimi(h.at(4)) == Salvato(totali.Totale()), qPrintable(header));
+    }
+    QVERIFY(importi > headers.size());
 }
 
 void TestGeneraAzienda::everyLineKindIsValid()

@@ -3,6 +3,7 @@
 #include "KRVAggiornaDatabase.h"
 #include "KRVCasuale.h"
 #include "KRVDatiItaliani.h"
+#include "KRVRigheDocumento.h"
 #include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
 #include "Q3FbClient.h"
@@ -91,13 +92,6 @@ QByteArray Insert(const char *table, const QStringList &columns, const QStringLi
         .toUtf8();
 }
 
-// A line amount as the invoice editor keeps it: computed in floating point,
-// written to its cell with two decimals and read back from there.
-struct TImporto {
-    qint64 Centesimi = 0;
-    double Valore = 0;
-};
-
 // Whether a product lies exactly half way between two cents, where formatting
 // libraries round differently: the generator never writes such a line.
 bool A_Meta_Centesimo(double amount)
@@ -106,13 +100,10 @@ bool A_Meta_Centesimo(double amount)
     return std::floor(eighths) == eighths && std::fmod(std::fabs(eighths), 2.0) == 1.0;
 }
 
-TImporto ImportoCella(double amount)
+// An amount typed with two decimals, in cents.
+qint64 CentesimiDigitati(double amount)
 {
-    const QByteArray cell = QByteArray::number(amount, 'f', 2);
-    TImporto importo;
-    importo.Valore = cell.toDouble();
-    importo.Centesimi = std::llround(importo.Valore * 100.0);
-    return importo;
+    return std::llround(QByteArray::number(amount, 'f', 2).toDouble() * 100.0);
 }
 
 // How a floating-point total lands in a DECIMAL(13, 2) column when the editor saves it.
@@ -180,14 +171,7 @@ struct TRiga {
     qint64 Sconto = 0;
     qint64 Quantita = 0;
     qint64 Costo = 0;
-    TImporto Importo;
-};
-
-struct TTotali {
-    double Imponibile = 0;
-    double Imposta = 0;
-    double Esente = 0;
-    double NonImponibile = 0;
+    qint64 Importo = 0; // cents, as the editor's line model computes it (Conti)
 };
 
 // What a credit note needs of the invoice it refers to.
@@ -225,7 +209,7 @@ private:
     void Anno(int year);
     QList<TRiga> RigheFattura(TKRVCasuale &casuale, const QDate &date, bool ciclica);
     TRiga RigaProdotto(TKRVCasuale &casuale, const char *tipo, const TProdotto &prodotto, bool conSconto);
-    TTotali Totali(const QList<TRiga> &righe, bool esente) const;
+    TKRVTotaliDocumento Conti(QList<TRiga> &righe, const TKRVLayoutRighe &layout, bool esente) const;
     void NoteAccredito(int year, QList<TRiferimento> riferimenti);
     QList<TValore> Intestazione(int key, int numero, const QDate &date, const TCliente &cliente, qint64 imponibile,
                                 qint64 imposta, qint64 totale, bool pagato);
@@ -686,11 +670,8 @@ TRiga TGeneratore::RigaProdotto(TKRVCasuale &casuale, const char *tipo, const TP
         const double q = double(r.Quantita) / 100.0;
         const double p = double(r.Prezzo) / 100.0;
         const double s = double(r.Sconto) / 100.0;
-        const double amount = q * (p - s * p / 100);
-        if (!A_Meta_Centesimo(amount)) {
-            r.Importo = ImportoCella(amount);
+        if (!A_Meta_Centesimo(q * (p - s * p / 100)))
             return r;
-        }
     }
 }
 
@@ -727,31 +708,43 @@ QList<TRiga> TGeneratore::RigheFattura(TKRVCasuale &casuale, const QDate &date, 
             r.Descrizione = casuale.Scelta(KRVDati::RigheNonImponibili());
             r.Prezzo = r.Descrizione.startsWith(QLatin1String("Imposta di bollo")) ? 200 : casuale.Intero(500, 8000);
             r.Quantita = 100;
-            r.Importo = ImportoCella(double(r.Prezzo) / 100.0);
             righe << r;
         }
     }
     return righe;
 }
 
-// The invoice editor's totals: amounts as read back from their cells; the tax
-// line by line at the rate's percentage, unrounded.
-TTotali TGeneratore::Totali(const QList<TRiga> &righe, bool esente) const
+// The editors' arithmetic, done by the module's own line model: every line's
+// amount recomputed into its cell (and taken from there into the line) and the
+// document's sums, the tax at the rates of the generated VAT table.
+TKRVTotaliDocumento TGeneratore::Conti(QList<TRiga> &righe, const TKRVLayoutRighe &layout, bool esente) const
 {
-    TTotali t;
-    for (const TRiga &r : righe) {
+    TKRVRigheDocumento modello(layout);
+    for (const TRiga &r : std::as_const(righe)) {
+        const int riga = modello.AggiungiRiga();
+        modello.SetCella(riga, layout.Tipo, r.Tipo);
         if (r.Tipo == QLatin1String(RigaTesto))
             continue;
-        if (esente) {
-            t.Esente += r.Importo.Valore;
-        } else if (r.Tipo == QLatin1String(RigaNonImponibile)) {
-            t.NonImponibile += r.Importo.Valore;
-        } else {
-            t.Imponibile += r.Importo.Valore;
-            t.Imposta += r.Importo.Valore * (double(m_aliquote.at(r.Prodotto->Aliquota).Percentuale) / 100.0) / 100;
-        }
+        modello.SetNumero(riga, layout.Prezzo, double(r.Prezzo) / 100.0);
+        modello.SetNumero(riga, layout.Quantita, double(r.Quantita) / 100.0);
+        if (layout.Sconto >= 0)
+            modello.SetNumero(riga, layout.Sconto, double(r.Sconto) / 100.0);
+        if (r.Prodotto)
+            modello.SetIntero(riga, layout.IdIva, m_aliquote.at(r.Prodotto->Aliquota).Id);
     }
-    return t;
+    const TKRVCercaAliquota aliquota = [this](int id) -> std::optional<double> {
+        for (const TAliquota &a : m_aliquote) {
+            if (a.Id == id)
+                return double(a.Percentuale) / 100.0;
+        }
+        return std::nullopt;
+    };
+    const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(modello, esente, aliquota);
+    for (int riga = 0; riga < righe.size(); ++riga) {
+        if (righe.at(riga).Tipo != QLatin1String(RigaTesto))
+            righe[riga].Importo = std::llround(modello.Numero(riga, layout.Importo) * 100.0);
+    }
+    return totali;
 }
 
 QList<TValore> TGeneratore::Intestazione(int key, int numero, const QDate &date, const TCliente &cliente,
@@ -815,7 +808,7 @@ QList<TValore> ValoriRiga(const TRiga &r, const QList<TAliquota> &aliquote)
         return values;
     values[11] = Cent(r.Prezzo);
     values[12] = Cent(r.Quantita);
-    values[13] = Cent(r.Importo.Centesimi);
+    values[13] = Cent(r.Importo);
     if (!r.Prodotto)
         return values;
     const TProdotto &p = *r.Prodotto;
@@ -882,11 +875,11 @@ void TGeneratore::Anno(int year)
         // Every year has at least one exempt and one recurring invoice.
         const bool esente = cliente.Estero || n == 3 || casuale.Vero(0.01);
         const bool ciclica = !esente && (n == 5 || casuale.Vero(0.02));
-        const QList<TRiga> righe = RigheFattura(casuale, date, ciclica);
-        const TTotali t = Totali(righe, esente);
+        QList<TRiga> righe = RigheFattura(casuale, date, ciclica);
+        const TKRVTotaliDocumento t = Conti(righe, KRVLayoutFattura(), esente);
         const qint64 imponibile = CentesimiSalvati(t.Imponibile);
         const qint64 imposta = CentesimiSalvati(t.Imposta);
-        const qint64 totale = CentesimiSalvati(t.Imponibile + t.Imposta + t.Esente + t.NonImponibile);
+        const qint64 totale = CentesimiSalvati(t.Totale());
         const bool pagato = date.addDays(90) < m_fine ? casuale.Vero(0.97) : casuale.Vero(0.3);
 
         QList<TValore> values = Intestazione(key, n, date, cliente, imponibile, imposta, totale, pagato);
@@ -904,7 +897,7 @@ void TGeneratore::Anno(int year)
         values << (note.isEmpty() ? Nullo() : Txt(note)) << Flag(casuale.Vero(0.1)) << Flag(esente);
         Scrivi(insertHeader, values);
 
-        for (const TRiga &r : righe) {
+        for (const TRiga &r : std::as_const(righe)) {
             QList<TValore> line = {Num(0), Num(key)};
             line << ValoriRiga(r, m_aliquote);
             if (r.Tipo == QLatin1String(RigaTesto))
@@ -919,7 +912,7 @@ void TGeneratore::Anno(int year)
         // Now and then goods come back or a price is corrected: a credit note follows.
         if (!esente && (n == 7 || casuale.Vero(0.02))) {
             QList<TRiga> prodotti;
-            for (const TRiga &r : righe) {
+            for (const TRiga &r : std::as_const(righe)) {
                 if (r.Prodotto)
                     prodotti << r;
             }
@@ -964,26 +957,21 @@ void TGeneratore::NoteAccredito(int year, QList<TRiferimento> riferimenti)
             casuale.Scelta(causali).arg(rif.Numero).arg(rif.Data.toString(QStringLiteral("dd/MM/yyyy")));
         righe << testo;
         const int count = qMin(int(rif.Righe.size()), casuale.Intero(1, 2));
-        double imponibile = 0;
-        double imposta = 0;
         for (int k = 0; k < count; ++k) {
             TRiga r = rif.Righe.at(casuale.Intero(0, int(rif.Righe.size()) - 1));
             // No discount on a credit note: the net unit price of the invoice, for part of the quantity.
             const double p = double(r.Prezzo) / 100.0;
-            r.Prezzo = ImportoCella(p - double(r.Sconto) / 100.0 * p / 100).Centesimi;
+            r.Prezzo = CentesimiDigitati(p - double(r.Sconto) / 100.0 * p / 100);
             r.Quantita = r.Quantita > 100 ? 100 * casuale.Intero(1, int(r.Quantita / 100)) : r.Quantita;
-            const double amount = double(r.Quantita) / 100.0 * (double(r.Prezzo) / 100.0);
-            if (A_Meta_Centesimo(amount))
+            if (A_Meta_Centesimo(double(r.Quantita) / 100.0 * (double(r.Prezzo) / 100.0)))
                 continue;
-            r.Importo = ImportoCella(amount);
-            imponibile += r.Importo.Valore;
-            imposta += r.Importo.Valore * (double(m_aliquote.at(r.Prodotto->Aliquota).Percentuale) / 100.0) / 100;
             righe << r;
         }
+        const TKRVTotaliDocumento t = Conti(righe, KRVLayoutNotaAccredito(), false);
         const TCliente &cliente = m_clienti.at(rif.Cliente);
         QList<TValore> values =
-            Intestazione(key, ++numero, dates.at(i), cliente, CentesimiSalvati(imponibile), CentesimiSalvati(imposta),
-                         CentesimiSalvati(imponibile + imposta), casuale.Vero(0.8));
+            Intestazione(key, ++numero, dates.at(i), cliente, CentesimiSalvati(t.Imponibile),
+                         CentesimiSalvati(t.Imposta), CentesimiSalvati(t.Totale()), casuale.Vero(0.8));
         values << Nullo() << Flag(false);
         Scrivi(insertHeader, values);
         for (const TRiga &r : std::as_const(righe)) {
