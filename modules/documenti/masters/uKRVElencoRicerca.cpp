@@ -1,6 +1,5 @@
 #include "uKRVElencoRicerca.h"
 
-#include "KRVSession.h"
 #include "KRVTesti.h"
 #include "Q3Guards.h"
 #include "Q3Sql.h"
@@ -51,7 +50,7 @@ void TKRVElencoRicerca::AggiornaGriglia(const QString &where)
     if (!KRVTestoCercabile(where))
         return;
     TQ3BusyCursor busy;
-    QSqlQuery query = OpenQuery(KRVModuleDatabase(), m_info.QueryHead + where + m_info.QueryTail);
+    QSqlQuery query = OpenQuery(KRVSessioneModulo(), m_info.QueryHead + where + m_info.QueryTail);
     m_griglia->Carica(query);
 }
 

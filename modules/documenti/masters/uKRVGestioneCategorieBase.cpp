@@ -255,7 +255,7 @@ void TKRVGestioneCategorieBase::actEliminaCategoriaExecute()
     if (!item)
         return;
     const TQ3TreeNode node = TreeNode(item);
-    if (!m_tabella.CanDelete(node.Id)) {
+    if (!m_tabella.CanDelete(m_main.ModADOConn()->Database(), node.Id)) {
         Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(MsgDatiCorrelati), TQ3MsgIcon::Warning);
         return;
     }

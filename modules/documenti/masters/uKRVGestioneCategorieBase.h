@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QSqlDatabase>
 #include <QString>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -17,7 +18,7 @@ struct TKRVCategorieTabella
     QString Table;     // the category table
     QString KeyColumn; // its key column
     QString Dataset;   // the main object's dataset on the table
-    bool (*CanDelete)(int id) = nullptr;
+    bool (*CanDelete)(const QSqlDatabase &db, int id) = nullptr;
 };
 
 // A window that edits a tree of categories in memory (new, rename, delete)

@@ -1,6 +1,5 @@
 #include "uKRVInserimentoBase.h"
 
-#include "KRVSession.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
 #include "Q3MainForm.h"
@@ -70,6 +69,11 @@ QString TKRVInserimentoBase::MsgModificheNonSalvate()
 QString TKRVInserimentoBase::MsgSalvareModifiche()
 {
     return QStringLiteral("Salvare le modifiche al record corrente\n\rprima di continuare?");
+}
+
+QSqlDatabase TKRVInserimentoBase::Sessione() const
+{
+    return m_main.ModADOConn()->Database();
 }
 
 TQ3Dataset *TKRVInserimentoBase::Dataset() const
@@ -291,12 +295,12 @@ void TKRVInserimentoBase::AggiornaRicerca()
 
 bool TKRVInserimentoBase::CanDeleteRecord()
 {
-    return m_info.CanDelete(m_idRecord);
+    return m_info.CanDelete(Sessione(), m_idRecord);
 }
 
 bool TKRVInserimentoBase::DeleteRecord()
 {
-    return m_newRecord || m_info.Delete(m_idRecord, true);
+    return m_newRecord || m_info.Delete(Sessione(), m_idRecord, true);
 }
 
 bool TKRVInserimentoBase::ConsentiChiusura()

@@ -1,6 +1,5 @@
 #include "uKRVRicercaArticoli.h"
 
-#include "KRVSession.h"
 #include "KRVStampe.h"
 #include "Q3Guards.h"
 #include "Q3Sql.h"
@@ -91,7 +90,7 @@ void TKRVRicercaArticoli::AggiornaGriglia(const QString &where, int page)
     if (!KRVTestoCercabile(where))
         return;
     TQ3BusyCursor busy;
-    const QSqlDatabase db = KRVModuleDatabase();
+    const QSqlDatabase db = Sessione();
     const int count = QueryScalar(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA ") + where).toInt();
     SetPageTotal(count / PageSize);
     if (count % PageSize > 0)

@@ -101,8 +101,8 @@ void TKRVRicercaClienti::actEliminaExecute()
         return;
     // The rule is asked about the code typed in the filter, not the row's.
     const TKRVEliminazionePerCodice &clienti = KRVEliminazioneClienti();
-    if (!KRVConfermaEliminazione(clienti, Elenco()->Filtro(FiltroCodice)->text()))
+    if (!KRVConfermaEliminazione(Sessione(), clienti, Elenco()->Filtro(FiltroCodice)->text()))
         return;
-    if (KRVEliminaRecord(clienti, id))
+    if (KRVEliminaRecord(Sessione(), clienti, id))
         GridRisultati()->RimuoviSelezionata();
 }

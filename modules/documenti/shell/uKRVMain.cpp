@@ -285,7 +285,7 @@ void TKRVMain::Initialize()
 
         TakeOverHostConnection();
         OpenReportProject();
-        AggiornaDatabase();
+        AggiornaDatabase(m_modADOConn->Database());
         m_dmStampe = new TKRVdmStampe(this, m_modADOConn, m_rProject);
 
         TCommonToolBarProperties properties;
