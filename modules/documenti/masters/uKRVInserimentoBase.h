@@ -90,6 +90,8 @@ protected:
     TKRVMain &Main() const { return m_main; }
     // The module database session, which the editor hands to the services it calls.
     QSqlDatabase Sessione() const;
+    // The key a new record of the editor's table is expected to take.
+    int ProssimaChiave() const;
     const TKRVInserimentoInfo &Info() const { return m_info; }
     TQ3Dataset *Dataset() const;
 

@@ -92,7 +92,7 @@ void TKRVInserimentoCatalogo::cmdSelezionaUMClick()
 
 void TKRVInserimentoCatalogo::ClearFields()
 {
-    const int next = GetLastGeneratorValue(m_catalogo.Generator, Sessione()) + 1;
+    const int next = ProssimaChiave();
     txtCodice->setText(GetCustomCodice(next, m_catalogo.CodePrefix, QString(), 10));
     txtDescrizione->clear();
     txtCategoria->SelezionaCategoria(-1);

@@ -250,7 +250,7 @@ void TKRVInserimentoClienti::ClearFields()
     pgcPagine->setCurrentIndex(0);
     for (const TCampoTesto &campo : std::as_const(m_testi))
         campo.Edit->clear();
-    const int prossimo = GetLastGeneratorValue(Info().Generator, Main().ModADOConn()->Database()) + 1;
+    const int prossimo = ProssimaChiave();
     txtCodice->setText(GetCustomCodice(prossimo, QStringLiteral("CLN"), QString(), 10));
     ImpostaTipoPagamento(0, QString());
     txtNote->clear();
