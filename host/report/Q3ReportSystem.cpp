@@ -2,8 +2,6 @@
 
 #include "Q3Exception.h"
 
-#include <QPrinter>
-
 TQ3ReportSystem::TQ3ReportSystem(QObject *owner) : QObject(owner) {}
 
 TQ3ReportSystem::~TQ3ReportSystem()
@@ -12,13 +10,6 @@ TQ3ReportSystem::~TQ3ReportSystem()
         OnOverrideSetup(this, TQ3OverrideMode::Free, m_setupForm);
     if (OnOverridePreview && m_previewForm)
         OnOverridePreview(this, TQ3OverrideMode::Free, m_previewForm);
-}
-
-QPrinter *TQ3ReportSystem::Printer()
-{
-    if (!m_printer)
-        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    return m_printer.get();
 }
 
 void TQ3ReportSystem::SetSetupResult(bool accepted, TQ3ReportDestination destination, const QString &fileName)
@@ -71,7 +62,7 @@ void TQ3ReportSystem::Execute(
         OnOverridePreview(this, TQ3OverrideMode::Show, m_previewForm);
         break;
     case TQ3ReportDestination::Printer:
-        PrintDocument(*Printer());
+        PrintDocument();
         break;
     case TQ3ReportDestination::File:
         SaveDocumentAsPdf(m_reportFileName);
@@ -79,12 +70,12 @@ void TQ3ReportSystem::Execute(
     }
 }
 
-void TQ3ReportSystem::PrintDocument(QPrinter &printer)
+void TQ3ReportSystem::PrintDocument()
 {
-    printer.setFullPage(true);
-    printer.setDocName(m_document->Layout().Title);
-    Q3DrawReport(*m_document, printer, printer.resolution(), PrinterScaleX / 100.0, PrinterScaleY / 100.0,
-                 [this](int page) { Status(StatusPrinting, page); });
+    if (!m_printer)
+        throw EQ3Exception(QStringLiteral("Nessuna stampante disponibile."));
+    m_printer->Print(*m_document, PrinterScaleX / 100.0, PrinterScaleY / 100.0,
+                     [this](int page) { Status(StatusPrinting, page); });
 }
 
 void TQ3ReportSystem::SaveDocumentAsPdf(const QString &fileName)

@@ -2,13 +2,13 @@
 
 #include "Q3Exception.h"
 #include "Q3Messages.h"
+#include "Q3ReportPrinter.h"
 
 #include <QAction>
 #include <QFileDialog>
 #include <QLabel>
 #include <QPainter>
 #include <QPrintDialog>
-#include <QPrinter>
 #include <QScreen>
 #include <QScrollArea>
 #include <QToolBar>
@@ -137,9 +137,9 @@ void TQ3ReportPreview::Redraw()
 void TQ3ReportPreview::Print()
 {
     try {
-        QPrintDialog dialog(m_system->Printer(), this);
+        QPrintDialog dialog(Q3ReportSystemPrinter(m_system), this);
         if (dialog.exec() == QDialog::Accepted)
-            m_system->PrintDocument(*m_system->Printer());
+            m_system->PrintDocument();
     } catch (const std::exception &e) {
         Q3ShowError(ExceptionMessage(e));
     }

@@ -1,6 +1,7 @@
 #include "Q3ReportSetupDialog.h"
 
 #include "Q3ReportPreview.h"
+#include "Q3ReportPrinter.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -97,7 +98,7 @@ void TQ3ReportSetupDialog::Run()
         break;
     }
     if (m_rbPrinter->isChecked()) {
-        QPrintDialog printDialog(m_system->Printer(), this);
+        QPrintDialog printDialog(Q3ReportSystemPrinter(m_system), this);
         m_system->SetSetupResult(printDialog.exec() == QDialog::Accepted, TQ3ReportDestination::Printer);
     } else if (m_rbFile->isChecked()) {
         m_system->SetSetupResult(true, TQ3ReportDestination::File, m_txtFile->text().trimmed());

@@ -1,6 +1,5 @@
 #include "KRVAggiornaDatabase.h"
 
-#include "KRVSession.h"
 #include "Q3Sql.h"
 
 namespace {
@@ -342,11 +341,6 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
         // After the recorded history, under a key of its own.
         CreateIndici(),
     };
-}
-
-void AggiornaDatabase()
-{
-    AggiornaDatabase(KRVModuleDatabase());
 }
 
 void AggiornaDatabase(const QSqlDatabase &db)

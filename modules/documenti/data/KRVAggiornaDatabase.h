@@ -12,11 +12,9 @@
 // thirty recorded steps, then the indexes under the key KRV_INDICI.
 QList<TQ3SchemaStep> KRVSchemaSteps();
 
-// Brings the module's tables to their current shape on the module database
-// session, recording each step in TABLE_VERSION.
-void AggiornaDatabase();
-// The same on a given connection, for the tools that prepare a database
-// without loading the module.
+// Brings the module's tables to their current shape on the session (the
+// module's, or a tool's that prepares a database without loading the module),
+// recording each step in TABLE_VERSION.
 void AggiornaDatabase(const QSqlDatabase &db);
 
 // Sees every statement AggiornaDatabase sends to the database, the version

@@ -1,10 +1,10 @@
 #pragma once
 
-// The two shapes of the services' reads on the module database session: each
+// The two shapes of the services' reads on the session they are given: each
 // runs a query of its own, opened, read and freed within the call.
-#include "KRVSession.h"
 #include "Q3Sql.h"
 
+#include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QString>
@@ -12,9 +12,9 @@
 // Runs the query and, when it is not empty, hands its first row, with its
 // values, to read. Answers whether there was a row.
 template <typename Read>
-bool KRVReadFirstRow(const QString &sql, Read &&read)
+bool KRVReadFirstRow(const QSqlDatabase &db, const QString &sql, Read &&read)
 {
-    QSqlQuery dataset = OpenQuery(KRVModuleDatabase(), sql);
+    QSqlQuery dataset = OpenQuery(db, sql);
     if (!dataset.next())
         return false;
     read(static_cast<const QSqlRecord &>(dataset.record()));
@@ -22,7 +22,7 @@ bool KRVReadFirstRow(const QString &sql, Read &&read)
 }
 
 // Whether the count in the first column of a counting query is above 0.
-inline bool KRVCountAboveZero(const QString &countSql)
+inline bool KRVCountAboveZero(const QSqlDatabase &db, const QString &countSql)
 {
-    return QueryScalar(KRVModuleDatabase(), countSql).toInt() > 0;
+    return QueryScalar(db, countSql).toInt() > 0;
 }

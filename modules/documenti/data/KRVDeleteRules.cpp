@@ -1,7 +1,6 @@
 #include "KRVDeleteRules.h"
 
 #include "KRVErrors.h"
-#include "KRVSession.h"
 #include "KRVTesti.h"
 #include "Q3Exception.h"
 #include "Q3Guards.h"
@@ -98,11 +97,10 @@ QString SubCountSQL(const TSubCount &subCount, bool byCode, const QString &argum
 }
 
 // The rule's answer. Its counting query is composed for the rule's dataset on
-// the module session, but that dataset is never opened: the count is never
-// read and every record may be deleted. The callers keep their refusals.
+// the session, but that dataset is never opened: the count is never read and
+// every record may be deleted. The callers keep their refusals.
 bool RuleAnswer(const char *rule, const QString &argument)
 {
-    KRVModuleDatabase();
     CanDeleteSQL(QLatin1String(rule), argument);
     return true;
 }
@@ -114,11 +112,10 @@ bool WrappedRule(const char *rule, const QString &argument)
 
 } // namespace
 
-bool KRVDeleteInTransaction(const QStringList &statements, bool ask)
+bool KRVDeleteInTransaction(const QSqlDatabase &db, const QStringList &statements, bool ask)
 {
     if (ask && !Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
-    const QSqlDatabase db = KRVModuleDatabase();
     TQ3Transaction transaction(db);
     try {
         TQ3BusyCursor busy;
@@ -135,9 +132,9 @@ bool KRVDeleteInTransaction(const QStringList &statements, bool ask)
 
 namespace {
 
-bool WrappedDelete(const char *routine, const QStringList &statements, bool ask)
+bool WrappedDelete(const QSqlDatabase &db, const char *routine, const QStringList &statements, bool ask)
 {
-    return KRVWrapped(routine, [&] { return KRVDeleteInTransaction(statements, ask); });
+    return KRVWrapped(routine, [&] { return KRVDeleteInTransaction(db, statements, ask); });
 }
 
 } // namespace
@@ -156,97 +153,112 @@ QString CanDeleteSQL(const QString &rule, const QString &argument)
            + QLatin1String(found->Table);
 }
 
-bool CanDeleteAliquotaIVA(int id)
+bool CanDeleteAliquotaIVA(const QSqlDatabase &, int id)
 {
     return WrappedRule("CanDeleteAliquotaIVA", QString::number(id));
 }
 
-bool CanDeleteUM(int id)
+bool CanDeleteUM(const QSqlDatabase &, int id)
 {
     return RuleAnswer("CanDeleteUM", QString::number(id));
 }
 
-bool CanDeleteTipoPagamento(int id)
+bool CanDeleteTipoPagamento(const QSqlDatabase &, int id)
 {
     return RuleAnswer("CanDeleteTipoPagamento", QString::number(id));
 }
 
-bool CanDeleteCategoriaAnaMaga(int id)
+bool CanDeleteCategoriaAnaMaga(const QSqlDatabase &, int id)
 {
     return RuleAnswer("CanDeleteCategoriaAnaMaga", QString::number(id));
 }
 
-bool CanDeleteCategoriaServizi(int id)
+bool CanDeleteCategoriaServizi(const QSqlDatabase &, int id)
 {
     return RuleAnswer("CanDeleteCategoriaServizi", QString::number(id));
 }
 
-bool CanDeleteAnaMaga(const QString &codice)
+bool CanDeleteAnaMaga(const QSqlDatabase &, const QString &codice)
 {
     return RuleAnswer("CanDeleteAnaMaga", codice);
 }
 
-bool CanDeleteServizio(const QString &codice)
+bool CanDeleteServizio(const QSqlDatabase &, const QString &codice)
 {
     return RuleAnswer("CanDeleteServizio", codice);
 }
 
-bool CanDeleteCliente(const QString &codice)
+bool CanDeleteCliente(const QSqlDatabase &, const QString &codice)
 {
     return RuleAnswer("CanDeleteCliente", codice);
 }
 
-bool CanDeleteCausaleTrasporto(int id)
+bool CanDeleteCausaleTrasporto(const QSqlDatabase &, int id)
 {
     return WrappedRule("CanDeleteCausaleTrasporto", QString::number(id));
 }
 
-bool CanDeleteFatturaVendita(int id)
+bool CanDeleteFatturaVendita(const QSqlDatabase &, int id)
 {
     return WrappedRule("CanDeleteFatturaVendita", QString::number(id));
 }
 
-bool CanDeleteNotaAccredito(int id)
+bool CanDeleteNotaAccredito(const QSqlDatabase &, int id)
 {
     return WrappedRule("CanDeleteNotaAccredito", QString::number(id));
 }
 
-bool DeleteNotaDocumenti(int id, bool ask)
+bool DeleteNotaDocumenti(const QSqlDatabase &db, int id, bool ask)
 {
-    return KRVDeleteInTransaction({QStringLiteral("DELETE FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=") + QString::number(id)}, ask);
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=") + QString::number(id)}, ask);
 }
 
-bool DeleteTipiPagamento(int id, bool ask)
+bool DeleteTipiPagamento(const QSqlDatabase &db, int id, bool ask)
 {
-    return WrappedDelete("DeleteTipiPagamento",
+    return WrappedDelete(db, "DeleteTipiPagamento",
                          {QStringLiteral("DELETE FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO = ") + QString::number(id)}, ask);
 }
 
-bool DeleteAliquotaIVA(int id, bool ask)
+bool DeleteAliquotaIVA(const QSqlDatabase &db, int id, bool ask)
 {
-    return WrappedDelete("DeleteAliquotaIVA",
+    return WrappedDelete(db, "DeleteAliquotaIVA",
                          {QStringLiteral("DELETE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = ") + QString::number(id)}, ask);
 }
 
-bool DeleteUM(int id, bool ask)
+bool DeleteUM(const QSqlDatabase &db, int id, bool ask)
 {
-    return WrappedDelete("DeleteUM", {QStringLiteral("DELETE FROM UM WHERE IDUM = ") + QString::number(id)}, ask);
+    return WrappedDelete(db, "DeleteUM", {QStringLiteral("DELETE FROM UM WHERE IDUM = ") + QString::number(id)}, ask);
 }
 
-bool DeleteFatturaVendita(int id, bool ask)
+bool DeleteFatturaVendita(const QSqlDatabase &db, int id, bool ask)
 {
     const QString key = QString::number(id);
-    return WrappedDelete("DeleteFatturaVendita",
+    return WrappedDelete(db, "DeleteFatturaVendita",
                          {QStringLiteral("DELETE FROM FATT_VEND_DETT WHERE IDFATT_VEND = ") + key,
                           QStringLiteral("DELETE FROM FATT_VEND WHERE IDFATT_VEND = ") + key},
                          ask);
 }
 
-bool DeleteNotaAccredito(int id, bool ask)
+bool DeleteNotaAccredito(const QSqlDatabase &db, int id, bool ask)
 {
     const QString key = QString::number(id);
-    return WrappedDelete("DeleteNotaAccredito",
+    return WrappedDelete(db, "DeleteNotaAccredito",
                          {QStringLiteral("DELETE FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = ") + key,
                           QStringLiteral("DELETE FROM NOTE_ACCREDITO WHERE IDNOTA_ACCREDITO = ") + key},
                          ask);
+}
+
+bool KRVEliminaCliente(const QSqlDatabase &db, int id)
+{
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM CLIENTI WHERE IDCLIENTE=") + QString::number(id)}, false);
+}
+
+bool KRVEliminaAnaMaga(const QSqlDatabase &db, int id)
+{
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM ANA_MAGA WHERE IDANA_MAGA=") + QString::number(id)}, false);
+}
+
+bool KRVEliminaServizio(const QSqlDatabase &db, int id)
+{
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM SERVIZI WHERE IDSERVIZIO=") + QString::number(id)}, false);
 }

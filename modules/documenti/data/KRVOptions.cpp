@@ -6,20 +6,19 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
-bool GetOptionValue(const QString &option, QVariant &value)
+bool GetOptionValue(const QSqlDatabase &db, const QString &option, QVariant &value)
 {
     try {
-        return KRVReadFirstRow(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option),
+        return KRVReadFirstRow(db, QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option),
                                [&](const QSqlRecord &row) { value = row.value(QStringLiteral("VALORE")); });
     } catch (const std::exception &) {
         return false;
     }
 }
 
-bool SetOptionValue(const QString &option, const QVariant &value)
+bool SetOptionValue(const QSqlDatabase &db, const QString &option, const QVariant &value)
 {
     try {
-        const QSqlDatabase db = KRVModuleDatabase();
         if (!OpenQuery(db, QStringLiteral("SELECT * FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option)).next())
             return false;
         QSqlQuery update(db);

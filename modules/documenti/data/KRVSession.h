@@ -2,24 +2,21 @@
 
 #include "Q3Connection.h"
 
-#include <QSqlDatabase>
 #include <QString>
 #include <QVariantList>
 
 // The module's library file name, under which it is registered with the host.
 QString KRVModuleFileName();
 
-// What the services need of the module's main object: its database session.
+// The module's main object as its database session: the connection every
+// dataset and query of the module runs on, which the windows hand to the
+// services they call.
 class IKRVModuleSession
 {
 public:
     virtual ~IKRVModuleSession() = default;
     virtual TQ3Connection *ModADOConn() const = 0;
 };
-
-// The module database session, found through the host's module registry.
-// Raises EQ3Exception when the module is not loaded.
-QSqlDatabase KRVModuleDatabase();
 
 // Whether the host has loaded the sibling module of that name ("Attivita", "Magazzino").
 bool KRVModuloCaricato(const QString &nome);

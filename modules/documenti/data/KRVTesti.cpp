@@ -1,7 +1,6 @@
 #include "KRVTesti.h"
 
 #include "KRVErrors.h"
-#include "KRVSession.h"
 #include "Q3Sql.h"
 
 #include <QStringList>
@@ -44,11 +43,11 @@ QString KRVCaratteriNonAmmessi(const QString &testo)
     return trovati.join(QStringLiteral(", "));
 }
 
-QHash<QString, int> KRVLunghezzeColonne(const QString &tabella)
+QHash<QString, int> KRVLunghezzeColonne(const QSqlDatabase &db, const QString &tabella)
 {
     return KRVWrapped("KRVLunghezzeColonne", [&] {
         QSqlQuery query = OpenQuery(
-            KRVModuleDatabase(),
+            db,
             QStringLiteral("SELECT TRIM(RF.RDB$FIELD_NAME), F.RDB$CHARACTER_LENGTH FROM RDB$RELATION_FIELDS RF "
                            "JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE WHERE RF.RDB$RELATION_NAME = ")
                 + QuotedStr(tabella) + QStringLiteral(" AND F.RDB$FIELD_TYPE IN (14, 37)"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSqlDatabase>
 #include <QString>
 
 // Texts the user typed, on their way into the module's SQL and tables.
@@ -15,8 +16,9 @@ QString KRVMaiuscole(const QString &testo);
 // is no character at all: the connection would write "?" in its place.
 QString KRVCaratteriNonAmmessi(const QString &testo);
 
-// How many characters a column holds: the text columns of the table by name.
-QHash<QString, int> KRVLunghezzeColonne(const QString &tabella);
+// How many characters a column holds: the text columns of the table by name,
+// as the session's database describes them.
+QHash<QString, int> KRVLunghezzeColonne(const QSqlDatabase &db, const QString &tabella);
 
 // The characters of a text as a column counts them (a surrogate pair is one).
 int KRVCaratteri(const QString &testo);

@@ -2,7 +2,7 @@
 
 // The module's shared services: schema upgrade, options and permissions,
 // lookups, existence tests, delete rules and document numbering. Each works on
-// the module database session, which it finds through the host's registry.
+// the database session its caller gives it, the module's as a rule.
 #include "KRVAggiornaDatabase.h"
 #include "KRVDeleteRules.h"
 #include "KRVLookups.h"

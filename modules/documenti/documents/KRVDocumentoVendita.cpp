@@ -84,17 +84,18 @@ QList<TKRVColonnaNumero> ColonneNumeri(const TKRVLayoutRighe &l)
 class TKRVNomiLetti
 {
 public:
-    explicit TKRVNomiLetti(QString (*leggi)(int)) : m_leggi(leggi) {}
+    TKRVNomiLetti(const QSqlDatabase &db, QString (*leggi)(const QSqlDatabase &, int)) : m_db(db), m_leggi(leggi) {}
     QString Nome(int id)
     {
         auto letto = m_nomi.constFind(id);
         if (letto == m_nomi.constEnd())
-            letto = m_nomi.insert(id, m_leggi(id));
+            letto = m_nomi.insert(id, m_leggi(m_db, id));
         return *letto;
     }
 
 private:
-    QString (*m_leggi)(int);
+    QSqlDatabase m_db;
+    QString (*m_leggi)(const QSqlDatabase &, int);
     QHash<int, QString> m_nomi;
 };
 
@@ -279,8 +280,8 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
                         + colonne.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (")
                         + segnaposti.join(QStringLiteral(", ")) + QLatin1Char(')')))
         throw EQ3Exception(SqlErrorText(insert.lastError()));
-    TKRVNomiLetti categorieArticoli(&GetCategoriaAnaMaga);
-    TKRVNomiLetti categorieServizi(&GetCategoriaServizio);
+    TKRVNomiLetti categorieArticoli(db, &GetCategoriaAnaMaga);
+    TKRVNomiLetti categorieServizi(db, &GetCategoriaServizio);
     QHash<int, TAliquotaIVA> aliquote;
     const QVariant testoNullo = Null(QMetaType::QString), interoNullo = Null(QMetaType::Int),
                    numeroNullo = Null(QMetaType::Double);
@@ -301,7 +302,7 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
                 valori << idCategoria << categoria;
             const int idIva = righe.Intero(r, l.IdIva);
             if (!aliquote.contains(idIva))
-                aliquote.insert(idIva, GetAliquotaIVA(idIva));
+                aliquote.insert(idIva, GetAliquotaIVA(db, idIva));
             const TAliquotaIVA &aliquota = aliquote[idIva];
             if (aliquota.IDALIQUOTA_IVA > 0)
                 valori << aliquota.IDALIQUOTA_IVA << aliquota.CODICE << aliquota.DESCRIZIONE << aliquota.ALIQUOTA;

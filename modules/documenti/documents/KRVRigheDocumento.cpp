@@ -318,14 +318,14 @@ bool TKRVRigheDocumento::SpostaGiu(int riga)
     return true;
 }
 
-TKRVCercaAliquota KRVAliquoteArchivio()
+TKRVCercaAliquota KRVAliquoteArchivio(const QSqlDatabase &db)
 {
     auto lette = std::make_shared<QHash<int, std::optional<double>>>();
-    return [lette](int id) -> std::optional<double> {
+    return [db, lette](int id) -> std::optional<double> {
         auto trovata = lette->constFind(id);
         if (trovata != lette->constEnd())
             return *trovata;
-        const TAliquotaIVA aliquota = GetAliquotaIVA(id);
+        const TAliquotaIVA aliquota = GetAliquotaIVA(db, id);
         const std::optional<double> percentuale =
             aliquota.IDALIQUOTA_IVA > 0 ? std::optional<double>(aliquota.ALIQUOTA) : std::nullopt;
         lette->insert(id, percentuale);

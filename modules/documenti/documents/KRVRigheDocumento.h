@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QList>
+#include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
 
@@ -142,8 +143,8 @@ struct TKRVTotaliDocumento
 // The percentage of a VAT rate by its key, when the rate exists.
 using TKRVCercaAliquota = std::function<std::optional<double>(int)>;
 
-// The rates of the module's VAT table, each read once per use of the lookup.
-TKRVCercaAliquota KRVAliquoteArchivio();
+// The rates of the VAT table on the session, each read once per use of the lookup.
+TKRVCercaAliquota KRVAliquoteArchivio(const QSqlDatabase &db);
 
 // Recomputes every line's amount into its cell and answers the document's
 // sums. The credit note knows no discount, no exempt and no non-taxable lines.

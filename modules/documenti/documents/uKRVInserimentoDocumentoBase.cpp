@@ -261,7 +261,7 @@ QWidget *TKRVInserimentoDocumentoBase::CreaPaginaGenerale(const QList<QWidget *>
 
 TKRVTotaliDocumento TKRVInserimentoDocumentoBase::AggiornaTotaliDocumento()
 {
-    const TKRVTotaliDocumento totali = ::AggiornaTotaliDocumento(*m_righe, IvaEsente(), KRVAliquoteArchivio());
+    const TKRVTotaliDocumento totali = ::AggiornaTotaliDocumento(*m_righe, IvaEsente(), KRVAliquoteArchivio(Sessione()));
     lblTotaleImponibile->setText(FormatCurrency(totali.Imponibile));
     lblTotaleImposta->setText(FormatCurrency(totali.Imposta));
     lblTotaleDocumento->setText(FormatCurrency(totali.Totale()));
@@ -384,7 +384,7 @@ QString TKRVInserimentoDocumentoBase::ValidationError()
 // type, in columns that may be shorter than the ones it copies.
 QString TKRVInserimentoDocumentoBase::CopiaTroppoLunga() const
 {
-    const QHash<QString, int> lunghezze = KRVLunghezzeColonne(Dataset()->UpdateTable());
+    const QHash<QString, int> lunghezze = KRVLunghezzeColonne(Sessione(), Dataset()->UpdateTable());
     const auto eccede = [&lunghezze](const QString &colonna, const QString &testo) {
         return lunghezze.contains(colonna) && KRVCaratteri(testo) > lunghezze.value(colonna);
     };
@@ -419,10 +419,10 @@ void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()
     auto dialog = Main().Selezione<TKRVModSelezionaCliente>(QStringLiteral("actModSelezionaCliente"));
     if (!dialog)
         return;
-    const TCliente cliente = GetCliente(dialog->ApriSelezionato());
+    const TCliente cliente = GetCliente(Sessione(), dialog->ApriSelezionato());
     if (cliente.IDCLIENTE > 0) {
         MostraCliente(cliente);
-        const QString tipoPagamento = cliente.IDTIPO_PAGAMENTO > 0 ? GetTipoPagamento(cliente.IDTIPO_PAGAMENTO) : QString();
+        const QString tipoPagamento = cliente.IDTIPO_PAGAMENTO > 0 ? GetTipoPagamento(Sessione(), cliente.IDTIPO_PAGAMENTO) : QString();
         if (!tipoPagamento.isEmpty()
             && (m_idTipoPagamento <= 0
                 || Q3AskYesNo(QStringLiteral("Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si "

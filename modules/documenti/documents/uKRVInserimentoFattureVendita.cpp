@@ -122,12 +122,12 @@ void TKRVInserimentoFattureVendita::CreaComandi()
 
 int TKRVInserimentoFattureVendita::NumeroSuccessivo(int anno)
 {
-    return GetNextNumeroFattVend(anno);
+    return GetNextNumeroFattVend(Sessione(), anno);
 }
 
 bool TKRVInserimentoFattureVendita::NumeroEsistente(int numero, int anno, int id)
 {
-    return FattVendExists(numero, anno, id);
+    return FattVendExists(Sessione(), numero, anno, id);
 }
 
 bool TKRVInserimentoFattureVendita::IvaEsente() const
@@ -291,7 +291,7 @@ void TKRVInserimentoFattureVendita::ImpostaFatturaCiclica()
                                                   + QStringLiteral("\n\rdel ")
                                                   + QLocale().toString(data, QLocale::ShortFormat)));
         const QDate oggi = QDate::currentDate();
-        txtNumero->setValue(GetNextNumeroFattVend(oggi.year()));
+        txtNumero->setValue(GetNextNumeroFattVend(Sessione(), oggi.year()));
         dtpData->setDate(oggi);
         chkGeneraFattureCicliche->setChecked(false);
         chkPagato->setChecked(false);
@@ -307,7 +307,7 @@ void TKRVInserimentoFattureVendita::actInformazioniClienteExecute()
     const QString codice = CodiceCliente();
     if (codice.isEmpty())
         return;
-    const TCliente cliente = GetCliente(codice);
+    const TCliente cliente = GetCliente(Sessione(), codice);
     if (cliente.IDCLIENTE <= 0)
         return;
     const QString a = QStringLiteral("\n\r\n\r");
@@ -324,7 +324,7 @@ void TKRVInserimentoFattureVendita::actInserisciNotaDocumentoExecute()
     auto dialog = Main().Selezione<TKRVModSelezionaNotaDocumenti>(QStringLiteral("actModSelezionaNotaDocumenti"));
     if (!dialog)
         return;
-    txtNote->appendPlainText(NormalizeLineBreaks(GetNotaDocumento(dialog->ApriSelezionato())));
+    txtNote->appendPlainText(NormalizeLineBreaks(GetNotaDocumento(Sessione(), dialog->ApriSelezionato())));
     SetModified(true);
 }
 

@@ -51,12 +51,12 @@ TKRVInserimentoNoteAccredito::~TKRVInserimentoNoteAccredito() = default;
 
 int TKRVInserimentoNoteAccredito::NumeroSuccessivo(int anno)
 {
-    return GetNextNumeroNotaAccredito(anno);
+    return GetNextNumeroNotaAccredito(Sessione(), anno);
 }
 
 bool TKRVInserimentoNoteAccredito::NumeroEsistente(int numero, int anno, int id)
 {
-    return NotaAccreditoExists(numero, anno, id);
+    return NotaAccreditoExists(Sessione(), numero, anno, id);
 }
 
 TKRVTestataDocumento TKRVInserimentoNoteAccredito::Testata() const

@@ -18,7 +18,7 @@ TKRVInserimentoNoteDocumenti::TKRVInserimentoNoteDocumenti(TKRVMain &main)
                                  .CheckIcon = TQ3MsgIcon::Warning,
                                  .SaveFailureIcon = TQ3MsgIcon::Error,
                                  // No other table refers to a note.
-                                 .CanDelete = [](int) { return true; },
+                                 .CanDelete = [](const QSqlDatabase &, int) { return true; },
                                  .Delete = &DeleteNotaDocumenti,
                                  .DeleteRefused = {},
                                  .ChiediSeNonMemorizzato = true}),
@@ -67,7 +67,7 @@ QString TKRVInserimentoNoteDocumenti::ValidationError()
 {
     if (txtTitolo->text().isEmpty())
         return QStringLiteral("Non è stato indicato il titolo!");
-    if (TitoloNotaDocumentiExists(txtTitolo->text(), IdRecord()))
+    if (TitoloNotaDocumentiExists(Sessione(), txtTitolo->text(), IdRecord()))
         return QStringLiteral("Esiste già una nota con questo titolo!");
     return {};
 }

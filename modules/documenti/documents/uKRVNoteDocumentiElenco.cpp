@@ -1,10 +1,12 @@
 #include "uKRVNoteDocumentiElenco.h"
 
+#include "KRVQueryElenchi.h"
+
 TKRVElencoInfo KRVElencoNoteDocumenti(const QString &caption, const QList<TKRVColonna> &columns)
 {
     return {.Caption = caption,
-            .QueryHead = QStringLiteral("SELECT * FROM NOTE_DOCUMENTI "),
-            .QueryTail = QStringLiteral(" ORDER BY UPPER(TITOLO)"),
+            .QueryHead = KRVQueryNoteDocumentiTesta,
+            .QueryTail = KRVQueryNoteDocumentiCoda,
             .KeyField = QStringLiteral("IDNOTA_DOCUMENTI"),
             .Columns = columns,
             .Filters = {{QStringLiteral("txtTitolo"), QStringLiteral("    Titolo"), QStringLiteral("TITOLO CONTAINING ")}}};

@@ -29,6 +29,6 @@ void TKRVRicercaNoteDocumenti::actEliminaExecute()
     const int id = GridRisultati()->ChiaveSelezionata();
     if (id < 0)
         return;
-    if (DeleteNotaDocumenti(id, true))
+    if (DeleteNotaDocumenti(Sessione(), id, true))
         actCercaExecute();
 }

@@ -18,7 +18,7 @@ const TKRVCatalogo &KRVCatalogoArticoli()
         .Eliminazione = {.CanDelete = &CanDeleteAnaMaga,
                          .Rifiuto = QStringLiteral(
                              "Non è possibile eliminare questo articolo,\n\resistono dei dati correlati!"),
-                         .DeleteSQL = QStringLiteral("DELETE FROM ANA_MAGA WHERE IDANA_MAGA=")},
+                         .Delete = &KRVEliminaAnaMaga},
     };
     return articoli;
 }
@@ -39,7 +39,7 @@ const TKRVCatalogo &KRVCatalogoServizi()
         .Eliminazione = {.CanDelete = &CanDeleteServizio,
                          .Rifiuto = QStringLiteral(
                              "Non è possibile eliminare questo servizio,\n\resistono dei dati correlati!"),
-                         .DeleteSQL = QStringLiteral("DELETE FROM SERVIZI WHERE IDSERVIZIO=")},
+                         .Delete = &KRVEliminaServizio},
     };
     return servizi;
 }

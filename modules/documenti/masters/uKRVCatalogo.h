@@ -17,7 +17,7 @@ struct TKRVCatalogo
     QString CategoryKey;   // its key, also the row's category column
     QString EditorAction;
     QString SearchAction;
-    bool (*CodiceExists)(const QString &codice, int id) = nullptr;
+    bool (*CodiceExists)(const QSqlDatabase &db, const QString &codice, int id) = nullptr;
     TKRVEliminazionePerCodice Eliminazione;
 
     // The row's category column with its table: "ANA_MAGA.IDCATEGORIA_ANA_MAGA".

@@ -1,6 +1,5 @@
 #include "uKRVCategoriaBox.h"
 
-#include "KRVSession.h"
 #include "Q3TreeUtils.h"
 #include "Q3Utils.h"
 #include "uKRVFormKit.h"
@@ -40,7 +39,7 @@ void TKRVCategoriaBox::CaricaCategorie()
     m_albero->clear();
     QTreeWidgetItem *first = m_info.FirstEntry.isEmpty() ? nullptr : new QTreeWidgetItem(m_albero, {m_info.FirstEntry});
     FillTreeView(m_albero, m_info.UnderFirstEntry ? first : nullptr, m_info.Table, m_info.KeyColumn,
-                 QStringLiteral("IDPADRE"), QStringLiteral("CATEGORIA"), m_info.OrderBy, KRVModuleDatabase());
+                 QStringLiteral("IDPADRE"), QStringLiteral("CATEGORIA"), m_info.OrderBy, KRVSessioneModulo());
     m_albero->expandAll();
     for (QTreeWidgetItemIterator it(m_albero); *it; ++it) {
         if (HasTreeNode(*it))
@@ -61,7 +60,7 @@ QList<int> TKRVCategoriaBox::CategorieSelezionate() const
     const int key = Categoria();
     if (key < 0)
         return {};
-    return GetElencoIdFiglio(m_info.KeyColumn, key, m_info.Table, KRVModuleDatabase());
+    return GetElencoIdFiglio(m_info.KeyColumn, key, m_info.Table, KRVSessioneModulo());
 }
 
 QString TKRVCategoriaBox::ElencoCategorie(const QString &separator) const

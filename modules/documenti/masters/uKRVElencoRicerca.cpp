@@ -1,6 +1,6 @@
 #include "uKRVElencoRicerca.h"
 
-#include "KRVSession.h"
+#include "KRVElenco.h"
 #include "KRVTesti.h"
 #include "Q3Guards.h"
 #include "Q3Sql.h"
@@ -51,8 +51,9 @@ void TKRVElencoRicerca::AggiornaGriglia(const QString &where)
     if (!KRVTestoCercabile(where))
         return;
     TQ3BusyCursor busy;
-    QSqlQuery query = OpenQuery(KRVModuleDatabase(), m_info.QueryHead + where + m_info.QueryTail);
-    m_griglia->Carica(query);
+    m_griglia->Carica([&](TKRVRisultati &risultati) {
+        KRVCercaElenco(KRVSessioneModulo(), m_info.QueryHead, where, m_info.QueryTail, risultati);
+    });
 }
 
 QString TKRVElencoRicerca::ClausolaFiltri() const

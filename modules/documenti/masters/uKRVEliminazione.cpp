@@ -8,23 +8,23 @@ const TKRVEliminazionePerCodice &KRVEliminazioneClienti()
 {
     static const TKRVEliminazionePerCodice info{
         &CanDeleteCliente, QStringLiteral("Non è possibile eliminare questo cliente,\n\resistono dei dati correlati!"),
-        QStringLiteral("DELETE FROM CLIENTI WHERE IDCLIENTE=")};
+        &KRVEliminaCliente};
     return info;
 }
 
-bool KRVConfermaEliminazione(const TKRVEliminazionePerCodice &info, const QString &codice)
+bool KRVConfermaEliminazione(const QSqlDatabase &db, const TKRVEliminazionePerCodice &info, const QString &codice)
 {
     // The rule looks the code up in the database: it must be able to get there.
     if (!KRVTestoCercabile(codice))
         return false;
-    if (!info.CanDelete(codice)) {
+    if (!info.CanDelete(db, codice)) {
         Q3ShowWarning(info.Rifiuto);
         return false;
     }
     return Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione));
 }
 
-bool KRVEliminaRecord(const TKRVEliminazionePerCodice &info, int id)
+bool KRVEliminaRecord(const QSqlDatabase &db, const TKRVEliminazionePerCodice &info, int id)
 {
-    return KRVDeleteInTransaction({info.DeleteSQL + QString::number(id)}, false);
+    return info.Delete(db, id);
 }

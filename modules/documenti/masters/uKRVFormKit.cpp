@@ -4,6 +4,7 @@
 #include "KRVSession.h"
 #include "KRVTesti.h"
 #include "Q3Messages.h"
+#include "Q3Packages.h"
 #include "Q3Users.h"
 
 #include "Q3Guards.h"
@@ -121,8 +122,17 @@ QString KRVCampoNonAmmesso(const QWidget *window)
 
 bool KRVVerificaPermesso(const QString &permesso)
 {
-    if (permesso.isEmpty() || UserHasAbilitazione(permesso, GetQ3CurrentUserName(), KRVModuleDatabase()))
+    if (permesso.isEmpty() || UserHasAbilitazione(permesso, GetQ3CurrentUserName(), KRVSessioneModulo()))
         return true;
     Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(KRVMsgDirittiInsufficienti), TQ3MsgIcon::Warning);
     return false;
+}
+
+QSqlDatabase KRVSessioneModulo()
+{
+    const int index = GetPackageIndex(KRVModuleFileName());
+    auto session = index < 0 ? nullptr : dynamic_cast<IKRVModuleSession *>(PackageList().at(index).MainObject);
+    if (!session)
+        throw EQ3Exception(QStringLiteral("Il modulo documenti non è caricato."));
+    return session->ModADOConn()->Database();
 }

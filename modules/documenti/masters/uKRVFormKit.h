@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSqlDatabase>
 #include <QString>
 #include <QToolBar>
 #include <QWidget>
@@ -43,3 +44,9 @@ QString KRVTestoNonAmmesso(const QString &etichetta, const QString &testo);
 // Whether the current user holds the right (an empty name needs none); when
 // not, says so ("Attenzione") and answers false.
 bool KRVVerificaPermesso(const QString &permesso);
+
+// The module database session, for the window parts that are not handed the
+// main object (selection dialogs, the search toolbar, category boxes, the
+// permission check): the main object's ModADOConn, found through the host's
+// module registry. Raises EQ3Exception when the module is not loaded.
+QSqlDatabase KRVSessioneModulo();

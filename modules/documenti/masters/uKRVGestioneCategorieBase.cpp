@@ -5,13 +5,13 @@
 #include "Q3MainForm.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
-#include "Q3Sql.h"
 #include "Q3TreeUtils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVMain.h"
 
 #include <QCloseEvent>
+#include <QHash>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QScopeGuard>
@@ -74,11 +74,34 @@ int Livello(const QTreeWidgetItem *item)
     return level;
 }
 
+TKRVStatoCategoria StatoCategoria(const QString &status)
+{
+    if (status == StatusNew)
+        return TKRVStatoCategoria::Nuova;
+    if (status == StatusTrue)
+        return TKRVStatoCategoria::Rinominata;
+    return TKRVStatoCategoria::Scritta;
+}
+
+QString StatusNodo(TKRVStatoCategoria stato)
+{
+    switch (stato) {
+    case TKRVStatoCategoria::Nuova:
+        return StatusNew;
+    case TKRVStatoCategoria::Rinominata:
+        return StatusTrue;
+    case TKRVStatoCategoria::Scritta:
+        break;
+    }
+    return StatusFalse;
+}
+
 } // namespace
 
 TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(TKRVMain &main, const TKRVCategorieTabella &tabella,
                                                      QWidget *parent)
-    : QWidget(parent), m_main(main), m_tabella(tabella), m_dataset(main.Dataset(tabella.Dataset))
+    : QWidget(parent), m_main(main), m_tabella(tabella),
+      m_archivio(*main.Dataset(tabella.Dataset), tabella.Table, tabella.KeyColumn)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(m_tabella.Caption);
@@ -113,7 +136,6 @@ TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(TKRVMain &main, const TKRVC
     // Wide enough for the whole toolbar.
     setMinimumSize(qMax(layout->sizeHint().width(), 360), 420);
     resize(minimumSize());
-    OpenADODsIfClosed(m_dataset);
     CaricaAlberoCategorie();
     SetModified(false);
 }
@@ -255,7 +277,7 @@ void TKRVGestioneCategorieBase::actEliminaCategoriaExecute()
     if (!item)
         return;
     const TQ3TreeNode node = TreeNode(item);
-    if (!m_tabella.CanDelete(node.Id)) {
+    if (!m_tabella.CanDelete(m_main.ModADOConn()->Database(), node.Id)) {
         Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(MsgDatiCorrelati), TQ3MsgIcon::Warning);
         return;
     }
@@ -269,9 +291,7 @@ void TKRVGestioneCategorieBase::actEliminaCategoriaExecute()
         return;
     // A saved category goes at once: the deletion does not wait for "Salva".
     if (node.Status != StatusNew)
-        ExecSQL(m_main.ModADOConn()->Database(), QStringLiteral("DELETE FROM ") + m_tabella.Table
-                                                     + QStringLiteral(" WHERE ") + m_tabella.KeyColumn
-                                                     + QStringLiteral("=") + QString::number(node.Id));
+        m_archivio.Elimina(node.Id);
     QTreeWidgetItem *parent = item->parent();
     delete item;
     UpdateTreeNodeImages(parent, KRVImgFolderClosed, KRVImgFolderOpen);
@@ -280,45 +300,42 @@ void TKRVGestioneCategorieBase::actEliminaCategoriaExecute()
 void TKRVGestioneCategorieBase::actSalvaExecute()
 {
     TQ3BusyCursor busy;
-    TQ3Transaction transaction(m_main.ModADOConn()->Database());
+    QList<QTreeWidgetItem *> voci;
+    QList<TKRVCategoria> categorie = Categorie(voci);
     try {
-        SalvaCategorie();
-        transaction.Commit();
+        m_archivio.Salva(categorie);
+        RiportaCategorie(voci, categorie);
         SetModified(false);
     } catch (const std::exception &) {
-        transaction.Rollback();
-        m_dataset->Cancel();
+        RiportaCategorie(voci, categorie);
         Q3MessageBox(QStringLiteral("Errore"), QString::fromUtf8(MsgErroreSalvataggio), TQ3MsgIcon::Error);
     }
 }
 
-void TKRVGestioneCategorieBase::SalvaCategorie()
+QList<TKRVCategoria> TKRVGestioneCategorieBase::Categorie(QList<QTreeWidgetItem *> &voci) const
 {
-    // Tree order: every parent is written, and has its key, before its children.
+    QList<TKRVCategoria> categorie;
+    QHash<const QTreeWidgetItem *, int> posizioni;
     for (QTreeWidgetItemIterator it(m_tvCategorie); *it; ++it) {
         QTreeWidgetItem *item = *it;
         if (!HasTreeNode(item))
             continue;
-        TQ3TreeNode node = TreeNode(item);
-        if (node.Status == StatusNew) {
-            m_dataset->Append();
-            m_dataset->SetFieldValue(ColonnaCategoria, node.Text);
-            if (node.ParentId == -1 && Livello(item) > 1)
-                node.ParentId = TreeNode(item->parent()).Id;
-            const QVariant padre = node.ParentId == -1 ? QVariant(QMetaType::fromType<int>()) : QVariant(node.ParentId);
-            m_dataset->SetFieldValue(ColonnaPadre, padre);
-            m_dataset->Post();
-            // The key the database gave the row: the children written next refer to it.
-            node.Id = m_dataset->FieldValue(m_tabella.KeyColumn).toInt();
-            node.Status = StatusFalse;
-            SetTreeNode(item, node);
-        } else if (node.Status == StatusTrue && m_dataset->Locate(m_tabella.KeyColumn, node.Id)) {
-            m_dataset->Edit();
-            m_dataset->SetFieldValue(ColonnaCategoria, node.Text);
-            m_dataset->Post();
-            node.Status = StatusFalse;
-            SetTreeNode(item, node);
-        }
+        const TQ3TreeNode node = TreeNode(item);
+        // Below a category the parent is the category's entry, saved before it.
+        const int padre = Livello(item) > 1 ? posizioni.value(item->parent(), -1) : -1;
+        posizioni.insert(item, int(categorie.size()));
+        categorie.append({node.Id, node.Text, node.ParentId, padre, StatoCategoria(node.Status)});
+        voci.append(item);
+    }
+    return categorie;
+}
+
+void TKRVGestioneCategorieBase::RiportaCategorie(const QList<QTreeWidgetItem *> &voci,
+                                                 const QList<TKRVCategoria> &categorie)
+{
+    for (int i = 0; i < voci.size(); ++i) {
+        const TKRVCategoria &categoria = categorie.at(i);
+        SetTreeNode(voci.at(i), {categoria.Id, categoria.Testo, categoria.IdPadre, StatusNodo(categoria.Stato)});
     }
 }
 

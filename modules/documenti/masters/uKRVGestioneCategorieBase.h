@@ -1,14 +1,16 @@
 #pragma once
 
+#include "KRVArchivioCategorie.h"
+
 #include <QAction>
 #include <QMenu>
+#include <QSqlDatabase>
 #include <QString>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QWidget>
 
 class TKRVMain;
-class TQ3Dataset;
 
 // What sets one category table apart from the other.
 struct TKRVCategorieTabella
@@ -17,7 +19,7 @@ struct TKRVCategorieTabella
     QString Table;     // the category table
     QString KeyColumn; // its key column
     QString Dataset;   // the main object's dataset on the table
-    bool (*CanDelete)(int id) = nullptr;
+    bool (*CanDelete)(const QSqlDatabase &db, int id) = nullptr;
 };
 
 // A window that edits a tree of categories in memory (new, rename, delete)
@@ -52,7 +54,10 @@ private:
     void actRinominaCategoriaExecute();
     void actEliminaCategoriaExecute();
     void actSalvaExecute();
-    void SalvaCategorie();
+    // The tree's categories in tree order, with the entries they stand for.
+    QList<TKRVCategoria> Categorie(QList<QTreeWidgetItem *> &voci) const;
+    // What the save made of the categories back into their entries.
+    static void RiportaCategorie(const QList<QTreeWidgetItem *> &voci, const QList<TKRVCategoria> &categorie);
 
     void tvCategorieEdited(QTreeWidgetItem *item, const QString &text);
     void tvCategorieExpanded(QTreeWidgetItem *item);
@@ -66,7 +71,7 @@ private:
 
     TKRVMain &m_main;
     const TKRVCategorieTabella m_tabella;
-    TQ3Dataset *m_dataset;
+    TKRVArchivioCategorie m_archivio;
     bool m_modified = false;
     bool m_inEdited = false;
     QTreeWidget *m_tvCategorie;

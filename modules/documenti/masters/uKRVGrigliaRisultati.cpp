@@ -54,9 +54,9 @@ void TKRVGrigliaRisultati::Svuota()
     horizontalHeader()->blockSignals(false);
 }
 
-void TKRVGrigliaRisultati::Carica(QSqlQuery &query)
+void TKRVGrigliaRisultati::Carica(const std::function<void(TKRVRisultati &)> &leggi)
 {
-    m_risultati->Carica(query);
+    leggi(*m_risultati);
     if (rowCount() > 0)
         selectRow(0);
 }

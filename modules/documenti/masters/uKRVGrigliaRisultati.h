@@ -3,9 +3,10 @@
 #include "KRVRisultati.h"
 
 #include <QList>
-#include <QSqlQuery>
 #include <QString>
 #include <QTableView>
+
+#include <functional>
 
 // The read-only results grid of search lists and selection dialogs: one
 // header row, whole rows selected, sorting by a click on a header, and in
@@ -24,8 +25,9 @@ public:
     void CreaGrigliaVuota(const QString &keyField, const QList<TKRVColonna> &columns);
     // Down to the header row, in the query's order again.
     void Svuota();
-    // One row per query row, in the query's order; the first row is selected.
-    void Carica(QSqlQuery &query);
+    // The rows the reading appends to the results, in its order; the first
+    // row is selected.
+    void Carica(const std::function<void(TKRVRisultati &)> &leggi);
 
     int rowCount() const { return m_risultati->rowCount(); }
     int columnCount() const { return m_risultati->columnCount(); }

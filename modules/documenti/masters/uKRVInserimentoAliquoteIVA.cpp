@@ -102,7 +102,7 @@ QString TKRVInserimentoAliquoteIVA::ValidationError()
         return QStringLiteral("Non è stato indicato il codice!");
     if (txtDescrizione->text().isEmpty())
         return QStringLiteral("Non è stata indicata la descrizione!");
-    if (CodiceAliquotaIvaExists(txtCodice->text(), IdRecord()))
+    if (CodiceAliquotaIvaExists(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     // A percentage the field refused is never written.
     if (!AliquotaValida())

@@ -1,11 +1,9 @@
 #include "uKRVInserimentoBase.h"
 
-#include "KRVSession.h"
+#include "KRVArchivioRecord.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
 #include "Q3MainForm.h"
-#include "Q3Sql.h"
-#include "Q3Utils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVMain.h"
@@ -70,6 +68,16 @@ QString TKRVInserimentoBase::MsgModificheNonSalvate()
 QString TKRVInserimentoBase::MsgSalvareModifiche()
 {
     return QStringLiteral("Salvare le modifiche al record corrente\n\rprima di continuare?");
+}
+
+QSqlDatabase TKRVInserimentoBase::Sessione() const
+{
+    return m_main.ModADOConn()->Database();
+}
+
+int TKRVInserimentoBase::ProssimaChiave() const
+{
+    return KRVProssimaChiave(Sessione(), m_info.Generator);
 }
 
 TQ3Dataset *TKRVInserimentoBase::Dataset() const
@@ -199,18 +207,9 @@ int TKRVInserimentoBase::ApriRecord(int id)
 bool TKRVInserimentoBase::LeggiRecord(int id)
 {
     TQ3Dataset *dataset = Dataset();
-    dataset->Close();
-    dataset->SetParamValue(m_info.KeyField, id);
-    dataset->Open();
-    if (dataset->IsEmpty()) {
-        // The window keeps its record: so does the dataset its save writes through.
-        dataset->Close();
-        if (!m_newRecord) {
-            dataset->SetParamValue(m_info.KeyField, m_idRecord);
-            dataset->Open();
-        }
+    TKRVArchivioRecord archivio(*dataset, m_info.KeyField, m_info.Generator);
+    if (!archivio.Leggi(id, m_newRecord ? std::nullopt : std::optional<int>(m_idRecord)))
         return false;
-    }
     FillFields(*dataset);
     return true;
 }
@@ -254,30 +253,15 @@ void TKRVInserimentoBase::DopoSalvataggio()
 
 void TKRVInserimentoBase::ScriviRecord()
 {
-    TQ3BusyCursor busy;
-    TQ3Dataset *dataset = Dataset();
-    const QSqlDatabase db = m_main.ModADOConn()->Database();
-    TQ3Transaction transaction(db);
+    TKRVArchivioRecord archivio(*Dataset(), m_info.KeyField, m_info.Generator);
+    int id = m_idRecord;
     try {
-        // A record whose first save failed has no row yet: it is inserted.
-        if (m_newRecord || !dataset->Active() || dataset->Eof()) {
-            // The record goes by the key it expects until the row has its own.
-            SetIdRecord(GetLastGeneratorValue(m_info.Generator, db) + 1);
-            dataset->AppendNew(m_info.KeyField);
-        } else {
-            dataset->Edit();
-        }
-        WriteFields(*dataset);
-        const bool inserita = dataset->State() == TQ3Dataset::TState::Insert;
-        dataset->Post();
-        if (inserita)
-            SetIdRecord(dataset->FieldValue(m_info.KeyField).toInt());
-        transaction.Commit();
+        archivio.Scrivi(m_newRecord, [this](TQ3Dataset &dataset) { WriteFields(dataset); }, id);
     } catch (...) {
-        dataset->Cancel();
-        transaction.Rollback();
+        SetIdRecord(id);
         throw;
     }
+    SetIdRecord(id);
 }
 
 void TKRVInserimentoBase::AggiornaRicerca()
@@ -291,12 +275,12 @@ void TKRVInserimentoBase::AggiornaRicerca()
 
 bool TKRVInserimentoBase::CanDeleteRecord()
 {
-    return m_info.CanDelete(m_idRecord);
+    return m_info.CanDelete(Sessione(), m_idRecord);
 }
 
 bool TKRVInserimentoBase::DeleteRecord()
 {
-    return m_newRecord || m_info.Delete(m_idRecord, true);
+    return m_newRecord || m_info.Delete(Sessione(), m_idRecord, true);
 }
 
 bool TKRVInserimentoBase::ConsentiChiusura()

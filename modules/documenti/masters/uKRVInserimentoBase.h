@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QFormLayout>
 #include <QSize>
+#include <QSqlDatabase>
 #include <QString>
 #include <QTabWidget>
 #include <QToolBar>
@@ -27,8 +28,8 @@ struct TKRVInserimentoInfo
     TQ3MsgIcon CheckIcon = TQ3MsgIcon::Warning;        // boxes of the save checks
     TQ3MsgIcon SaveFailureIcon = TQ3MsgIcon::Error;
     // Delete rule and delete service of a record known by its key.
-    bool (*CanDelete)(int id) = nullptr;
-    bool (*Delete)(int id, bool ask) = nullptr;
+    bool (*CanDelete)(const QSqlDatabase &db, int id) = nullptr;
+    bool (*Delete)(const QSqlDatabase &db, int id, bool ask) = nullptr;
     QString DeleteRefused;
     // Rights asked before creating or saving, and before deleting (none when empty).
     QString PermessoModifica{};
@@ -87,6 +88,10 @@ protected:
     TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info);
 
     TKRVMain &Main() const { return m_main; }
+    // The module database session, which the editor hands to the services it calls.
+    QSqlDatabase Sessione() const;
+    // The key a new record of the editor's table is expected to take.
+    int ProssimaChiave() const;
     const TKRVInserimentoInfo &Info() const { return m_info; }
     TQ3Dataset *Dataset() const;
 

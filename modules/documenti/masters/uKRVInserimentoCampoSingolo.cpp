@@ -31,7 +31,7 @@ QString TKRVInserimentoCampoSingolo::ValidationError()
 {
     if (m_edit->text().isEmpty())
         return m_campo.MsgVuoto;
-    if (m_campo.Exists(m_edit->text(), IdRecord()))
+    if (m_campo.Exists(Sessione(), m_edit->text(), IdRecord()))
         return m_campo.MsgEsistente;
     return {};
 }

@@ -13,7 +13,7 @@ struct TKRVCampoSingoloInfo
     bool UpperCase = false;
     QString Column;
     QString MsgVuoto;       // the text is empty
-    bool (*Exists)(const QString &text, int id) = nullptr;
+    bool (*Exists)(const QSqlDatabase &db, const QString &text, int id) = nullptr;
     QString MsgEsistente;   // another row holds the text
 };
 

@@ -1,6 +1,5 @@
 #include "uKRVInserimentoCatalogo.h"
 
-#include "KRVSession.h"
 #include "KRVUtils.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
@@ -93,7 +92,7 @@ void TKRVInserimentoCatalogo::cmdSelezionaUMClick()
 
 void TKRVInserimentoCatalogo::ClearFields()
 {
-    const int next = GetLastGeneratorValue(m_catalogo.Generator, KRVModuleDatabase()) + 1;
+    const int next = ProssimaChiave();
     txtCodice->setText(GetCustomCodice(next, m_catalogo.CodePrefix, QString(), 10));
     txtDescrizione->clear();
     txtCategoria->SelezionaCategoria(-1);
@@ -110,13 +109,13 @@ void TKRVInserimentoCatalogo::FillFields(const TQ3Dataset &dataset)
     txtCategoria->SelezionaCategoria(dataset.FieldValue(m_catalogo.CategoryKey).toInt());
     txtPrezzo->setValue(dataset.FieldValue(QStringLiteral("PREZZO")).toDouble());
     txtCosto->setValue(dataset.FieldValue(QStringLiteral("COSTO")).toDouble());
-    const TAliquotaIVA aliquota = GetAliquotaIVA(dataset.FieldValue(QStringLiteral("IDALIQUOTA_IVA")).toInt());
+    const TAliquotaIVA aliquota = GetAliquotaIVA(Sessione(), dataset.FieldValue(QStringLiteral("IDALIQUOTA_IVA")).toInt());
     if (aliquota.IDALIQUOTA_IVA > 0)
         m_aliquotaIVA->Imposta(aliquota.IDALIQUOTA_IVA, TestoAliquota(aliquota));
     else
         m_aliquotaIVA->Svuota();
     const int idUM = dataset.FieldValue(QStringLiteral("IDUM")).toInt();
-    const QString um = GetUM(idUM);
+    const QString um = GetUM(Sessione(), idUM);
     if (um.isEmpty())
         m_um->Svuota();
     else
@@ -142,7 +141,7 @@ QString TKRVInserimentoCatalogo::ValidationError()
         return QStringLiteral("Non è stata indicata la descrizione!");
     if (txtCategoria->Categoria() < 0)
         return QStringLiteral("Non è stata indicata la categoria!");
-    if (m_catalogo.CodiceExists(txtCodice->text(), IdRecord()))
+    if (m_catalogo.CodiceExists(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     if (m_aliquotaIVA->Tag() == 0)
         return QStringLiteral("Non è stata indicata l'aliquota IVA!");
@@ -154,7 +153,7 @@ QString TKRVInserimentoCatalogo::ValidationError()
 bool TKRVInserimentoCatalogo::CanDeleteRecord()
 {
     // The code as the field shows it, even when not yet saved.
-    return m_catalogo.Eliminazione.CanDelete(txtCodice->text());
+    return m_catalogo.Eliminazione.CanDelete(Sessione(), txtCodice->text());
 }
 
 bool TKRVInserimentoCatalogo::DeleteRecord()
@@ -162,7 +161,7 @@ bool TKRVInserimentoCatalogo::DeleteRecord()
     if (!Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
     // A failed delete is reported; the window blanks all the same.
-    if (!NewRecord() && KRVEliminaRecord(m_catalogo.Eliminazione, IdRecord()))
+    if (!NewRecord() && KRVEliminaRecord(Sessione(), m_catalogo.Eliminazione, IdRecord()))
         AggiornaRicerca();
     return true;
 }

@@ -130,7 +130,7 @@ TKRVInserimentoClienti::TKRVInserimentoClienti(TKRVMain &main)
 // No field takes more characters than its column holds, whatever its own limit.
 void TKRVInserimentoClienti::LimitaAlleColonne()
 {
-    const QHash<QString, int> lunghezze = KRVLunghezzeColonne(QStringLiteral("CLIENTI"));
+    const QHash<QString, int> lunghezze = KRVLunghezzeColonne(Sessione(), QStringLiteral("CLIENTI"));
     for (const TCampoTesto &campo : std::as_const(m_testi)) {
         if (lunghezze.contains(campo.Column))
             campo.Edit->setMaxLength(qMin(campo.Edit->maxLength(), lunghezze.value(campo.Column)));
@@ -250,7 +250,7 @@ void TKRVInserimentoClienti::ClearFields()
     pgcPagine->setCurrentIndex(0);
     for (const TCampoTesto &campo : std::as_const(m_testi))
         campo.Edit->clear();
-    const int prossimo = GetLastGeneratorValue(Info().Generator, Main().ModADOConn()->Database()) + 1;
+    const int prossimo = ProssimaChiave();
     txtCodice->setText(GetCustomCodice(prossimo, QStringLiteral("CLN"), QString(), 10));
     ImpostaTipoPagamento(0, QString());
     txtNote->clear();
@@ -261,7 +261,7 @@ void TKRVInserimentoClienti::FillFields(const TQ3Dataset &dataset)
     for (const TCampoTesto &campo : std::as_const(m_testi))
         campo.Edit->setText(dataset.FieldValue(campo.Column).toString());
     const int idTipoPagamento = dataset.FieldValue(QStringLiteral("IDTIPO_PAGAMENTO")).toInt();
-    ImpostaTipoPagamento(idTipoPagamento, idTipoPagamento > 0 ? GetTipoPagamento(idTipoPagamento) : QString());
+    ImpostaTipoPagamento(idTipoPagamento, idTipoPagamento > 0 ? GetTipoPagamento(Sessione(), idTipoPagamento) : QString());
     txtNote->setPlainText(dataset.FieldValue(QStringLiteral("NOTE")).toString());
 }
 
@@ -281,7 +281,7 @@ QString TKRVInserimentoClienti::ValidationError()
         return QStringLiteral("Non è stato indicato il codice!");
     if (txtRagioneSociale->text().isEmpty())
         return QStringLiteral("Non è stata indicata la ragione sociale!");
-    if (CodiceClienteExists(txtCodice->text(), IdRecord()))
+    if (CodiceClienteExists(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     return {};
 }
@@ -289,7 +289,7 @@ QString TKRVInserimentoClienti::ValidationError()
 bool TKRVInserimentoClienti::CanDeleteRecord()
 {
     // The rule is asked about the code shown.
-    return KRVEliminazioneClienti().CanDelete(txtCodice->text());
+    return KRVEliminazioneClienti().CanDelete(Sessione(), txtCodice->text());
 }
 
 bool TKRVInserimentoClienti::DeleteRecord()
@@ -298,6 +298,6 @@ bool TKRVInserimentoClienti::DeleteRecord()
         return false;
     // A failed delete is reported; the window blanks all the same.
     if (!NewRecord())
-        KRVEliminaRecord(KRVEliminazioneClienti(), IdRecord());
+        KRVEliminaRecord(Sessione(), KRVEliminazioneClienti(), IdRecord());
     return true;
 }

@@ -1,9 +1,11 @@
 #include "uKRVModSelezionaAliquotaIVA.h"
 
+#include "KRVQueryElenchi.h"
+
 TKRVModSelezionaAliquotaIVA::TKRVModSelezionaAliquotaIVA()
     : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un'aliquota IVA"),
-                            .QueryHead = QStringLiteral("SELECT * FROM ALIQUOTE_IVA "),
-                            .QueryTail = QStringLiteral(" ORDER BY UPPER(CODICE)"),
+                            .QueryHead = KRVQueryAliquoteIVATesta,
+                            .QueryTail = KRVQuerySelezioneAliquotaIVACoda,
                             .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
                             .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                         {QStringLiteral("Descrizione"), 300, QStringLiteral("DESCRIZIONE"),

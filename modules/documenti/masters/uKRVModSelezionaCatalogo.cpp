@@ -1,5 +1,6 @@
 #include "uKRVModSelezionaCatalogo.h"
 
+#include "KRVQueryElenchi.h"
 #include "Q3Guards.h"
 
 TKRVModSelezionaCatalogo::TKRVModSelezionaCatalogo(const TKRVCatalogo &catalogo, const QString &caption,
@@ -7,7 +8,7 @@ TKRVModSelezionaCatalogo::TKRVModSelezionaCatalogo(const TKRVCatalogo &catalogo,
     : TKRVModSelezionaBase(
         {.Caption = caption,
          .QueryHead = queryHead,
-         .QueryTail = QStringLiteral(" ORDER BY UPPER(CODICE)"),
+         .QueryTail = KRVQueryCatalogoCoda,
          .KeyField = catalogo.KeyField,
          .Columns = {{QStringLiteral("Codice"), 130, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                      {QStringLiteral("Descrizione"), 330, QStringLiteral("DESCRIZIONE"), TKRVTipoColonna::Testo},

@@ -1,5 +1,6 @@
 #include "uKRVModSelezionaCliente.h"
 
+#include "KRVQueryElenchi.h"
 #include "uKRVBarraLettere.h"
 
 #include <QVBoxLayout>
@@ -7,8 +8,8 @@
 TKRVModSelezionaCliente::TKRVModSelezionaCliente()
     : TKRVModSelezionaBase(
           {.Caption = QStringLiteral("Seleziona un cliente"),
-           .QueryHead = QStringLiteral("SELECT * FROM CLIENTI "),
-           .QueryTail = QStringLiteral(" ORDER BY UPPER(RAGIONESOCIALE)"),
+           .QueryHead = KRVQueryClientiTesta,
+           .QueryTail = KRVQueryClientiCoda,
            .KeyField = QStringLiteral("IDCLIENTE"),
            .Columns = {{QStringLiteral("Codice"), 120, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                        {QStringLiteral("Ragione sociale"), 358, QStringLiteral("RAGIONESOCIALE"), TKRVTipoColonna::Testo},

@@ -1,9 +1,11 @@
 #include "uKRVModSelezionaTipoPagamento.h"
 
+#include "KRVQueryElenchi.h"
+
 TKRVModSelezionaTipoPagamento::TKRVModSelezionaTipoPagamento()
     : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un tipo di pagamento"),
-                            .QueryHead = QStringLiteral("SELECT * FROM TIPI_PAGAMENTO "),
-                            .QueryTail = QStringLiteral(" ORDER BY UPPER(TIPO_PAGAMENTO)"),
+                            .QueryHead = KRVQueryTipiPagamentoTesta,
+                            .QueryTail = KRVQueryTipiPagamentoCoda,
                             .KeyField = QStringLiteral("IDTIPO_PAGAMENTO"),
                             .Columns = {{QStringLiteral("Tipo di pagamento"), 420, QStringLiteral("TIPO_PAGAMENTO"),
                                          TKRVTipoColonna::Testo}},

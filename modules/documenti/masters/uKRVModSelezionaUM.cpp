@@ -1,9 +1,11 @@
 #include "uKRVModSelezionaUM.h"
 
+#include "KRVQueryElenchi.h"
+
 TKRVModSelezionaUM::TKRVModSelezionaUM()
     : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un'unità di misura"),
-                            .QueryHead = QStringLiteral("SELECT * FROM UM "),
-                            .QueryTail = QStringLiteral(" ORDER BY UPPER(UM)"),
+                            .QueryHead = KRVQueryUMTesta,
+                            .QueryTail = KRVQueryUMCoda,
                             .KeyField = QStringLiteral("IDUM"),
                             .Columns = {{QStringLiteral("Unità di misura"), 300, QStringLiteral("UM"),
                                          TKRVTipoColonna::Testo}},

@@ -1,12 +1,13 @@
 #include "uKRVRicercaAliquoteIva.h"
 
+#include "KRVQueryElenchi.h"
 #include "KRVUtils.h"
 
 TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(TKRVMain &main)
     : TKRVRicercaBase(
           main, {.Elenco = {.Caption = QStringLiteral("Aliquote IVA"),
-                            .QueryHead = QStringLiteral("SELECT * FROM ALIQUOTE_IVA "),
-                            .QueryTail = QStringLiteral(" ORDER BY CODICE"),
+                            .QueryHead = KRVQueryAliquoteIVATesta,
+                            .QueryTail = KRVQueryAliquoteIVACoda,
                             .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
                             .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                         {QStringLiteral("Descrizione"), 610, QStringLiteral("DESCRIZIONE"),

@@ -1,9 +1,8 @@
 #include "uKRVRicercaArticoli.h"
 
-#include "KRVSession.h"
+#include "KRVElenco.h"
 #include "KRVStampe.h"
 #include "Q3Guards.h"
-#include "Q3Sql.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 
@@ -91,8 +90,8 @@ void TKRVRicercaArticoli::AggiornaGriglia(const QString &where, int page)
     if (!KRVTestoCercabile(where))
         return;
     TQ3BusyCursor busy;
-    const QSqlDatabase db = KRVModuleDatabase();
-    const int count = QueryScalar(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA ") + where).toInt();
+    const QSqlDatabase db = Sessione();
+    const int count = KRVContaArticoli(db, where);
     SetPageTotal(count / PageSize);
     if (count % PageSize > 0)
         SetPageTotal(m_pageTotal + 1);
@@ -100,15 +99,7 @@ void TKRVRicercaArticoli::AggiornaGriglia(const QString &where, int page)
         page = m_pageTotal;
     if (page < 1)
         page = 1;
-    QSqlQuery query =
-        OpenQuery(db, QStringLiteral("SELECT FIRST ") + QStringLiteral("200") + QStringLiteral(" SKIP ")
-                          + QString::number((page - 1) * PageSize) + QStringLiteral(" ")
-                          + QStringLiteral("ANA_MAGA.*, ") + QStringLiteral("CATEGORIE_ANA_MAGA.CATEGORIA ")
-                          + QStringLiteral("FROM ANA_MAGA ") + QStringLiteral("LEFT JOIN CATEGORIE_ANA_MAGA ON ")
-                          + QStringLiteral("ANA_MAGA.IDCATEGORIA_ANA_MAGA = "
-                                           "CATEGORIE_ANA_MAGA.IDCATEGORIA_ANA_MAGA ")
-                          + where + QStringLiteral(" ORDER BY UPPER(CODICE)"));
-    grid->Carica(query);
+    grid->Carica([&](TKRVRisultati &risultati) { KRVCaricaPaginaArticoli(db, where, page, PageSize, risultati); });
     SetPageCurrent(page);
 }
 

@@ -110,12 +110,17 @@ void TKRVRicercaBase::actEliminaExecute()
     const int id = m_elenco->Griglia()->ChiaveSelezionata();
     if (id < 0)
         return;
-    if (!m_info.CanDelete(id)) {
+    if (!m_info.CanDelete(Sessione(), id)) {
         Q3ShowWarning(m_info.DeleteRefused.isEmpty() ? MsgDatiCorrelati() : m_info.DeleteRefused);
         return;
     }
-    if (m_info.Delete(id, true))
+    if (m_info.Delete(Sessione(), id, true))
         m_elenco->Griglia()->RimuoviSelezionata();
+}
+
+QSqlDatabase TKRVRicercaBase::Sessione() const
+{
+    return m_main.ModADOConn()->Database();
 }
 
 void TKRVRicercaBase::actModificaExecute()

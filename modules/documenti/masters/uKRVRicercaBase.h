@@ -3,6 +3,7 @@
 #include "uKRVElencoRicerca.h"
 
 #include <QAction>
+#include <QSqlDatabase>
 #include <QToolBar>
 #include <QWidget>
 
@@ -15,8 +16,8 @@ struct TKRVRicercaInfo
     QString EditorAction;           // the main object's action that shows the editor
     int ColonnaDescrizione = 1;     // the column that takes the width left over
     // Delete rule and delete service of a row known by its key.
-    bool (*CanDelete)(int id) = nullptr;
-    bool (*Delete)(int id, bool ask) = nullptr;
+    bool (*CanDelete)(const QSqlDatabase &db, int id) = nullptr;
+    bool (*Delete)(const QSqlDatabase &db, int id, bool ask) = nullptr;
     // Rights asked before opening a row, creating one and deleting one (none when empty).
     QString PermessoApertura{};
     QString PermessoNuovo{};
@@ -52,6 +53,8 @@ protected:
 
     TKRVElencoRicerca *Elenco() const { return m_elenco; }
     TKRVMain &Main() const { return m_main; }
+    // The module database session, which the list hands to the services it calls.
+    QSqlDatabase Sessione() const;
     const TKRVRicercaInfo &Info() const { return m_info; }
 
     // Sizes the window, builds the empty grid and loads it the member's way;

@@ -70,8 +70,8 @@ void TKRVRicercaCatalogo::actEliminaExecute()
     if (!grid->HaRigaSelezionata())
         return;
     // The test follows what the user typed in the code filter, not the row.
-    if (!KRVConfermaEliminazione(m_catalogo.Eliminazione, Elenco()->Filtro(QStringLiteral("txtCodice"))->text()))
+    if (!KRVConfermaEliminazione(Sessione(), m_catalogo.Eliminazione, Elenco()->Filtro(QStringLiteral("txtCodice"))->text()))
         return;
-    if (KRVEliminaRecord(m_catalogo.Eliminazione, grid->ChiaveSelezionata()))
+    if (KRVEliminaRecord(Sessione(), m_catalogo.Eliminazione, grid->ChiaveSelezionata()))
         grid->RimuoviSelezionata();
 }

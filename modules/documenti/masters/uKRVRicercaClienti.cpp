@@ -1,5 +1,6 @@
 #include "uKRVRicercaClienti.h"
 
+#include "KRVQueryElenchi.h"
 #include "Q3Sql.h"
 #include "uKRVBarraLettere.h"
 #include "uKRVEliminazione.h"
@@ -27,8 +28,8 @@ TKRVRicercaClienti::TKRVRicercaClienti(TKRVMain &main)
     : TKRVRicercaBase(
           main,
           {.Elenco = {.Caption = QStringLiteral("Ricerca clienti"),
-                      .QueryHead = QStringLiteral("SELECT * FROM CLIENTI "),
-                      .QueryTail = QStringLiteral(" ORDER BY UPPER(RAGIONESOCIALE)"),
+                      .QueryHead = KRVQueryClientiTesta,
+                      .QueryTail = KRVQueryClientiCoda,
                       .KeyField = QStringLiteral("IDCLIENTE"),
                       .Columns = {{QStringLiteral("Codice"), 100, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                   {QStringLiteral("Ragione sociale"), 490, QStringLiteral("RAGIONESOCIALE"),
@@ -101,8 +102,8 @@ void TKRVRicercaClienti::actEliminaExecute()
         return;
     // The rule is asked about the code typed in the filter, not the row's.
     const TKRVEliminazionePerCodice &clienti = KRVEliminazioneClienti();
-    if (!KRVConfermaEliminazione(clienti, Elenco()->Filtro(FiltroCodice)->text()))
+    if (!KRVConfermaEliminazione(Sessione(), clienti, Elenco()->Filtro(FiltroCodice)->text()))
         return;
-    if (KRVEliminaRecord(clienti, id))
+    if (KRVEliminaRecord(Sessione(), clienti, id))
         GridRisultati()->RimuoviSelezionata();
 }

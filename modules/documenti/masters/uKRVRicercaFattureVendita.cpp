@@ -1,6 +1,7 @@
 #include "uKRVRicercaFattureVendita.h"
 
 #include "KRVDeleteRules.h"
+#include "KRVQueryElenchi.h"
 #include "KRVStampe.h"
 #include "Q3Messages.h"
 #include "uKRVFormKit.h"
@@ -13,8 +14,8 @@ TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(TKRVMain &main)
     : TKRVRicercaDocumentiVendita(
           main,
           {.Elenco = {.Caption = QStringLiteral("Gestione fatture di vendita"),
-                      .QueryHead = QStringLiteral("SELECT * FROM FATT_VEND "),
-                      .QueryTail = QStringLiteral(" ORDER BY ANNO DESC, NUMERO DESC"),
+                      .QueryHead = KRVQueryFattVendTesta,
+                      .QueryTail = KRVQueryDocumentiCoda,
                       .KeyField = QStringLiteral("IDFATT_VEND"),
                       .Columns = ColonneDocumento(),
                       .Filters = {{.Name = QStringLiteral("txtCodice"), .Label = QStringLiteral("Codice"),
@@ -22,10 +23,8 @@ TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(TKRVMain &main)
                                   {.Name = QStringLiteral("txtRagioneSociale"), .Label = QStringLiteral("Ragione sociale"),
                                    .Condition = QStringLiteral("CLI_RAGIONESOCIALE CONTAINING ")},
                                   {.Name = QStringLiteral("txtRigaDescrizione"), .Label = QStringLiteral("Riga"),
-                                   .Condition = QStringLiteral("(FATT_VEND.IDFATT_VEND IN (SELECT FATT_VEND_DETT.IDFATT_VEND "
-                                                               "FROM FATT_VEND_DETT WHERE FATT_VEND_DETT.DESCRIZIONE "
-                                                               "CONTAINING "),
-                                   .Closing = QStringLiteral("))")}}},
+                                   .Condition = KRVCondizioneRigaFattVend,
+                                   .Closing = KRVCondizioneRigaFattVendChiusura}}},
            .EditorAction = QStringLiteral("actInserimentoFattureVendita"),
            .ColonnaDescrizione = 4,
            .CanDelete = &CanDeleteFatturaVendita,

@@ -1,14 +1,15 @@
 #include "uKRVRicercaNoteAccredito.h"
 
 #include "KRVDeleteRules.h"
+#include "KRVQueryElenchi.h"
 #include "uKRVImages.h"
 
 TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(TKRVMain &main)
     : TKRVRicercaDocumentiVendita(
           main,
           {.Elenco = {.Caption = QStringLiteral("Ricerca note di accredito"),
-                      .QueryHead = QStringLiteral("SELECT * FROM NOTE_ACCREDITO "),
-                      .QueryTail = QStringLiteral(" ORDER BY ANNO DESC, NUMERO DESC"),
+                      .QueryHead = KRVQueryNoteAccreditoTesta,
+                      .QueryTail = KRVQueryDocumentiCoda,
                       .KeyField = QStringLiteral("IDNOTA_ACCREDITO"),
                       .Columns = ColonneDocumento(),
                       .Filters = {{.Name = QStringLiteral("txtCodice"), .Label = QStringLiteral("Codice"),

@@ -1,11 +1,10 @@
 #include "uKRVRicercaServizi.h"
 
+#include "KRVQueryElenchi.h"
+
 TKRVRicercaServizi::TKRVRicercaServizi(TKRVMain &main)
     : TKRVRicercaCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Ricerca servizi"),
-                          QStringLiteral("SELECT SERVIZI.*, CATEGORIE_SERVIZI.CATEGORIA FROM SERVIZI LEFT JOIN "
-                                         "CATEGORIE_SERVIZI ON SERVIZI.IDCATEGORIA_SERVIZI="
-                                         "CATEGORIE_SERVIZI.IDCATEGORIA_SERVIZI "),
-                          QStringLiteral(" ORDER BY UPPER(CODICE)"))
+                          KRVQueryRicercaServiziTesta, KRVQueryCatalogoCoda)
 {
     setObjectName(QStringLiteral("KRVRicercaServizi"));
     FormCreate();

@@ -1,11 +1,12 @@
 #include "uKRVRicercaTipiPagamento.h"
 
+#include "KRVQueryElenchi.h"
 #include "KRVUtils.h"
 
 TKRVRicercaTipiPagamento::TKRVRicercaTipiPagamento(TKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Tipi di pagamento"),
-                                        .QueryHead = QStringLiteral("SELECT * FROM TIPI_PAGAMENTO "),
-                                        .QueryTail = QStringLiteral(" ORDER BY UPPER(TIPO_PAGAMENTO)"),
+                                        .QueryHead = KRVQueryTipiPagamentoTesta,
+                                        .QueryTail = KRVQueryTipiPagamentoCoda,
                                         .KeyField = QStringLiteral("IDTIPO_PAGAMENTO"),
                                         .Columns = {{QStringLiteral("Tipo di pagamento"), 770,
                                                      QStringLiteral("TIPO_PAGAMENTO"), TKRVTipoColonna::Testo}},

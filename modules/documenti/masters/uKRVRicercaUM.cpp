@@ -1,11 +1,12 @@
 #include "uKRVRicercaUM.h"
 
+#include "KRVQueryElenchi.h"
 #include "KRVUtils.h"
 
 TKRVRicercaUM::TKRVRicercaUM(TKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Unità di misura"),
-                                        .QueryHead = QStringLiteral("SELECT * FROM UM "),
-                                        .QueryTail = QStringLiteral(" ORDER BY UPPER(UM)"),
+                                        .QueryHead = KRVQueryUMTesta,
+                                        .QueryTail = KRVQueryUMCoda,
                                         .KeyField = QStringLiteral("IDUM"),
                                         .Columns = {{QStringLiteral("Unità di misura"), 770, QStringLiteral("UM"),
                                                      TKRVTipoColonna::Testo}},

@@ -75,8 +75,10 @@ void StampaFatturaVendita(int IdFattVend, const QString &NomeFilePDF, int Destin
             report = QStringLiteral("FattVendIVAEsente");
             QVariant nota;
             host->rProject()->SetParam(QStringLiteral("Param1"),
-                                       GetOptionValue(QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota) ? nota.toString()
-                                                                                                    : QString());
+                                       GetOptionValue(fattVend->Connection()->Database(),
+                                                      QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota)
+                                           ? nota.toString()
+                                           : QString());
         }
         TQ3ReportSystem *system = host->rSystem();
         if (Destinazione == int(TQ3ReportDestination::File)) {

@@ -3,6 +3,7 @@
 #include "KRVActionCatalogue.h"
 #include "KRVSession.h"
 #include "KRVStampe.h"
+#include "KRVdmStampe.h"
 #include "Q3Dataset.h"
 #include "Q3Module.h"
 #include "Q3Report.h"
@@ -20,7 +21,6 @@
 
 #include "uKRVSalvaExcel.h"
 #include "uKRVSalvaPDF.h"
-#include "uKRVdmStampe.h"
 
 // The module's main object: owns the actions, menus, toolbars, the module
 // database session and the report project, and keeps one instance of every

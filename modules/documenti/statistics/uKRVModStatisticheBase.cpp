@@ -61,8 +61,8 @@ QPushButton *Comando(const QString &nome, const QString &caption, QWidget *owner
 const TKRVVoceStatistica &KRVVoceArticolo()
 {
     static const TKRVVoceStatistica articolo{QStringLiteral("Articolo"), QStringLiteral("actModSelezionaArticolo"),
-                                            [](int id) -> TKRVVoceTrovata {
-                                                const TArticolo trovato = GetArticolo(id);
+                                            [](const QSqlDatabase &db, int id) -> TKRVVoceTrovata {
+                                                const TArticolo trovato = GetArticolo(db, id);
                                                 return {trovato.IDANA_MAGA > 0, trovato.CODICE, trovato.DESCRIZIONE};
                                             }};
     return articolo;
@@ -71,11 +71,16 @@ const TKRVVoceStatistica &KRVVoceArticolo()
 const TKRVVoceStatistica &KRVVoceServizio()
 {
     static const TKRVVoceStatistica servizio{QStringLiteral("Servizio"), QStringLiteral("actModSelezionaServizio"),
-                                             [](int id) -> TKRVVoceTrovata {
-                                                 const TServizio trovato = GetServizio(id);
+                                             [](const QSqlDatabase &db, int id) -> TKRVVoceTrovata {
+                                                 const TServizio trovato = GetServizio(db, id);
                                                  return {trovato.IDSERVIZIO > 0, trovato.CODICE, trovato.DESCRIZIONE};
                                              }};
     return servizio;
+}
+
+QSqlDatabase TKRVModStatisticheBase::Sessione() const
+{
+    return m_main.ModADOConn()->Database();
 }
 
 TKRVModStatisticheBase::TKRVModStatisticheBase(TKRVMain &main, TKRVStatistica statistica)
@@ -190,7 +195,7 @@ void TKRVModStatisticheBase::SetIdVoce(int id)
     lblVoce->setText(QStringLiteral("Tutti"));
     if (id <= 0)
         return;
-    const TKRVVoceTrovata trovata = m_statistica.Voce->Cerca(id);
+    const TKRVVoceTrovata trovata = m_statistica.Voce->Cerca(Sessione(), id);
     if (!trovata.Trovata) {
         m_idVoce = -1;
         return;

@@ -3,6 +3,7 @@
 #include "KRVStatisticheFatturatoRighe.h"
 
 #include <QDialog>
+#include <QSqlDatabase>
 
 class QAction;
 class QDateEdit;
@@ -27,7 +28,7 @@ struct TKRVVoceStatistica
 {
     QString Nome;            // "Articolo": the line kind, the group's caption and names
     QString AzioneSelezione; // the main object's action of the selection dialog
-    TKRVVoceTrovata (*Cerca)(int id);
+    TKRVVoceTrovata (*Cerca)(const QSqlDatabase &db, int id);
 };
 
 const TKRVVoceStatistica &KRVVoceArticolo();
@@ -75,6 +76,8 @@ protected:
     // Shows "Tutti", or the record of the key when it exists.
     void SetIdVoce(int id);
     const TKRVStatistica &Statistica() const { return m_statistica; }
+    // The module database session, which the dialog hands to the services it calls.
+    QSqlDatabase Sessione() const;
     // Where a dialog puts a group of its own, below the period.
     QVBoxLayout *Opzioni() const { return m_opzioni; }
     // The bottom row of buttons; a dialog's own go at its left.

@@ -1,7 +1,6 @@
 #include "uKRVModStatisticheFatturatoClientiServizi.h"
 
 #include "KRVRedditivitaMensile.h"
-#include "KRVSession.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 
@@ -37,7 +36,7 @@ TKRVModStatisticheFatturatoClientiServizi::TKRVModStatisticheFatturatoClientiSer
 
 QString TKRVModStatisticheFatturatoClientiServizi::Istruzione(const TKRVFiltroRighe &filtro) const
 {
-    const bool conFattAcc = KRVEsisteFattAcc(KRVModuleDatabase());
+    const bool conFattAcc = KRVEsisteFattAcc(Sessione());
     return KRVSQLFatturatoClientiServizi(KRVWhereRighe(filtro, Statistica().Scrittura), Dal(), Al(), conFattAcc);
 }
 

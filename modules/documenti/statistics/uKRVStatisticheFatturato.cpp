@@ -1,6 +1,5 @@
 #include "uKRVStatisticheFatturato.h"
 
-#include "KRVSession.h"
 #include "KRVStampe.h"
 #include "Q3Exception.h"
 #include "Q3Guards.h"
@@ -242,7 +241,7 @@ void TKRVStatisticheFatturato::AggiornaGrigliaTabella()
     m_istruzioni.clear();
     Q3Guarded([this] {
         TQ3BusyCursor attesa;
-        m_istruzioni = KRVAggiornaFatturato(KRVModuleDatabase(), m_griglia, AnnoCorrente());
+        m_istruzioni = KRVAggiornaFatturato(m_main.ModADOConn()->Database(), m_griglia, AnnoCorrente());
     });
     MostraGriglia();
 }

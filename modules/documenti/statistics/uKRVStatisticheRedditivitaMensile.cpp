@@ -1,6 +1,5 @@
 #include "uKRVStatisticheRedditivitaMensile.h"
 
-#include "KRVSession.h"
 #include "Q3Guards.h"
 #include "Q3MainForm.h"
 #include "Q3Registry.h"
@@ -134,7 +133,7 @@ void TKRVStatisticheRedditivitaMensile::actAggiornaTabellaExecute()
     CreaGrigliaVuota();
     m_istruzioni.clear();
     const int anno = speAnno->value();
-    const QSqlDatabase db = KRVModuleDatabase();
+    const QSqlDatabase db = KRVSessioneModulo();
     const bool conFattAcc = KRVEsisteFattAcc(db);
     TKRVTabellaRedditivita tabella = KRVTabellaVuota(anno);
     for (const int primoMese : {1, 7}) {

@@ -561,6 +561,49 @@ private slots:
         QVERIFY(calls.isEmpty());
     }
 
+    // A printer run goes to the printer back-end the system was given, at the
+    // system's printer scale, with the printing status; the engine itself has
+    // no printer.
+    void printerRun_throughTheGivenBackEnd()
+    {
+        struct TFakePrinter : IQ3ReportPrinter
+        {
+            void Print(const TQ3ReportDocument &document, qreal scaleX, qreal scaleY,
+                       const std::function<void(int)> &onPage) override
+            {
+                Pages = document.PageCount();
+                Scale = {scaleX, scaleY};
+                for (int page = 1; page <= Pages; ++page)
+                    onPage(page);
+            }
+            int Pages = 0;
+            QPointF Scale;
+        };
+        TRun run;
+        run.AddRows(120);
+        run.System.OnOverrideSetup = [](TQ3ReportSystem *system, TQ3OverrideMode, QObject *&) {
+            system->SetSetupResult(true, TQ3ReportDestination::Printer);
+        };
+        QVERIFY(!run.System.Printer());
+        try {
+            run.Project.ExecuteReport(QStringLiteral("Elenco"));
+            QFAIL("a printer run without a printer printed");
+        } catch (const EQ3Exception &e) {
+            QCOMPARE(e.Message(), QStringLiteral("Nessuna stampante disponibile."));
+        }
+
+        auto printer = std::make_unique<TFakePrinter>();
+        TFakePrinter *fake = printer.get();
+        run.System.SetPrinter(std::move(printer));
+        run.System.PrinterScaleX = 90;
+        QStringList status;
+        connect(&run.System, &TQ3ReportSystem::StatusChanged, this, [&](const QString &text) { status << text; });
+        run.Project.ExecuteReport(QStringLiteral("Elenco"));
+        QVERIFY(fake->Pages >= 3);
+        QCOMPARE(fake->Scale, QPointF(0.9, 1.0));
+        QVERIFY(status.contains(QStringLiteral("Printing page 3")));
+    }
+
     // A text with a negative colour takes it for the rows where a number it
     // prints is below zero, numbers kept as text included; others keep their own.
     void negativeColor_forNumbersBelowZero()

@@ -3,6 +3,7 @@
 #include "Q3PdfText.h"
 #include "Q3Report.h"
 #include "Q3ReportPreview.h"
+#include "Q3ReportPrinter.h"
 #include "Q3ReportSetupDialog.h"
 #include "Q3ReportStatus.h"
 #include "Q3TestDatabase.h"
@@ -121,8 +122,8 @@ private slots:
         TRun run(100);
         const QString file = run.Dir.filePath(QStringLiteral("stampante.pdf"));
         // A printer writing to a file stands for the real one.
-        run.System.Printer()->setOutputFormat(QPrinter::PdfFormat);
-        run.System.Printer()->setOutputFileName(file);
+        Q3ReportSystemPrinter(&run.System)->setOutputFormat(QPrinter::PdfFormat);
+        Q3ReportSystemPrinter(&run.System)->setOutputFileName(file);
         run.System.OnOverrideSetup = [](TQ3ReportSystem *system, TQ3OverrideMode, QObject *&) {
             system->SetSetupResult(true, TQ3ReportDestination::Printer);
         };

@@ -97,5 +97,6 @@ inline int KRVInsertNotaDocumenti(const TQ3TestDatabase &db, const QString &tito
                         QStringLiteral("GN_IDNOTA_DOCUMENTI"));
 }
 
-// The module's "not loaded" failure, as the services raise it with no module main object.
-inline constexpr char KRVMsgModuloNonCaricato[] = "Il modulo documenti non è caricato.";
+// The failure of a service handed no session (a database handle that names no
+// connection), in the database layer's own words.
+inline constexpr char KRVMsgSenzaSessione[] = "Driver not loaded";

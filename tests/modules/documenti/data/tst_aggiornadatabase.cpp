@@ -93,7 +93,7 @@ void TestAggiornaDatabase::initTestCase()
     TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
     OpenModuleSession(module);
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     m_finalMetadata = SchemaMetadata(module.Database);
     m_finalData = ModuleData(module.Database);
@@ -195,7 +195,7 @@ void TestAggiornaDatabase::freshDatabaseReachesFinalState()
     OpenModuleSession(module);
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     VerifyFreshUpgrade(module.Database);
     if (QTest::currentTestFailed())
@@ -222,10 +222,10 @@ void TestAggiornaDatabase::secondRunOnlyQueriesVersions()
 {
     TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
     OpenModuleSession(module);
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(recorder.Statements(), QStringList(1, TStatementRecorder::VersionQuery()));
 }
@@ -235,7 +235,7 @@ void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
     TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
     OpenModuleSession(module);
     const TQ3TestDatabase &db = module.Database;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     db.Exec(QStringLiteral("UPDATE UM SET UM = 'PZ' WHERE IDUM = 1"));
     db.Exec(QStringLiteral("DELETE FROM UM WHERE IDUM = 4"));
     db.Exec(QStringLiteral("DELETE FROM CATEGORIE_SERVIZI"));
@@ -245,7 +245,7 @@ void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
     const QStringList metadataBefore = SchemaMetadata(db);
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(ModuleData(db), before);
     QCOMPARE(SchemaMetadata(db), metadataBefore);
@@ -267,7 +267,7 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
 
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29 and 30 run.
     QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31}));
@@ -286,7 +286,7 @@ void TestAggiornaDatabase::unknownVersionSkipsSilently()
 
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.1"));
     for (const QString &sql : recorder.StepStatements())
@@ -306,7 +306,7 @@ void TestAggiornaDatabase::keyMatchIsCaseSensitive()
     db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('fatt_vend', '1.0.0')"));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     VerifyOneFailureBox(boxes, TQ3MsgIcon::None);
     QCOMPARE(Version(db, QStringLiteral("fatt_vend")), QStringLiteral("1.0.0"));
     QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'FATT_VEND'")).isNull());
@@ -327,7 +327,7 @@ void TestAggiornaDatabase::seedsRunAfterAFailedCreate()
     db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('um', '1.0.0')"));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     VerifyOneFailureBox(boxes, TQ3MsgIcon::None);
     QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'UM'")).isNull());
     QCOMPARE(db.Rows(QStringLiteral("SELECT * FROM UM ORDER BY IDUM")),
@@ -347,7 +347,7 @@ void TestAggiornaDatabase::seedFailureEndsTheRun()
     TQ3RecordingResponder boxes;
     QString failure;
     try {
-        AggiornaDatabase();
+        AggiornaDatabase(module.Db());
     } catch (const EQ3Exception &e) {
         failure = e.Message();
     }
@@ -370,7 +370,7 @@ void TestAggiornaDatabase::serviziKeepsItsVersionAfterStep13()
     QCOMPARE(Version(db, QStringLiteral("SERVIZI")), QStringLiteral("1.0.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("SERVIZI"), QStringLiteral("DESCRIZIONE")), 150);
 
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QCOMPARE(Version(db, QStringLiteral("SERVIZI")), QStringLiteral("1.0.0"));
 }
 
@@ -447,7 +447,7 @@ void TestAggiornaDatabase::invoiceNumberUniqueWithinYear()
     TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
     OpenModuleSession(module);
     const TQ3TestDatabase &db = module.Database;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     const QString insert = QStringLiteral(
         "INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
         "TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) "
@@ -466,7 +466,7 @@ void TestAggiornaDatabase::longAddressFitsCustomerNotInvoice()
     TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
     OpenModuleSession(module);
     const TQ3TestDatabase &db = module.Database;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     const QString address51 = QString(51, QLatin1Char('v'));
     const QString address100 = QString(100, QLatin1Char('w'));
     db.Exec(QStringLiteral("INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE, INDIRIZZO) VALUES (0, 'C051', 'Rossi', %1)")
@@ -510,7 +510,7 @@ void TestAggiornaDatabase::costOfLinesFromArticlesAndServices()
         db.Exec(line.arg(QuotedStr(l.at(0)), QuotedStr(l.at(1)), l.at(2)));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(db.Rows(QStringLiteral("SELECT CODICE, TIPO_RIGA, CAST(COSTO AS VARCHAR(20)) FROM FATT_VEND_DETT "
                                     "ORDER BY IDFATT_VEND_DETT")),
@@ -536,7 +536,7 @@ void TestAggiornaDatabase::flagColumnsFilledOnExistingRows()
                            "'False', 10, 2.2, 12.2)"));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, CLI_PARTITAIVA, PAGATO, NOTIFICATO, IVA_ESENTE FROM FATT_VEND")),
              QStringList({QStringLiteral("1|01234567890|True|False|False")}));
@@ -554,7 +554,7 @@ void TestAggiornaDatabase::failedStepRollsBackWholeStep()
 
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     VerifyOneFailureBox(boxes, TQ3MsgIcon::None);
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.0.0"));
     for (const char *column : {"COORDBAN_PAESE", "COORDBAN_CIN_EUR", "COORDBAN_CIN", "COORDBAN_ABI", "COORDBAN_CAB",
@@ -578,7 +578,7 @@ void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
     db.Exec(QStringLiteral("ALTER TABLE CLIENTI DROP INDIRIZZO"));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     VerifyOneFailureBox(boxes, TQ3MsgIcon::Error);
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.1.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("PARTITAIVA")), 11);
@@ -588,7 +588,7 @@ void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
     // The failed step is tried again at the next start.
     db.Exec(QStringLiteral("ALTER TABLE CLIENTI ADD INDIRIZZO VARCHAR(50)"));
     boxes.Clear();
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.3.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("INDIRIZZO")), 100);
@@ -604,7 +604,7 @@ void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
     db.Exec(QStringLiteral("ALTER TABLE FATT_VEND ADD NOTIFICATO VARCHAR(5)"));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     VerifyOneFailureBox(boxes, TQ3MsgIcon::Error);
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.1.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("FATT_VEND"), QStringLiteral("CLI_PARTITAIVA")), 11);
@@ -628,7 +628,7 @@ void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()
         if (sql == TStatementRecorder::VersionQuery() && ++versionQueries == 2)
             db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('KRV_INDICI', '1.0.0')"));
     });
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     SetAggiornaDatabaseObserver({});
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(statements, QStringList(2, TStatementRecorder::VersionQuery()));
@@ -670,7 +670,7 @@ void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
 
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(recorder.StepStatements(), StatementsOfSteps({AllSteps}));
     // The recorded keys keep their versions; the indexes have a key of their own.
@@ -689,14 +689,14 @@ void TestAggiornaDatabase::failedIndexStepIsRolledBackAndTriedAgain()
     db.Exec(QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI (CITTA)"));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     VerifyOneFailureBox(boxes, TQ3MsgIcon::Error);
     QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'KRV_INDICI'")).isNull());
     QCOMPARE(IndexNames(db), QStringList({QStringLiteral("IX_CLIENTI_UPPER_RAGIONESOCIALE")}));
 
     db.Exec(QStringLiteral("DROP INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE"));
     boxes.Clear();
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(Version(db, QStringLiteral("KRV_INDICI")), QStringLiteral("1.0.0"));
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
@@ -721,7 +721,7 @@ void TestAggiornaDatabase::upgradeFromEveryState()
         remaining << step;
 
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(recorder.StepStatements(), StatementsOfSteps(remaining));
     QCOMPARE(SchemaMetadata(module.Database), m_finalMetadata);
@@ -756,7 +756,7 @@ void TestAggiornaDatabase::handWrittenStates()
     QCOMPARE(ModuleData(module.Database), ModuleData(byRunner));
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(SchemaMetadata(module.Database), m_finalMetadata);
     QCOMPARE(ModuleData(module.Database), m_finalData);

@@ -25,7 +25,7 @@ void TestAggiornaDatabaseServer::freshDatabaseOnServer()
     OpenModuleSession(module);
 
     TQ3RecordingResponder boxes;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     VerifyFreshUpgrade(module.Database);
     if (QTest::currentTestFailed())
@@ -37,7 +37,7 @@ void TestAggiornaDatabaseServer::freshDatabaseOnServer()
 
     const QStringList data = ModuleData(module.Database);
     TStatementRecorder recorder;
-    AggiornaDatabase();
+    AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(recorder.Statements(), QStringList(1, TStatementRecorder::VersionQuery()));
     QCOMPARE(ModuleData(module.Database), data);

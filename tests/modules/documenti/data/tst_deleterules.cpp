@@ -14,8 +14,9 @@ class TestDeleteRules : public QObject
     Q_OBJECT
 
 private slots:
-    void failuresWithoutModule_data();
-    void failuresWithoutModule();
+    void failuresWithoutSession_data();
+    void failuresWithoutSession();
+    void rulesNeverReadTheSession();
     void ruleSql_data();
     void ruleSql();
     void unknownRuleRaises();
@@ -67,7 +68,7 @@ int TestDeleteRules::FillReferences()
     return m_fattura;
 }
 
-void TestDeleteRules::failuresWithoutModule_data()
+void TestDeleteRules::failuresWithoutSession_data()
 {
     QTest::addColumn<std::function<void()>>("call");
     QTest::addColumn<QString>("prefix");
@@ -75,28 +76,21 @@ void TestDeleteRules::failuresWithoutModule_data()
     const auto row = [](const char *name, std::function<void()> call, const QString &prefix) {
         QTest::newRow(name) << std::move(call) << prefix;
     };
-    row("CanDeleteAliquotaIVA", [] { CanDeleteAliquotaIVA(1); }, QStringLiteral("[CanDeleteAliquotaIVA]\n\r"));
-    row("CanDeleteUM", [] { CanDeleteUM(1); }, none);
-    row("CanDeleteTipoPagamento", [] { CanDeleteTipoPagamento(1); }, none);
-    row("CanDeleteCategoriaAnaMaga", [] { CanDeleteCategoriaAnaMaga(1); }, none);
-    row("CanDeleteCategoriaServizi", [] { CanDeleteCategoriaServizi(1); }, none);
-    row("CanDeleteAnaMaga", [] { CanDeleteAnaMaga(QStringLiteral("A01")); }, none);
-    row("CanDeleteServizio", [] { CanDeleteServizio(QStringLiteral("S01")); }, none);
-    row("CanDeleteCliente", [] { CanDeleteCliente(QStringLiteral("C001")); }, none);
-    row("CanDeleteCausaleTrasporto", [] { CanDeleteCausaleTrasporto(1); }, QStringLiteral("[CanDeleteCausaleTrasporto]\n\r"));
-    row("CanDeleteFatturaVendita", [] { CanDeleteFatturaVendita(1); }, QStringLiteral("[CanDeleteFatturaVendita]\n\r"));
-    row("CanDeleteNotaAccredito", [] { CanDeleteNotaAccredito(1); }, QStringLiteral("[CanDeleteNotaAccredito]\n\r"));
-    row("DeleteNotaDocumenti", [] { DeleteNotaDocumenti(1, false); }, none);
-    row("DeleteTipiPagamento", [] { DeleteTipiPagamento(1, false); }, QStringLiteral("[DeleteTipiPagamento]\n\r"));
-    row("DeleteAliquotaIVA", [] { DeleteAliquotaIVA(1, false); }, QStringLiteral("[DeleteAliquotaIVA]\n\r"));
-    row("DeleteUM", [] { DeleteUM(1, false); }, QStringLiteral("[DeleteUM]\n\r"));
-    row("DeleteFatturaVendita", [] { DeleteFatturaVendita(1, false); }, QStringLiteral("[DeleteFatturaVendita]\n\r"));
-    row("DeleteNotaAccredito", [] { DeleteNotaAccredito(1, false); }, QStringLiteral("[DeleteNotaAccredito]\n\r"));
+    const QSqlDatabase senzaSessione;
+    row("DeleteNotaDocumenti", [=] { DeleteNotaDocumenti(senzaSessione, 1, false); }, none);
+    row("DeleteTipiPagamento", [=] { DeleteTipiPagamento(senzaSessione, 1, false); }, QStringLiteral("[DeleteTipiPagamento]\n\r"));
+    row("DeleteAliquotaIVA", [=] { DeleteAliquotaIVA(senzaSessione, 1, false); }, QStringLiteral("[DeleteAliquotaIVA]\n\r"));
+    row("DeleteUM", [=] { DeleteUM(senzaSessione, 1, false); }, QStringLiteral("[DeleteUM]\n\r"));
+    row("DeleteFatturaVendita", [=] { DeleteFatturaVendita(senzaSessione, 1, false); },
+        QStringLiteral("[DeleteFatturaVendita]\n\r"));
+    row("DeleteNotaAccredito", [=] { DeleteNotaAccredito(senzaSessione, 1, false); },
+        QStringLiteral("[DeleteNotaAccredito]\n\r"));
 }
 
-// With no module loaded there is no session: the failure, raised outside any
-// transaction, is bracketed by the routines that wrap and unchanged otherwise.
-void TestDeleteRules::failuresWithoutModule()
+// Handed no session, a delete cannot begin its transaction: the failure,
+// raised outside any transaction, is bracketed by the routines that wrap and
+// unchanged otherwise, and no box is shown.
+void TestDeleteRules::failuresWithoutSession()
 {
     QFETCH(std::function<void()>, call);
     QFETCH(QString, prefix);
@@ -105,9 +99,27 @@ void TestDeleteRules::failuresWithoutModule()
         call();
         QFAIL("no failure raised");
     } catch (const EQ3Exception &e) {
-        QCOMPARE(e.Message(), prefix + QString::fromUtf8(KRVMsgModuloNonCaricato));
+        QCOMPARE(e.Message(), prefix + QString::fromUtf8(KRVMsgSenzaSessione));
     }
     QVERIFY(responder.Messages().isEmpty());
+}
+
+// The rules compose their query for the session they are handed but never
+// open it: they answer without reading it, even with no session at all.
+void TestDeleteRules::rulesNeverReadTheSession()
+{
+    const QSqlDatabase senzaSessione;
+    QVERIFY(CanDeleteAliquotaIVA(senzaSessione, 1));
+    QVERIFY(CanDeleteUM(senzaSessione, 1));
+    QVERIFY(CanDeleteTipoPagamento(senzaSessione, 1));
+    QVERIFY(CanDeleteCategoriaAnaMaga(senzaSessione, 1));
+    QVERIFY(CanDeleteCategoriaServizi(senzaSessione, 1));
+    QVERIFY(CanDeleteAnaMaga(senzaSessione, QStringLiteral("A01")));
+    QVERIFY(CanDeleteServizio(senzaSessione, QStringLiteral("S01")));
+    QVERIFY(CanDeleteCliente(senzaSessione, QStringLiteral("C001")));
+    QVERIFY(CanDeleteCausaleTrasporto(senzaSessione, 1));
+    QVERIFY(CanDeleteFatturaVendita(senzaSessione, 1));
+    QVERIFY(CanDeleteNotaAccredito(senzaSessione, 1));
 }
 
 void TestDeleteRules::ruleSql_data()
@@ -213,17 +225,17 @@ void TestDeleteRules::ruleSqlCountsReferences()
 void TestDeleteRules::everyRuleAnswersTrue()
 {
     const int fattura = FillReferences();
-    QVERIFY(CanDeleteAliquotaIVA(1));
-    QVERIFY(CanDeleteUM(1));
-    QVERIFY(CanDeleteTipoPagamento(2));
-    QVERIFY(CanDeleteCategoriaAnaMaga(1));
-    QVERIFY(CanDeleteCategoriaServizi(1));
-    QVERIFY(CanDeleteAnaMaga(QStringLiteral("A01")));
-    QVERIFY(CanDeleteServizio(QStringLiteral("S01")));
-    QVERIFY(CanDeleteCliente(QStringLiteral("C001")));
-    QVERIFY(CanDeleteCausaleTrasporto(1));
-    QVERIFY(CanDeleteFatturaVendita(fattura));
-    QVERIFY(CanDeleteNotaAccredito(1));
+    QVERIFY(CanDeleteAliquotaIVA(Module().Db(), 1));
+    QVERIFY(CanDeleteUM(Module().Db(), 1));
+    QVERIFY(CanDeleteTipoPagamento(Module().Db(), 2));
+    QVERIFY(CanDeleteCategoriaAnaMaga(Module().Db(), 1));
+    QVERIFY(CanDeleteCategoriaServizi(Module().Db(), 1));
+    QVERIFY(CanDeleteAnaMaga(Module().Db(), QStringLiteral("A01")));
+    QVERIFY(CanDeleteServizio(Module().Db(), QStringLiteral("S01")));
+    QVERIFY(CanDeleteCliente(Module().Db(), QStringLiteral("C001")));
+    QVERIFY(CanDeleteCausaleTrasporto(Module().Db(), 1));
+    QVERIFY(CanDeleteFatturaVendita(Module().Db(), fattura));
+    QVERIFY(CanDeleteNotaAccredito(Module().Db(), 1));
     QCOMPARE(Module().Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = 1")).toInt(), 1);
 }
 
@@ -256,7 +268,7 @@ void TestDeleteRules::deleteFatturaVenditaAnsweredNo()
     KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), id, QStringLiteral("Testo"));
     TQ3RecordingResponder responder;
     responder.Enqueue(TQ3MsgResult::No);
-    QVERIFY(!DeleteFatturaVendita(id, true));
+    QVERIFY(!DeleteFatturaVendita(Module().Db(), id, true));
     CompareConfirmation(responder);
     QCOMPARE(InvoiceRows(db, id), QStringLiteral("1/1"));
 }
@@ -277,7 +289,7 @@ void TestDeleteRules::deleteFatturaVenditaAnsweredYes()
 
     TQ3RecordingResponder responder;
     responder.Enqueue(TQ3MsgResult::Yes);
-    QVERIFY(DeleteFatturaVendita(id, true));
+    QVERIFY(DeleteFatturaVendita(Module().Db(), id, true));
     CompareConfirmation(responder);
     QCOMPARE(InvoiceRows(db, id), QStringLiteral("0/0"));
     QCOMPARE(InvoiceRows(db, other), QStringLiteral("1/1"));
@@ -297,7 +309,7 @@ void TestDeleteRules::deleteFatturaVenditaFailureRollsBack()
     TQ3RecordingResponder responder;
     int busyAtBox = -1;
     responder.SetOnShow([&](const TQ3Message &) { busyAtBox = TQ3BusyCursor::Depth(); });
-    QVERIFY(!DeleteFatturaVendita(id, false));
+    QVERIFY(!DeleteFatturaVendita(Module().Db(), id, false));
     // The busy cursor is gone before the box shows, and stays gone.
     QCOMPARE(busyAtBox, 0);
     QCOMPARE(TQ3BusyCursor::Depth(), 0);
@@ -312,29 +324,39 @@ void TestDeleteRules::deleteFatturaVenditaFailureRollsBack()
 
 void TestDeleteRules::deleteWithoutAsking_data()
 {
-    QTest::addColumn<std::function<bool(int)>>("remove");
+    QTest::addColumn<std::function<bool(const QSqlDatabase &, int)>>("remove");
     QTest::addColumn<QString>("insert");
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("key");
-    const auto row = [](const char *name, std::function<bool(int)> remove, const char *insert, const char *table,
+    const auto row = [](const char *name, std::function<bool(const QSqlDatabase &, int)> remove, const char *insert, const char *table,
                         const char *key) {
         QTest::newRow(name) << std::move(remove) << QString::fromLatin1(insert) << QString::fromLatin1(table)
                             << QString::fromLatin1(key);
     };
-    row("DeleteNotaDocumenti", [](int id) { return DeleteNotaDocumenti(id, false); },
+    row("DeleteNotaDocumenti", [](const QSqlDatabase &db, int id) { return DeleteNotaDocumenti(db, id, false); },
         "INSERT INTO NOTE_DOCUMENTI (TITOLO, TESTO) VALUES ('Nota da eliminare', 'x')", "NOTE_DOCUMENTI", "IDNOTA_DOCUMENTI");
-    row("DeleteTipiPagamento", [](int id) { return DeleteTipiPagamento(id, false); },
+    row("DeleteTipiPagamento", [](const QSqlDatabase &db, int id) { return DeleteTipiPagamento(db, id, false); },
         "INSERT INTO TIPI_PAGAMENTO (TIPO_PAGAMENTO) VALUES ('Contanti')", "TIPI_PAGAMENTO", "IDTIPO_PAGAMENTO");
-    row("DeleteAliquotaIVA", [](int id) { return DeleteAliquotaIVA(id, false); },
+    row("DeleteAliquotaIVA", [](const QSqlDatabase &db, int id) { return DeleteAliquotaIVA(db, id, false); },
         "INSERT INTO ALIQUOTE_IVA (CODICE, DESCRIZIONE, ALIQUOTA) VALUES ('10', 'Ridotta', 10)", "ALIQUOTE_IVA",
         "IDALIQUOTA_IVA");
-    row("DeleteUM", [](int id) { return DeleteUM(id, false); }, "INSERT INTO UM (UM) VALUES ('MT')", "UM", "IDUM");
+    row("DeleteUM", [](const QSqlDatabase &db, int id) { return DeleteUM(db, id, false); }, "INSERT INTO UM (UM) VALUES ('MT')", "UM", "IDUM");
+    row("KRVEliminaCliente", &KRVEliminaCliente,
+        "INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE) VALUES ('C900', 'Cliente da eliminare')", "CLIENTI", "IDCLIENTE");
+    row("KRVEliminaAnaMaga", &KRVEliminaAnaMaga,
+        "INSERT INTO ANA_MAGA (CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, PREZZO, COSTO, "
+        "IDALIQUOTA_IVA, IDUM) VALUES ('A900', 'x', 0, 0, 1, 0, 0, 1, 1)",
+        "ANA_MAGA", "IDANA_MAGA");
+    row("KRVEliminaServizio", &KRVEliminaServizio,
+        "INSERT INTO SERVIZI (CODICE, DESCRIZIONE, IDCATEGORIA_SERVIZI, PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) "
+        "VALUES ('S900', 'x', 1, 0, 0, 1, 1)",
+        "SERVIZI", "IDSERVIZIO");
 }
 
 // Without asking, no box is shown and exactly the one row goes.
 void TestDeleteRules::deleteWithoutAsking()
 {
-    QFETCH(std::function<bool(int)>, remove);
+    QFETCH(std::function<bool(const QSqlDatabase &, int)>, remove);
     QFETCH(QString, insert);
     QFETCH(QString, table);
     QFETCH(QString, key);
@@ -345,7 +367,7 @@ void TestDeleteRules::deleteWithoutAsking()
     QStringList expected = db.Rows(all);
     expected.removeOne(QString::number(id));
     TQ3RecordingResponder responder;
-    QVERIFY(remove(id));
+    QVERIFY(remove(Module().Db(), id));
     QVERIFY(responder.Messages().isEmpty());
     QCOMPARE(db.Rows(all), expected);
 }
@@ -361,7 +383,7 @@ void TestDeleteRules::deleteNotaAccreditoRemovesLines()
 
     TQ3RecordingResponder responder;
     responder.Enqueue(TQ3MsgResult::Yes);
-    QVERIFY(DeleteNotaAccredito(id, true));
+    QVERIFY(DeleteNotaAccredito(Module().Db(), id, true));
     CompareConfirmation(responder);
     const auto rows = [&](int key) {
         return db.Rows(QStringLiteral("SELECT (SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE IDNOTA_ACCREDITO = %1), "

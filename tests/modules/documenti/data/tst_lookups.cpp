@@ -13,8 +13,8 @@ class TestLookups : public QObject
     Q_OBJECT
 
 private slots:
-    void failuresWithoutModule_data();
-    void failuresWithoutModule();
+    void failuresWithoutSession_data();
+    void failuresWithoutSession();
     void aliquotaIVA();
     void umAndTipoPagamento();
     void clienteById();
@@ -40,43 +40,43 @@ TKRVTestModule &TestLookups::Module()
     return *m_module;
 }
 
-void TestLookups::failuresWithoutModule_data()
+void TestLookups::failuresWithoutSession_data()
 {
     QTest::addColumn<std::function<void()>>("call");
     QTest::addColumn<QString>("prefix");
     const QString none;
-    QTest::newRow("GetAliquotaIVA") << std::function<void()>([] { GetAliquotaIVA(1); }) << none;
-    QTest::newRow("GetUM") << std::function<void()>([] { GetUM(1); }) << none;
-    QTest::newRow("GetTipoPagamento") << std::function<void()>([] { GetTipoPagamento(1); }) << none;
-    QTest::newRow("GetCliente(id)") << std::function<void()>([] { GetCliente(1); }) << none;
-    QTest::newRow("GetCliente(codice)") << std::function<void()>([] { GetCliente(QStringLiteral("C001")); })
+    QTest::newRow("GetAliquotaIVA") << std::function<void()>([] { GetAliquotaIVA(QSqlDatabase(), 1); }) << none;
+    QTest::newRow("GetUM") << std::function<void()>([] { GetUM(QSqlDatabase(), 1); }) << none;
+    QTest::newRow("GetTipoPagamento") << std::function<void()>([] { GetTipoPagamento(QSqlDatabase(), 1); }) << none;
+    QTest::newRow("GetCliente(id)") << std::function<void()>([] { GetCliente(QSqlDatabase(), 1); }) << none;
+    QTest::newRow("GetCliente(codice)") << std::function<void()>([] { GetCliente(QSqlDatabase(), QStringLiteral("C001")); })
                                         << QStringLiteral("[GetCliente]\n\r");
-    QTest::newRow("GetServizio") << std::function<void()>([] { GetServizio(1); }) << none;
-    QTest::newRow("GetArticolo") << std::function<void()>([] { GetArticolo(1); }) << QStringLiteral("[GetArticolo]\n\r");
-    QTest::newRow("GetCategoriaAnaMaga") << std::function<void()>([] { GetCategoriaAnaMaga(1); })
+    QTest::newRow("GetServizio") << std::function<void()>([] { GetServizio(QSqlDatabase(), 1); }) << none;
+    QTest::newRow("GetArticolo") << std::function<void()>([] { GetArticolo(QSqlDatabase(), 1); }) << QStringLiteral("[GetArticolo]\n\r");
+    QTest::newRow("GetCategoriaAnaMaga") << std::function<void()>([] { GetCategoriaAnaMaga(QSqlDatabase(), 1); })
                                          << QStringLiteral("[GetCategoriaAnaMaga]\n\r");
-    QTest::newRow("GetCategoriaServizio") << std::function<void()>([] { GetCategoriaServizio(1); })
+    QTest::newRow("GetCategoriaServizio") << std::function<void()>([] { GetCategoriaServizio(QSqlDatabase(), 1); })
                                           << QStringLiteral("[GetCategoriaServizio]\n\r");
-    QTest::newRow("GetNotaDocumento") << std::function<void()>([] { GetNotaDocumento(1); })
+    QTest::newRow("GetNotaDocumento") << std::function<void()>([] { GetNotaDocumento(QSqlDatabase(), 1); })
                                       << QStringLiteral("[GetNotaDocumento]\n\r");
-    QTest::newRow("CodiceAliquotaIvaExists") << std::function<void()>([] { CodiceAliquotaIvaExists(QStringLiteral("20"), 0); })
+    QTest::newRow("CodiceAliquotaIvaExists") << std::function<void()>([] { CodiceAliquotaIvaExists(QSqlDatabase(), QStringLiteral("20"), 0); })
                                              << none;
-    QTest::newRow("CodiceUMExists") << std::function<void()>([] { CodiceUMExists(QStringLiteral("KG"), 0); }) << none;
+    QTest::newRow("CodiceUMExists") << std::function<void()>([] { CodiceUMExists(QSqlDatabase(), QStringLiteral("KG"), 0); }) << none;
     QTest::newRow("CodiceTipoPagamentoExists")
-        << std::function<void()>([] { CodiceTipoPagamentoExists(QStringLiteral("Rimessa diretta"), 0); }) << none;
-    QTest::newRow("CodiceAnaMagaExists") << std::function<void()>([] { CodiceAnaMagaExists(QStringLiteral("A1"), 0); })
+        << std::function<void()>([] { CodiceTipoPagamentoExists(QSqlDatabase(), QStringLiteral("Rimessa diretta"), 0); }) << none;
+    QTest::newRow("CodiceAnaMagaExists") << std::function<void()>([] { CodiceAnaMagaExists(QSqlDatabase(), QStringLiteral("A1"), 0); })
                                          << none;
-    QTest::newRow("CodiceServizioExists") << std::function<void()>([] { CodiceServizioExists(QStringLiteral("S1"), 0); })
+    QTest::newRow("CodiceServizioExists") << std::function<void()>([] { CodiceServizioExists(QSqlDatabase(), QStringLiteral("S1"), 0); })
                                           << none;
-    QTest::newRow("CodiceClienteExists") << std::function<void()>([] { CodiceClienteExists(QStringLiteral("C001"), 0); })
+    QTest::newRow("CodiceClienteExists") << std::function<void()>([] { CodiceClienteExists(QSqlDatabase(), QStringLiteral("C001"), 0); })
                                          << none;
     QTest::newRow("TitoloNotaDocumentiExists")
-        << std::function<void()>([] { TitoloNotaDocumentiExists(QStringLiteral("Nota"), 0); }) << none;
+        << std::function<void()>([] { TitoloNotaDocumentiExists(QSqlDatabase(), QStringLiteral("Nota"), 0); }) << none;
 }
 
-// Before the module is loaded there is no session: the wrapping lookups put
-// their name in brackets before the failure, the others let it pass unchanged.
-void TestLookups::failuresWithoutModule()
+// Handed no session, the lookups fail: the wrapping ones put their name in
+// brackets before the failure, the others let it pass unchanged.
+void TestLookups::failuresWithoutSession()
 {
     QFETCH(std::function<void()>, call);
     QFETCH(QString, prefix);
@@ -84,20 +84,20 @@ void TestLookups::failuresWithoutModule()
         call();
         QFAIL("no failure raised");
     } catch (const EQ3Exception &e) {
-        QCOMPARE(e.Message(), prefix + QString::fromUtf8(KRVMsgModuloNonCaricato));
+        QCOMPARE(e.Message(), prefix + QString::fromUtf8(KRVMsgSenzaSessione));
     }
 }
 
 void TestLookups::aliquotaIVA()
 {
     Module();
-    const TAliquotaIVA standard = GetAliquotaIVA(1);
+    const TAliquotaIVA standard = GetAliquotaIVA(Module().Db(), 1);
     QCOMPARE(standard.IDALIQUOTA_IVA, 1);
     QCOMPARE(standard.CODICE, QStringLiteral("20"));
     QCOMPARE(standard.DESCRIZIONE, QStringLiteral("Aliquota standard"));
     QCOMPARE(standard.ALIQUOTA, 20.0);
 
-    const TAliquotaIVA unknown = GetAliquotaIVA(999);
+    const TAliquotaIVA unknown = GetAliquotaIVA(Module().Db(), 999);
     QCOMPARE(unknown.IDALIQUOTA_IVA, 0);
     QVERIFY(unknown.CODICE.isEmpty());
     QVERIFY(unknown.DESCRIZIONE.isEmpty());
@@ -107,10 +107,10 @@ void TestLookups::aliquotaIVA()
 void TestLookups::umAndTipoPagamento()
 {
     Module();
-    QCOMPARE(GetUM(2), QStringLiteral("ORE"));
-    QCOMPARE(GetUM(999), QString());
-    QCOMPARE(GetTipoPagamento(1), QStringLiteral("Rimessa diretta"));
-    QCOMPARE(GetTipoPagamento(999), QString());
+    QCOMPARE(GetUM(Module().Db(), 2), QStringLiteral("ORE"));
+    QCOMPARE(GetUM(Module().Db(), 999), QString());
+    QCOMPARE(GetTipoPagamento(Module().Db(), 1), QStringLiteral("Rimessa diretta"));
+    QCOMPARE(GetTipoPagamento(Module().Db(), 999), QString());
 }
 
 void TestLookups::clienteById()
@@ -123,7 +123,7 @@ void TestLookups::clienteById()
         "'011 3', '011 4', 'info@rossi.it', 'www.rossi.it', 'nota')"));
     const int id = GetLastGeneratorValue(QStringLiteral("GN_IDCLIENTE"), db.Db());
 
-    const TCliente cliente = GetCliente(id);
+    const TCliente cliente = GetCliente(Module().Db(), id);
     QCOMPARE(cliente.IDCLIENTE, id);
     QCOMPARE(cliente.CODICE, QStringLiteral("CL01"));
     QCOMPARE(cliente.RAGIONESOCIALE, QStringLiteral("Rossi S.r.l."));
@@ -147,7 +147,7 @@ void TestLookups::clienteById()
 void TestLookups::clienteByCodeIgnoresCase()
 {
     const int id = KRVInsertCliente(Module().Database, QStringLiteral("Bianchi"), QStringLiteral("Bianchi S.p.A."), 5);
-    const TCliente cliente = GetCliente(QStringLiteral("bIANCHI"));
+    const TCliente cliente = GetCliente(Module().Db(), QStringLiteral("bIANCHI"));
     QCOMPARE(cliente.IDCLIENTE, id);
     QCOMPARE(cliente.CODICE, QStringLiteral("Bianchi"));
     QCOMPARE(cliente.RAGIONESOCIALE, QStringLiteral("Bianchi S.p.A."));
@@ -158,7 +158,7 @@ void TestLookups::clienteByCodeIgnoresCase()
 void TestLookups::unknownClienteIsEmpty()
 {
     Module();
-    for (const TCliente &cliente : {GetCliente(999), GetCliente(QStringLiteral("NESSUNO"))}) {
+    for (const TCliente &cliente : {GetCliente(Module().Db(), 999), GetCliente(Module().Db(), QStringLiteral("NESSUNO"))}) {
         QCOMPARE(cliente.IDCLIENTE, 0);
         QCOMPARE(cliente.IDTIPO_PAGAMENTO, 0);
         for (const QString &text : {cliente.CODICE, cliente.RAGIONESOCIALE, cliente.INDIRIZZO, cliente.CITTA, cliente.CAP,
@@ -175,7 +175,7 @@ void TestLookups::servizioWithCategory()
     const int categoria = KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_SERVIZI (CATEGORIA, IDPADRE) VALUES ('Consulenza', 1)"),
                                        QStringLiteral("GN_IDCATEGORIA_SERVIZI"));
     const int id = KRVInsertServizio(db, QStringLiteral("S01"), categoria, 2, 2);
-    const TServizio servizio = GetServizio(id);
+    const TServizio servizio = GetServizio(Module().Db(), id);
     QCOMPARE(servizio.IDSERVIZIO, id);
     QCOMPARE(servizio.CODICE, QStringLiteral("S01"));
     QCOMPARE(servizio.DESCRIZIONE, QStringLiteral("Servizio di prova"));
@@ -193,7 +193,7 @@ void TestLookups::articoloWithCategory()
     const int categoria = KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA (CATEGORIA, IDPADRE) VALUES ('Viti', 1)"),
                                        QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"));
     const int id = KRVInsertArticolo(db, QStringLiteral("A01"), categoria, 3, 4);
-    const TArticolo articolo = GetArticolo(id);
+    const TArticolo articolo = GetArticolo(Module().Db(), id);
     QCOMPARE(articolo.IDANA_MAGA, id);
     QCOMPARE(articolo.CODICE, QStringLiteral("A01"));
     QCOMPARE(articolo.DESCRIZIONE, QStringLiteral("Articolo di prova"));
@@ -210,14 +210,14 @@ void TestLookups::articoloWithCategory()
 void TestLookups::unknownArticoloAndServizioAreEmpty()
 {
     Module();
-    const TArticolo articolo = GetArticolo(999);
+    const TArticolo articolo = GetArticolo(Module().Db(), 999);
     QCOMPARE(articolo.IDANA_MAGA, 0);
     QVERIFY(articolo.CODICE.isEmpty());
     QVERIFY(articolo.CATEGORIA_ANA_MAGA.isEmpty());
     QCOMPARE(articolo.PREZZO, 0.0);
     QCOMPARE(articolo.IDCATEGORIA_ANA_MAGA, 0);
 
-    const TServizio servizio = GetServizio(999);
+    const TServizio servizio = GetServizio(Module().Db(), 999);
     QCOMPARE(servizio.IDSERVIZIO, 0);
     QVERIFY(servizio.CODICE.isEmpty());
     QVERIFY(servizio.CATEGORIA_SERVIZI.isEmpty());
@@ -228,12 +228,12 @@ void TestLookups::categoriesAndNotes()
 {
     const int nota = KRVInsertNotaDocumenti(Module().Database, QStringLiteral("Esenzione"),
                                             QStringLiteral("Operazione esente\nart. 10"));
-    QCOMPARE(GetCategoriaAnaMaga(1), QStringLiteral("Altro"));
-    QCOMPARE(GetCategoriaServizio(1), QStringLiteral("Altro"));
-    QCOMPARE(GetCategoriaAnaMaga(999), QString());
-    QCOMPARE(GetCategoriaServizio(999), QString());
-    QCOMPARE(GetNotaDocumento(nota), QStringLiteral("Operazione esente\nart. 10"));
-    QCOMPARE(GetNotaDocumento(999), QString());
+    QCOMPARE(GetCategoriaAnaMaga(Module().Db(), 1), QStringLiteral("Altro"));
+    QCOMPARE(GetCategoriaServizio(Module().Db(), 1), QStringLiteral("Altro"));
+    QCOMPARE(GetCategoriaAnaMaga(Module().Db(), 999), QString());
+    QCOMPARE(GetCategoriaServizio(Module().Db(), 999), QString());
+    QCOMPARE(GetNotaDocumento(Module().Db(), nota), QStringLiteral("Operazione esente\nart. 10"));
+    QCOMPARE(GetNotaDocumento(Module().Db(), 999), QString());
 }
 
 void TestLookups::codiceClienteExists()
@@ -242,49 +242,49 @@ void TestLookups::codiceClienteExists()
     db.Exec(QStringLiteral("SET GENERATOR GN_IDCLIENTE TO 6"));
     QCOMPARE(KRVInsertCliente(db, QStringLiteral("C001"), QStringLiteral("Cliente sette")), 7);
     // Only customer 7 has the code: editing 7 keeps it, a new customer may not take it.
-    QVERIFY(!CodiceClienteExists(QStringLiteral("c001"), 7));
-    QVERIFY(CodiceClienteExists(QStringLiteral("c001"), 0));
+    QVERIFY(!CodiceClienteExists(Module().Db(), QStringLiteral("c001"), 7));
+    QVERIFY(CodiceClienteExists(Module().Db(), QStringLiteral("c001"), 0));
 
     // Another customer has it: customer 7 may not take it.
     db.Exec(QStringLiteral("UPDATE CLIENTI SET CODICE = 'C007' WHERE IDCLIENTE = 7"));
     KRVInsertCliente(db, QStringLiteral("C001"), QStringLiteral("Cliente otto"));
-    QVERIFY(CodiceClienteExists(QStringLiteral("c001"), 7));
-    QVERIFY(!CodiceClienteExists(QStringLiteral("c0001"), 7));
+    QVERIFY(CodiceClienteExists(Module().Db(), QStringLiteral("c001"), 7));
+    QVERIFY(!CodiceClienteExists(Module().Db(), QStringLiteral("c0001"), 7));
 }
 
 void TestLookups::codeExistenceTests()
 {
     const TQ3TestDatabase &db = Module().Database;
-    QVERIFY(CodiceAliquotaIvaExists(QStringLiteral("n0"), 0));
-    QVERIFY(!CodiceAliquotaIvaExists(QStringLiteral("n0"), 2));
-    QVERIFY(CodiceAliquotaIvaExists(QStringLiteral("n0"), 1));
-    QVERIFY(!CodiceAliquotaIvaExists(QStringLiteral("N9"), 0));
+    QVERIFY(CodiceAliquotaIvaExists(Module().Db(), QStringLiteral("n0"), 0));
+    QVERIFY(!CodiceAliquotaIvaExists(Module().Db(), QStringLiteral("n0"), 2));
+    QVERIFY(CodiceAliquotaIvaExists(Module().Db(), QStringLiteral("n0"), 1));
+    QVERIFY(!CodiceAliquotaIvaExists(Module().Db(), QStringLiteral("N9"), 0));
 
-    QVERIFY(CodiceUMExists(QStringLiteral("pezzi"), 0));
-    QVERIFY(!CodiceUMExists(QStringLiteral("pezzi"), 1));
-    QVERIFY(!CodiceUMExists(QStringLiteral("MT"), 0));
+    QVERIFY(CodiceUMExists(Module().Db(), QStringLiteral("pezzi"), 0));
+    QVERIFY(!CodiceUMExists(Module().Db(), QStringLiteral("pezzi"), 1));
+    QVERIFY(!CodiceUMExists(Module().Db(), QStringLiteral("MT"), 0));
 
-    QVERIFY(CodiceTipoPagamentoExists(QStringLiteral("RIMESSA DIRETTA"), 0));
-    QVERIFY(!CodiceTipoPagamentoExists(QStringLiteral("rimessa diretta"), 1));
-    QVERIFY(!CodiceTipoPagamentoExists(QStringLiteral("Contanti"), 0));
+    QVERIFY(CodiceTipoPagamentoExists(Module().Db(), QStringLiteral("RIMESSA DIRETTA"), 0));
+    QVERIFY(!CodiceTipoPagamentoExists(Module().Db(), QStringLiteral("rimessa diretta"), 1));
+    QVERIFY(!CodiceTipoPagamentoExists(Module().Db(), QStringLiteral("Contanti"), 0));
 
     const int articolo = KRVInsertArticolo(db, QStringLiteral("VITE-M4"));
-    QVERIFY(CodiceAnaMagaExists(QStringLiteral("vite-m4"), 0));
-    QVERIFY(!CodiceAnaMagaExists(QStringLiteral("vite-m4"), articolo));
-    QVERIFY(!CodiceAnaMagaExists(QStringLiteral("vite-m5"), 0));
+    QVERIFY(CodiceAnaMagaExists(Module().Db(), QStringLiteral("vite-m4"), 0));
+    QVERIFY(!CodiceAnaMagaExists(Module().Db(), QStringLiteral("vite-m4"), articolo));
+    QVERIFY(!CodiceAnaMagaExists(Module().Db(), QStringLiteral("vite-m5"), 0));
 
     const int servizio = KRVInsertServizio(db, QStringLiteral("Posa"));
-    QVERIFY(CodiceServizioExists(QStringLiteral("POSA"), 0));
-    QVERIFY(!CodiceServizioExists(QStringLiteral("posa"), servizio));
-    QVERIFY(!CodiceServizioExists(QStringLiteral("Trasporto"), 0));
+    QVERIFY(CodiceServizioExists(Module().Db(), QStringLiteral("POSA"), 0));
+    QVERIFY(!CodiceServizioExists(Module().Db(), QStringLiteral("posa"), servizio));
+    QVERIFY(!CodiceServizioExists(Module().Db(), QStringLiteral("Trasporto"), 0));
 }
 
 void TestLookups::titoloNotaDocumentiExists()
 {
     const int nota = KRVInsertNotaDocumenti(Module().Database, QStringLiteral("Reverse charge"), QStringLiteral("testo"));
-    QVERIFY(TitoloNotaDocumentiExists(QStringLiteral("REVERSE CHARGE"), 0));
-    QVERIFY(!TitoloNotaDocumentiExists(QStringLiteral("reverse charge"), nota));
-    QVERIFY(!TitoloNotaDocumentiExists(QStringLiteral("Reverse"), 0));
+    QVERIFY(TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("REVERSE CHARGE"), 0));
+    QVERIFY(!TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("reverse charge"), nota));
+    QVERIFY(!TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("Reverse"), 0));
 }
 
 QTEST_MAIN(TestLookups)

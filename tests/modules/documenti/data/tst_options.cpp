@@ -11,7 +11,7 @@ class TestOptions : public QObject
     Q_OBJECT
 
 private slots:
-    void failuresWithoutModuleAnswerFalse();
+    void failuresWithoutSessionAnswerFalse();
     void getExistingOption();
     void getOptionWithNullValue();
     void getMissingOptionLeavesValueUntouched();
@@ -35,19 +35,19 @@ TKRVTestModule &TestOptions::Module()
     return *m_module;
 }
 
-void TestOptions::failuresWithoutModuleAnswerFalse()
+void TestOptions::failuresWithoutSessionAnswerFalse()
 {
     QVariant value(QStringLiteral("invariato"));
-    QVERIFY(!GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QVERIFY(!GetOptionValue(QSqlDatabase(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
     QCOMPARE(value, QVariant(QStringLiteral("invariato")));
-    QVERIFY(!SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
+    QVERIFY(!SetOptionValue(QSqlDatabase(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
 }
 
 void TestOptions::getExistingOption()
 {
     Module().Database.Exec(QStringLiteral("UPDATE OPZIONI SET VALORE = 'False' WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
     QVariant value;
-    QVERIFY(GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QVERIFY(GetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
     QCOMPARE(value.toString(), QStringLiteral("False"));
 }
 
@@ -55,34 +55,34 @@ void TestOptions::getOptionWithNullValue()
 {
     Module().Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('OPZIONE_VUOTA', NULL)"));
     QVariant value(7);
-    QVERIFY(GetOptionValue(QStringLiteral("OPZIONE_VUOTA"), value));
+    QVERIFY(GetOptionValue(Module().Db(), QStringLiteral("OPZIONE_VUOTA"), value));
     QVERIFY(value.isNull());
 }
 
 void TestOptions::getMissingOptionLeavesValueUntouched()
 {
     QVariant value(42);
-    QVERIFY(!GetOptionValue(QStringLiteral("OPZIONE_INESISTENTE"), value));
+    QVERIFY(!GetOptionValue(Module().Db(), QStringLiteral("OPZIONE_INESISTENTE"), value));
     QCOMPARE(value, QVariant(42));
     // The name is compared whole and exactly.
-    QVERIFY(!GetOptionValue(QStringLiteral("numerazione_unica_fatture"), value));
+    QVERIFY(!GetOptionValue(Module().Db(), QStringLiteral("numerazione_unica_fatture"), value));
     QCOMPARE(value, QVariant(42));
 }
 
 void TestOptions::setExistingOption()
 {
-    QVERIFY(SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
+    QVERIFY(SetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
     QCOMPARE(Module().Database.Rows(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'")),
              QStringList{QStringLiteral("True")});
     QVariant value;
-    QVERIFY(GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QVERIFY(GetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
     QCOMPARE(value.toString(), QStringLiteral("True"));
 }
 
 void TestOptions::setNumberValue()
 {
     Module().Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('OPZIONE_NUMERO', '0')"));
-    QVERIFY(SetOptionValue(QStringLiteral("OPZIONE_NUMERO"), 15));
+    QVERIFY(SetOptionValue(Module().Db(), QStringLiteral("OPZIONE_NUMERO"), 15));
     QCOMPARE(Module().Database.Rows(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'OPZIONE_NUMERO'")),
              QStringList{QStringLiteral("15")});
 }
@@ -91,7 +91,7 @@ void TestOptions::setMissingOptionChangesNothing()
 {
     const QString everything = QStringLiteral("SELECT OPZIONE, VALORE FROM OPZIONI ORDER BY OPZIONE");
     const QStringList before = Module().Database.Rows(everything);
-    QVERIFY(!SetOptionValue(QStringLiteral("OPZIONE_INESISTENTE"), QStringLiteral("True")));
+    QVERIFY(!SetOptionValue(Module().Db(), QStringLiteral("OPZIONE_INESISTENTE"), QStringLiteral("True")));
     QCOMPARE(Module().Database.Rows(everything), before);
     QCOMPARE(Module().Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'OPZIONE_INESISTENTE'")).toInt(), 0);
 }
@@ -102,9 +102,9 @@ void TestOptions::missingTableAnswersFalse()
     m_module.reset();
     Module().Database.Exec(QStringLiteral("DROP TABLE OPZIONI"));
     QVariant value(1);
-    QVERIFY(!GetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
+    QVERIFY(!GetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
     QCOMPARE(value, QVariant(1));
-    QVERIFY(!SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
+    QVERIFY(!SetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
 }
 
 void TestOptions::strToBoolWords()

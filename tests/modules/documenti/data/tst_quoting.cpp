@@ -59,34 +59,34 @@ void TestQuoting::initTestCase()
 
 void TestQuoting::apostropheIsSearchedAsText()
 {
-    QVERIFY(CodiceClienteExists(QStringLiteral("O'Brien"), 0));
-    QCOMPARE(GetCliente(QStringLiteral("o'brien")).RAGIONESOCIALE, QStringLiteral("O'Brien Ltd"));
-    QVERIFY(CodiceAnaMagaExists(QStringLiteral("art'1"), 0));
-    QVERIFY(CodiceServizioExists(QStringLiteral("serv'1"), 0));
-    QVERIFY(TitoloNotaDocumentiExists(QStringLiteral("NOTA DELL'ANNO"), 0));
-    QVERIFY(!CodiceClienteExists(QStringLiteral("O'Brie"), 0));
+    QVERIFY(CodiceClienteExists(m_module->Db(), QStringLiteral("O'Brien"), 0));
+    QCOMPARE(GetCliente(m_module->Db(), QStringLiteral("o'brien")).RAGIONESOCIALE, QStringLiteral("O'Brien Ltd"));
+    QVERIFY(CodiceAnaMagaExists(m_module->Db(), QStringLiteral("art'1"), 0));
+    QVERIFY(CodiceServizioExists(m_module->Db(), QStringLiteral("serv'1"), 0));
+    QVERIFY(TitoloNotaDocumentiExists(m_module->Db(), QStringLiteral("NOTA DELL'ANNO"), 0));
+    QVERIFY(!CodiceClienteExists(m_module->Db(), QStringLiteral("O'Brie"), 0));
 }
 
 void TestQuoting::injectionFindsNothing()
 {
-    QCOMPARE(GetCliente(Injection).IDCLIENTE, 0);
-    QVERIFY(GetCliente(Injection).CODICE.isEmpty());
-    QVERIFY(!CodiceClienteExists(Injection, 0));
-    QVERIFY(!CodiceAnaMagaExists(Injection, 0));
-    QVERIFY(!CodiceServizioExists(Injection, 0));
-    QVERIFY(!CodiceAliquotaIvaExists(QStringLiteral("' OR ''='"), 0));
-    QVERIFY(!CodiceUMExists(Injection, 0));
-    QVERIFY(!CodiceTipoPagamentoExists(Injection, 0));
-    QVERIFY(!TitoloNotaDocumentiExists(Injection, 0));
+    QCOMPARE(GetCliente(m_module->Db(), Injection).IDCLIENTE, 0);
+    QVERIFY(GetCliente(m_module->Db(), Injection).CODICE.isEmpty());
+    QVERIFY(!CodiceClienteExists(m_module->Db(), Injection, 0));
+    QVERIFY(!CodiceAnaMagaExists(m_module->Db(), Injection, 0));
+    QVERIFY(!CodiceServizioExists(m_module->Db(), Injection, 0));
+    QVERIFY(!CodiceAliquotaIvaExists(m_module->Db(), QStringLiteral("' OR ''='"), 0));
+    QVERIFY(!CodiceUMExists(m_module->Db(), Injection, 0));
+    QVERIFY(!CodiceTipoPagamentoExists(m_module->Db(), Injection, 0));
+    QVERIFY(!TitoloNotaDocumentiExists(m_module->Db(), Injection, 0));
 }
 
 void TestQuoting::injectionInOptionsChangesNothing()
 {
     QVariant value(QStringLiteral("invariato"));
-    QVERIFY(!GetOptionValue(Injection, value));
+    QVERIFY(!GetOptionValue(m_module->Db(), Injection, value));
     QCOMPARE(value.toString(), QStringLiteral("invariato"));
-    QVERIFY(!SetOptionValue(Injection, QStringLiteral("True")));
-    QVERIFY(!SetOptionValue(QStringLiteral("NUMERAZIONE_UNICA_FATTURE' OR '1'='1"), QStringLiteral("True")));
+    QVERIFY(!SetOptionValue(m_module->Db(), Injection, QStringLiteral("True")));
+    QVERIFY(!SetOptionValue(m_module->Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE' OR '1'='1"), QStringLiteral("True")));
 }
 
 void TestQuoting::injectionInPermissionsGrantsNothing()
@@ -100,9 +100,9 @@ void TestQuoting::injectionInDeleteRuleIsOneLiteral()
 {
     const QString sql = CanDeleteSQL(QStringLiteral("CanDeleteCliente"), Injection);
     QVERIFY(sql.contains(QStringLiteral("UPPER(CLI_CODICE)='X'' OR ''1''=''1'")));
-    QVERIFY(CanDeleteCliente(Injection));
-    QVERIFY(CanDeleteAnaMaga(Injection));
-    QVERIFY(CanDeleteServizio(Injection));
+    QVERIFY(CanDeleteCliente(m_module->Db(), Injection));
+    QVERIFY(CanDeleteAnaMaga(m_module->Db(), Injection));
+    QVERIFY(CanDeleteServizio(m_module->Db(), Injection));
 }
 
 void TestQuoting::databaseUnchanged()

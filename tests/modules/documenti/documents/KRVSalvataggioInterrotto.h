@@ -99,11 +99,11 @@ inline void KRVSegnaRighe(TKRVRigheDocumento &righe, const TKRVSegno &segno)
     }
 }
 
-inline TKRVTestataFattura KRVTestataCasuale(QRandomGenerator &caso)
+inline TKRVTestataFattura KRVTestataCasuale(const QSqlDatabase &db, QRandomGenerator &caso)
 {
     TKRVTestataFattura testata;
     testata.Data = QDate(2025, 1, 1).addDays(caso.bounded(365));
-    testata.Numero = GetNextNumeroFattVend(testata.Data.year());
+    testata.Numero = GetNextNumeroFattVend(db, testata.Data.year());
     testata.Cliente.CODICE = QStringLiteral("CLN%1").arg(caso.bounded(1000), 7, 10, QLatin1Char('0'));
     testata.Cliente.RAGIONESOCIALE = QStringLiteral("Cliente ") + testata.Cliente.CODICE;
     testata.Cliente.CITTA = QStringLiteral("Bologna");
@@ -137,7 +137,7 @@ inline int KRVSalvaFattureSenzaFine(const QString &connectionString, quint32 sem
             TKRVTestataFattura testata;
             TKRVRigheDocumento righe(KRVLayoutFattura());
             if (nuova) {
-                testata = KRVTestataCasuale(caso);
+                testata = KRVTestataCasuale(modulo.Db(), caso);
             } else {
                 id = fatture.at(int(caso.bounded(qsizetype(fatture.size()))));
                 if (!archivio.Leggi(id, testata, righe))
@@ -154,7 +154,7 @@ inline int KRVSalvaFattureSenzaFine(const QString &connectionString, quint32 sem
             if (caso.bounded(6) == 0)
                 testata.IvaEsente = !testata.IvaEsente;
             testata.Note = KRVNotaSalvataggio(segno, quante);
-            const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio());
+            const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(modulo.Db()));
             out << "inizio " << segno.Testo() << '\n' << Qt::flush;
             archivio.Scrivi(testata, righe, totali, nuova, id);
             out << "salvata " << id << ' ' << segno.Testo() << '\n' << Qt::flush;
@@ -258,7 +258,7 @@ inline int KRVIncoerenze(const QString &connectionString, const TKRVUscitaFiglio
             incoerente(QStringLiteral("fattura %1 illeggibile").arg(id));
             continue;
         }
-        const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio());
+        const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(modulo.Db()));
         const double calcolati[] = {totali.Imponibile, totali.Imposta, totali.Totale()};
         const char *colonne[] = {"TOTALE_IMPONIBILE", "TOTALE_IMPOSTA", "TOTALE_DOCUMENTO"};
         for (int i = 0; i < 3; ++i) {

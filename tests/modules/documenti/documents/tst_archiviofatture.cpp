@@ -81,7 +81,7 @@ TKRVTestataFattura TestArchivioFatture::Testata() const
 
 int TestArchivioFatture::Salva(TKRVTestataFattura testata, TKRVRigheDocumento &righe, bool nuova, int id)
 {
-    const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio());
+    const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(m_module->Db()));
     m_archivio->Scrivi(testata, righe, totali, nuova, id);
     return id;
 }

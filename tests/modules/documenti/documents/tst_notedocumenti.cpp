@@ -160,7 +160,7 @@ void TestNoteDocumenti::savesANewNoteWithItsText()
     QVERIFY(!m_editor->NewRecord());
     QVERIFY(!m_editor->actSalva()->isEnabled());
     QVERIFY(m_editor->actNuovo()->isEnabled());
-    QCOMPARE(GetNotaDocumento(4), QStringLiteral("Prima riga\nseconda riga"));
+    QCOMPARE(GetNotaDocumento(m_module->Db(), 4), QStringLiteral("Prima riga\nseconda riga"));
 }
 
 void TestNoteDocumenti::emptyTitleIsRefused()
@@ -512,7 +512,7 @@ void TestNoteDocumenti::doubleClickChoosesTheNoteWhoseTextTheCallerReads()
     });
     QCOMPARE(result, int(QDialog::Accepted));
     QCOMPARE(dialog->ApriSelezionato(), 2);
-    QCOMPARE(GetNotaDocumento(dialog->ApriSelezionato()),
+    QCOMPARE(GetNotaDocumento(m_module->Db(), dialog->ApriSelezionato()),
              QStringLiteral("Merce viaggiante a rischio del committente.\nFirma."));
 
     const int chosen = ShowModal(dialog, [&] {

@@ -411,7 +411,7 @@ void TestInserimentoClienti::deletingACustomerOnDocumentsFollowsTheRule()
     const int id = KRVInsertCliente(db, QStringLiteral("C005"), QStringLiteral("Eta"));
     KRVInsertDocumento(db, QStringLiteral("FATT_VEND"), 1, 2024, QStringLiteral("c005"));
     KRVInsertDocumento(db, QStringLiteral("NOTE_ACCREDITO"), 1, 2024, QStringLiteral("C005"));
-    QVERIFY(CanDeleteCliente(QStringLiteral("C005")));
+    QVERIFY(CanDeleteCliente(m_module->Db(), QStringLiteral("C005")));
 
     QCOMPARE(m_editor->ApriRecord(id), 0);
     Trigger(m_editor, QStringLiteral("actElimina"));

@@ -232,7 +232,7 @@ void TestModSelezionaCliente::okHandsBackTheSelectedKey()
     QVERIFY(!dialog->isVisible());
     QCOMPARE(dialog->result(), int(QDialog::Accepted));
     QCOMPARE(dialog->ApriSelezionato(), m_alfa);
-    QCOMPARE(GetCliente(dialog->ApriSelezionato()).RAGIONESOCIALE, QStringLiteral("Alfa S.r.l."));
+    QCOMPARE(GetCliente(m_module->Db(), dialog->ApriSelezionato()).RAGIONESOCIALE, QStringLiteral("Alfa S.r.l."));
 }
 
 void TestModSelezionaCliente::doubleClickChoosesTheRow()
@@ -243,7 +243,7 @@ void TestModSelezionaCliente::doubleClickChoosesTheRow()
 
     QVERIFY(!dialog->isVisible());
     QCOMPARE(dialog->result(), int(QDialog::Accepted));
-    QCOMPARE(GetCliente(dialog->ApriSelezionato()).CODICE, QStringLiteral("C02"));
+    QCOMPARE(GetCliente(m_module->Db(), dialog->ApriSelezionato()).CODICE, QStringLiteral("C02"));
 }
 
 void TestModSelezionaCliente::ripristinaClearsWithoutSearching()

@@ -272,7 +272,7 @@ void TestRicercaClienti::deleteWithEmptyCodeFilterDeletesTheSelectedRow()
 void TestRicercaClienti::deleteWithAUsedCodeInTheFilterFollowsTheRule()
 {
     KRVInsertDocumento(m_module->Database, QStringLiteral("FATT_VEND"), 1, 2024, QStringLiteral("C06"));
-    QVERIFY(CanDeleteCliente(QStringLiteral("C06")));
+    QVERIFY(CanDeleteCliente(m_module->Db(), QStringLiteral("C06")));
     Type(Filter("txtCodice"), QStringLiteral("C06"));
     TKRVGrigliaRisultati *grid = m_list->GridRisultati();
     SelectRow(grid, RowOf(grid, 2, QStringLiteral("acme spa")));

@@ -5,6 +5,7 @@
 #include "KRVUtils.h"
 #include "Q3Registry.h"
 #include "Q3Sql.h"
+#include "uKRVFormKit.h"
 #include "uKRVMainForms.h"
 
 #include <QApplication>
@@ -171,7 +172,7 @@ void TestKRVMain::takesOverTheHostConnection()
     TKRVTestModule module;
     QVERIFY(module.Main->ModADOConn()->Connected());
     QCOMPARE(module.Main->ModADOConn()->ConnectionString(), module.Database.ConnectionString());
-    QCOMPARE(KRVModuleDatabase().connectionName(), module.Db().connectionName());
+    QCOMPARE(KRVSessioneModulo().connectionName(), module.Db().connectionName());
 }
 
 void TestKRVMain::lowerComponentIndexWins()

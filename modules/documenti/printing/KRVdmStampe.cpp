@@ -1,4 +1,4 @@
-#include "uKRVdmStampe.h"
+#include "KRVdmStampe.h"
 
 namespace {
 
