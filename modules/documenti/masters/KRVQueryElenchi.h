@@ -50,3 +50,6 @@ inline const QString KRVCondizioneRigaFattVend =
                    "CONTAINING ");
 inline const QString KRVCondizioneRigaFattVendChiusura = QStringLiteral("))");
 
+// The year's documents, the year following.
+inline const QString KRVCondizioneAnnoFattVend = QStringLiteral("WHERE ANNO=");
+inline const QString KRVCondizioneAnnoNoteAccredito = QStringLiteral("WHERE ANNO = ");

@@ -1,8 +1,6 @@
 #include "uKRVBarraLettere.h"
 
-#include "KRVTesti.h"
 #include "Q3Guards.h"
-#include "Q3Sql.h"
 
 #include <QAction>
 
@@ -27,9 +25,3 @@ TKRVBarraLettere::TKRVBarraLettere(QWidget *owner, const std::function<void(cons
     }
 }
 
-QString TKRVBarraLettere::Clausola(const QString &head, const QString &letter)
-{
-    if (letter == Tutte)
-        return {};
-    return head + QuotedStr(KRVMaiuscole(letter) + QStringLiteral("%"));
-}

@@ -18,7 +18,4 @@ public:
     TKRVBarraLettere(QWidget *owner, const std::function<void(const QString &letter)> &handler);
 
     static QString Alfabeto() { return QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ*"); }
-    // head followed by the quoted, upper-cased letter with "%" appended; an
-    // empty clause for "*".
-    static QString Clausola(const QString &head, const QString &letter);
 };

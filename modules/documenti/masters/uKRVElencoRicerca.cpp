@@ -1,9 +1,8 @@
 #include "uKRVElencoRicerca.h"
 
+#include "KRVClausole.h"
 #include "KRVElenco.h"
-#include "KRVTesti.h"
 #include "Q3Guards.h"
-#include "Q3Sql.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 
@@ -64,16 +63,9 @@ QString TKRVElencoRicerca::ClausolaFiltri() const
         if (text.isEmpty())
             continue;
         const TKRVFiltro &filtro = m_info.Filters.at(i);
-        AggiungiCondizione(where,
-                           filtro.Condition + QuotedStr(filtro.UpperCase ? KRVMaiuscole(text) : text) + filtro.Closing);
+        KRVAggiungiCondizione(where, KRVCondizioneFiltro(filtro.Condition, text, filtro.UpperCase, filtro.Closing));
     }
     return where;
-}
-
-void TKRVElencoRicerca::AggiungiCondizione(QString &where, const QString &condition)
-{
-    where += where.isEmpty() ? QStringLiteral("WHERE ") : QStringLiteral(" AND ");
-    where += condition;
 }
 
 void TKRVElencoRicerca::SvuotaFiltri()

@@ -56,8 +56,6 @@ public:
     void AggiornaGriglia(const QString &where);
     // The clause of the filters that hold a text.
     QString ClausolaFiltri() const;
-    // Appends a condition to a clause: "WHERE " first, " AND " between.
-    static void AggiungiCondizione(QString &where, const QString &condition);
     void SvuotaFiltri();
 
 private:

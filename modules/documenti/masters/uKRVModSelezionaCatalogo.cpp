@@ -1,5 +1,6 @@
 #include "uKRVModSelezionaCatalogo.h"
 
+#include "KRVClausole.h"
 #include "KRVQueryElenchi.h"
 #include "Q3Guards.h"
 
@@ -47,8 +48,7 @@ void TKRVModSelezionaCatalogo::actCercaExecute()
     QString where = Elenco()->ClausolaFiltri();
     const QString categorie = txtCategoria->ElencoCategorie(QStringLiteral(", "));
     if (!categorie.isEmpty())
-        TKRVElencoRicerca::AggiungiCondizione(where, QLatin1Char(' ') + m_catalogo.CategoryColumn()
-                                                         + QStringLiteral(" IN (") + categorie + QLatin1Char(')'));
+        KRVAggiungiCondizione(where, KRVCondizioneCategorieSelezione(m_catalogo.CategoryColumn(), categorie));
     AggiornaGriglia(where);
 }
 

@@ -1,5 +1,6 @@
 #include "uKRVModSelezionaCliente.h"
 
+#include "KRVClausole.h"
 #include "KRVQueryElenchi.h"
 #include "uKRVBarraLettere.h"
 
@@ -38,10 +39,10 @@ void TKRVModSelezionaCliente::BarraRicercaButtonClick(const QString &letter)
 
 QString TKRVModSelezionaCliente::ClausolaLettera(const QString &letter)
 {
-    return TKRVBarraLettere::Clausola(QStringLiteral("WHERE UPPER(RAGIONESOCIALE) LIKE "), letter);
+    return KRVClausolaLetteraSelezioneCliente(letter);
 }
 
 void TKRVModSelezionaCliente::FormShow()
 {
-    AggiornaGriglia(QStringLiteral("WHERE UPPER(RAGIONESOCIALE) LIKE 'A%'"));
+    AggiornaGriglia(KRVClausolaClientiIniziale);
 }

@@ -1,5 +1,7 @@
 #include "uKRVRicercaCatalogo.h"
 
+#include "KRVClausole.h"
+
 TKRVRicercaCatalogo::TKRVRicercaCatalogo(TKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption,
                                          const QString &queryHead, const QString &queryTail)
     : TKRVRicercaBase(
@@ -38,8 +40,7 @@ QString TKRVRicercaCatalogo::ClausolaRicerca() const
     QString where = Elenco()->ClausolaFiltri();
     const QString categorie = txtCategoria->ElencoCategorie(QStringLiteral(","));
     if (!categorie.isEmpty())
-        TKRVElencoRicerca::AggiungiCondizione(where, m_catalogo.CategoryColumn() + QStringLiteral(" IN (") + categorie
-                                                         + QLatin1Char(')'));
+        KRVAggiungiCondizione(where, KRVCondizioneCategorie(m_catalogo.CategoryColumn(), categorie));
     return where;
 }
 

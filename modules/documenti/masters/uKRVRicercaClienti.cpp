@@ -1,7 +1,7 @@
 #include "uKRVRicercaClienti.h"
 
+#include "KRVClausole.h"
 #include "KRVQueryElenchi.h"
-#include "Q3Sql.h"
 #include "uKRVBarraLettere.h"
 #include "uKRVEliminazione.h"
 #include "uKRVFormKit.h"
@@ -12,15 +12,6 @@ namespace {
 
 const QString FiltroCodice = QStringLiteral("txtCodice");
 const QString FiltroRagioneSociale = QStringLiteral("txtRagioneSociale");
-
-// One telephone text searched in all four numbers.
-QString CondizioneTelefono(const QString &text)
-{
-    const QString q = QuotedStr(text);
-    return QStringLiteral("(TELEFONO1 CONTAINING ") + q + QStringLiteral(" OR TELEFONO2 CONTAINING ") + q
-           + QStringLiteral(" OR TELEFONO3 CONTAINING ") + q + QStringLiteral(" OR FAX CONTAINING ") + q
-           + QStringLiteral(")");
-}
 
 } // namespace
 
@@ -69,7 +60,7 @@ void TKRVRicercaClienti::AggiungiFiltroTelefono()
 
 void TKRVRicercaClienti::RicercaIniziale()
 {
-    AggiornaGriglia(QStringLiteral("WHERE UPPER(RAGIONESOCIALE) LIKE 'A%'"));
+    AggiornaGriglia(KRVClausolaClientiIniziale);
 }
 
 void TKRVRicercaClienti::BarraRicercaButtonClick(const QString &letter)
@@ -79,14 +70,14 @@ void TKRVRicercaClienti::BarraRicercaButtonClick(const QString &letter)
 
 QString TKRVRicercaClienti::ClausolaLettera(const QString &letter)
 {
-    return TKRVBarraLettere::Clausola(QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  "), letter);
+    return KRVClausolaLetteraRicercaClienti(letter);
 }
 
 QString TKRVRicercaClienti::ClausolaFiltri() const
 {
     QString where = Elenco()->ClausolaFiltri();
     if (!txtTelefono->text().isEmpty())
-        TKRVElencoRicerca::AggiungiCondizione(where, CondizioneTelefono(txtTelefono->text()));
+        KRVAggiungiCondizione(where, KRVCondizioneTelefono(txtTelefono->text()));
     return where;
 }
 

@@ -1,5 +1,6 @@
 #include "uKRVRicercaDocumentiVendita.h"
 
+#include "KRVClausole.h"
 #include "uKRVFormKit.h"
 #include "uKRVInserimentoBase.h"
 #include "uKRVMain.h"
@@ -65,11 +66,7 @@ bool TKRVRicercaDocumentiVendita::eventFilter(QObject *watched, QEvent *event)
 
 QString TKRVRicercaDocumentiVendita::ClausolaFiltri() const
 {
-    QString where = m_condizioneAnno + QString::number(txtAnno->value());
-    const QString filtri = Elenco()->ClausolaFiltri();
-    if (!filtri.isEmpty())
-        where += QStringLiteral(" AND ") + filtri.mid(QStringLiteral("WHERE ").size());
-    return where;
+    return KRVClausolaAnno(m_condizioneAnno, txtAnno->value(), Elenco()->ClausolaFiltri());
 }
 
 void TKRVRicercaDocumentiVendita::RicercaIniziale()

@@ -33,7 +33,7 @@ TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(TKRVMain &main)
            .PermessoNuovo = QStringLiteral("Fatture di vendita (modifica)"),
            .PermessoEliminazione = QStringLiteral("Fatture di vendita (eliminazione)"),
            .DeleteRefused = QStringLiteral("Non è possibile eliminare questa fattura,\n\resistono dei dati correlati!")},
-          QStringLiteral("WHERE ANNO="))
+          KRVCondizioneAnnoFattVend)
 {
     setObjectName(QStringLiteral("KRVRicercaFattureVendita"));
     setWindowIcon(KRVImage(KRVImgFatture));

@@ -25,7 +25,7 @@ TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(TKRVMain &main)
            .PermessoEliminazione = QStringLiteral("Note di accredito (eliminazione)"),
            .DeleteRefused =
                QStringLiteral("Non è possibile eliminare questa nota di accredito,\n\resistono dei dati correlati!")},
-          QStringLiteral("WHERE ANNO = "))
+          KRVCondizioneAnnoNoteAccredito)
 {
     setObjectName(QStringLiteral("KRVRicercaNoteAccredito"));
     setWindowIcon(KRVImage(KRVImgFatture));
