@@ -235,10 +235,11 @@ TGeneratore::TGeneratore(const TQ3DatabaseTarget &target, const TKRVOpzioniGener
     : m_opzioni(opzioni), m_fine(opzioni.AnnoFinale, 12, 31), m_client(target)
 {
     if (m_opzioni.DataFinale.isValid()) {
-        if (m_opzioni.DataFinale.year() < m_opzioni.AnnoFinale)
+        if (m_opzioni.DataFinale.year() < m_opzioni.AnnoFinale) {
             throw EQ3Exception(QStringLiteral("La data finale %1 precede l'anno finale %2.")
                                    .arg(m_opzioni.DataFinale.toString(Qt::ISODate))
                                    .arg(m_opzioni.AnnoFinale));
+        }
         m_fine = qMin(m_fine, m_opzioni.DataFinale);
     }
     m_connection.SetConnectionString(target.ConnectionString());
@@ -254,12 +255,13 @@ int TGeneratore::ChiaveSuccessiva(const char *generator)
 void TGeneratore::VerificaGeneratore(const char *generator, int last)
 {
     const int value = GetLastGeneratorValue(QString::fromLatin1(generator), m_connection.Database());
-    if (value != last)
+    if (value != last) {
         throw EQ3Exception(
             QStringLiteral("Il generatore %1 vale %2 invece di %3: il database è stato usato durante la generazione.")
                 .arg(QString::fromLatin1(generator))
                 .arg(value)
                 .arg(last));
+    }
 }
 
 TKRVRiepilogoGenerazione TGeneratore::Esegui()
@@ -321,10 +323,11 @@ void TGeneratore::Tabelle()
     for (const char *um : {"CF", "MT", "LT"})
         addIfMissing(QStringLiteral("SELECT COUNT(*) FROM UM WHERE UM = '%1'").arg(QString::fromLatin1(um)),
                      QByteArrayLiteral("INSERT INTO UM VALUES(0, '") + um + "')");
-    for (const char *tipo : {"Bonifico 60 gg Fine Mese", "Ri.Ba. 60 gg Fine Mese", "Contrassegno"})
+    for (const char *tipo : {"Bonifico 60 gg Fine Mese", "Ri.Ba. 60 gg Fine Mese", "Contrassegno"}) {
         addIfMissing(QStringLiteral("SELECT COUNT(*) FROM TIPI_PAGAMENTO WHERE TIPO_PAGAMENTO = '%1'")
                          .arg(QString::fromLatin1(tipo)),
                      QByteArrayLiteral("INSERT INTO TIPI_PAGAMENTO VALUES(0, '") + tipo + "')");
+    }
     addIfMissing(QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'FATT_IVA_ESENTE_NOTE'"),
                  "INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('FATT_IVA_ESENTE_NOTE', "
                  "'Operazione non imponibile ai sensi dell''art. 41 D.L. 331/93')");
@@ -485,10 +488,11 @@ void TGeneratore::Servizi()
     for (const TKRVServizioBase &base : KRVDati::CategorieServizi())
         tops << base.Categoria;
     // Service categories: the top level, and for bigger firms one level by kind of customer.
-    for (const QString &top : std::as_const(tops))
+    for (const QString &top : std::as_const(tops)) {
         children << (m_opzioni.Dimensione.TerzoLivello
                          ? QStringList({top + QStringLiteral(" civili"), top + QStringLiteral(" industriali")})
                          : QStringList());
+    }
     QHash<QString, QList<TCategoria>> leaves;
     const QList<TCategoria> all = Categorie("CATEGORIE_SERVIZI", "GN_IDCATEGORIA_SERVIZI", tops, children, {}, &leaves);
 
@@ -962,7 +966,7 @@ void TGeneratore::NoteAccredito(int year, QList<TRiferimento> riferimenti)
             // No discount on a credit note: the net unit price of the invoice, for part of the quantity.
             const double p = double(r.Prezzo) / 100.0;
             r.Prezzo = CentesimiDigitati(p - double(r.Sconto) / 100.0 * p / 100);
-            r.Quantita = r.Quantita > 100 ? 100 * casuale.Intero(1, int(r.Quantita / 100)) : r.Quantita;
+            r.Quantita = r.Quantita > 100 ? qint64(100) * casuale.Intero(1, int(r.Quantita / 100)) : r.Quantita;
             if (A_Meta_Centesimo(double(r.Quantita) / 100.0 * (double(r.Prezzo) / 100.0)))
                 continue;
             righe << r;
