@@ -7,9 +7,9 @@
 #include "Q3Utils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaServizio.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -101,7 +101,7 @@ struct TKRVComandoRiga
 
 } // namespace
 
-TKRVGrigliaRighe::TKRVGrigliaRighe(TKRVMain &main, TKRVRigheDocumento *righe, const QString &name, QWidget *parent)
+TKRVGrigliaRighe::TKRVGrigliaRighe(IKRVMain &main, TKRVRigheDocumento *righe, const QString &name, QWidget *parent)
     : QTableView(parent), m_main(main), m_righe(righe)
 {
     setObjectName(name);

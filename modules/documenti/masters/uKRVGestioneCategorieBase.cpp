@@ -9,7 +9,7 @@
 #include "Q3TreeUtils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QCloseEvent>
 #include <QLineEdit>
@@ -76,7 +76,7 @@ int Livello(const QTreeWidgetItem *item)
 
 } // namespace
 
-TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(TKRVMain &main, const TKRVCategorieTabella &tabella,
+TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(IKRVMain &main, const TKRVCategorieTabella &tabella,
                                                      QWidget *parent)
     : QWidget(parent), m_main(main), m_tabella(tabella), m_dataset(main.Dataset(tabella.Dataset))
 {

@@ -7,7 +7,7 @@
 #include <QTreeWidget>
 #include <QWidget>
 
-class TKRVMain;
+class IKRVMain;
 class TQ3Dataset;
 
 // What sets one category table apart from the other.
@@ -29,7 +29,7 @@ class TKRVGestioneCategorieBase : public QWidget
     Q_OBJECT
 
 public:
-    TKRVGestioneCategorieBase(TKRVMain &main, const TKRVCategorieTabella &tabella, QWidget *parent = nullptr);
+    TKRVGestioneCategorieBase(IKRVMain &main, const TKRVCategorieTabella &tabella, QWidget *parent = nullptr);
 
     bool Modified() const { return m_modified; }
     // Enables "Salva" exactly when there is something to save.
@@ -64,7 +64,7 @@ private:
     QString NomeNuovaCategoria() const;
     QTreeWidgetItem *Categoria() const;
 
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     const TKRVCategorieTabella m_tabella;
     TQ3Dataset *m_dataset;
     bool m_modified = false;

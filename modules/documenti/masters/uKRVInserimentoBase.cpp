@@ -8,7 +8,7 @@
 #include "Q3Utils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
@@ -19,7 +19,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-TKRVInserimentoBase::TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info)
+TKRVInserimentoBase::TKRVInserimentoBase(IKRVMain &main, TKRVInserimentoInfo info)
     : m_main(main), m_info(std::move(info)), m_campi(new QFormLayout)
 {
     setAttribute(Qt::WA_DeleteOnClose);

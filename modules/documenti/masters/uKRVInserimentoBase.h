@@ -10,7 +10,7 @@
 #include <QToolBar>
 #include <QWidget>
 
-class TKRVMain;
+class IKRVMain;
 class TQ3Dataset;
 
 // What an editor of one table row states about itself.
@@ -84,9 +84,9 @@ public:
     static QString MsgSalvareModifiche();
 
 protected:
-    TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info);
+    TKRVInserimentoBase(IKRVMain &main, TKRVInserimentoInfo info);
 
-    TKRVMain &Main() const { return m_main; }
+    IKRVMain &Main() const { return m_main; }
     const TKRVInserimentoInfo &Info() const { return m_info; }
     TQ3Dataset *Dataset() const;
 
@@ -143,7 +143,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     TKRVInserimentoInfo m_info;
     QFormLayout *m_campi;
     QList<QWidget *> m_bloccati;

@@ -2,7 +2,7 @@
 
 #include "KRVUtils.h"
 
-TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(TKRVMain &main)
+TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(IKRVMain &main)
     : TKRVRicercaBase(
           main, {.Elenco = {.Caption = QStringLiteral("Aliquote IVA"),
                             .QueryHead = QStringLiteral("SELECT * FROM ALIQUOTE_IVA "),

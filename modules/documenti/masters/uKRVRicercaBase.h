@@ -6,7 +6,7 @@
 #include <QToolBar>
 #include <QWidget>
 
-class TKRVMain;
+class IKRVMain;
 
 // What a search list states about itself.
 struct TKRVRicercaInfo
@@ -48,10 +48,10 @@ public:
     static QString MsgDatiCorrelati();
 
 protected:
-    TKRVRicercaBase(TKRVMain &main, TKRVRicercaInfo info);
+    TKRVRicercaBase(IKRVMain &main, TKRVRicercaInfo info);
 
     TKRVElencoRicerca *Elenco() const { return m_elenco; }
-    TKRVMain &Main() const { return m_main; }
+    IKRVMain &Main() const { return m_main; }
     const TKRVRicercaInfo &Info() const { return m_info; }
 
     // Sizes the window, builds the empty grid and loads it the member's way;
@@ -69,7 +69,7 @@ protected:
     void GridRisultatiDblClickCell();
 
 private:
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     TKRVRicercaInfo m_info;
     TKRVElencoRicerca *m_elenco;
     QToolBar *m_barraStandard;

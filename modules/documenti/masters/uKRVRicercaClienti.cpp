@@ -23,7 +23,7 @@ QString CondizioneTelefono(const QString &text)
 
 } // namespace
 
-TKRVRicercaClienti::TKRVRicercaClienti(TKRVMain &main)
+TKRVRicercaClienti::TKRVRicercaClienti(IKRVMain &main)
     : TKRVRicercaBase(
           main,
           {.Elenco = {.Caption = QStringLiteral("Ricerca clienti"),

@@ -3,7 +3,7 @@
 #include "KRVDeleteRules.h"
 #include "uKRVImages.h"
 
-TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(TKRVMain &main)
+TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(IKRVMain &main)
     : TKRVRicercaDocumentiVendita(
           main,
           {.Elenco = {.Caption = QStringLiteral("Ricerca note di accredito"),

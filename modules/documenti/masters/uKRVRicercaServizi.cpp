@@ -1,6 +1,6 @@
 #include "uKRVRicercaServizi.h"
 
-TKRVRicercaServizi::TKRVRicercaServizi(TKRVMain &main)
+TKRVRicercaServizi::TKRVRicercaServizi(IKRVMain &main)
     : TKRVRicercaCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Ricerca servizi"),
                           QStringLiteral("SELECT SERVIZI.*, CATEGORIE_SERVIZI.CATEGORIA FROM SERVIZI LEFT JOIN "
                                          "CATEGORIE_SERVIZI ON SERVIZI.IDCATEGORIA_SERVIZI="

@@ -2,7 +2,7 @@
 
 #include "KRVUtils.h"
 
-TKRVRicercaTipiPagamento::TKRVRicercaTipiPagamento(TKRVMain &main)
+TKRVRicercaTipiPagamento::TKRVRicercaTipiPagamento(IKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Tipi di pagamento"),
                                         .QueryHead = QStringLiteral("SELECT * FROM TIPI_PAGAMENTO "),
                                         .QueryTail = QStringLiteral(" ORDER BY UPPER(TIPO_PAGAMENTO)"),

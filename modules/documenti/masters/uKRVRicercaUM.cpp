@@ -2,7 +2,7 @@
 
 #include "KRVUtils.h"
 
-TKRVRicercaUM::TKRVRicercaUM(TKRVMain &main)
+TKRVRicercaUM::TKRVRicercaUM(IKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Unità di misura"),
                                         .QueryHead = QStringLiteral("SELECT * FROM UM "),
                                         .QueryTail = QStringLiteral(" ORDER BY UPPER(UM)"),

@@ -6,8 +6,8 @@
 #include "uKRVCategoriaBox.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaCatalogo.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QDateEdit>
 #include <QGridLayout>
@@ -78,7 +78,7 @@ const TKRVVoceStatistica &KRVVoceServizio()
     return servizio;
 }
 
-TKRVModStatisticheBase::TKRVModStatisticheBase(TKRVMain &main, TKRVStatistica statistica)
+TKRVModStatisticheBase::TKRVModStatisticheBase(IKRVMain &main, TKRVStatistica statistica)
     : QDialog(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint), m_main(main),
       m_statistica(std::move(statistica)),
       optCategoriaTutte(Opzione(QStringLiteral("optCategoriaTutte"), QStringLiteral("Tutte"))),
