@@ -7,9 +7,9 @@
 #include "Q3Utils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaServizio.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -101,7 +101,7 @@ struct TKRVComandoRiga
 
 } // namespace
 
-TKRVGrigliaRighe::TKRVGrigliaRighe(TKRVMain &main, TKRVRigheDocumento *righe, const QString &name, QWidget *parent)
+TKRVGrigliaRighe::TKRVGrigliaRighe(IKRVMain &main, TKRVRigheDocumento *righe, const QString &name, QWidget *parent)
     : QTableView(parent), m_main(main), m_righe(righe)
 {
     setObjectName(name);
@@ -231,7 +231,7 @@ bool TKRVGrigliaRighe::MostraSuggerimentoIva(const QHelpEvent &help)
     const TKRVLayoutRighe &l = m_righe->Layout();
     if (!cella.isValid() || cella.column() != l.Iva)
         return false;
-    const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.ModADOConn()->Database(), m_righe->Intero(cella.row(), l.IdIva));
+    const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.Sessione(), m_righe->Intero(cella.row(), l.IdIva));
     if (aliquota.IDALIQUOTA_IVA <= 0)
         return false;
     QToolTip::showText(help.globalPos(),
@@ -256,13 +256,13 @@ void TKRVGrigliaRighe::actAggiungiArticoloExecute()
     auto dialog = m_main.Selezione<TKRVModSelezionaArticolo>(QStringLiteral("actModSelezionaArticolo"));
     if (!dialog)
         return;
-    const TArticolo articolo = GetArticolo(m_main.ModADOConn()->Database(), dialog->ApriSelezionato());
+    const TArticolo articolo = GetArticolo(m_main.Sessione(), dialog->ApriSelezionato());
     if (articolo.IDANA_MAGA <= 0)
         return;
-    const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.ModADOConn()->Database(), articolo.IDALIQUOTA_IVA);
+    const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.Sessione(), articolo.IDALIQUOTA_IVA);
     AggiungiVoce({KRVRigaArticolo, articolo.COSTO, articolo.CODICE, articolo.DESCRIZIONE,
                   articolo.IDCATEGORIA_ANA_MAGA, articolo.PREZZO, articolo.IDALIQUOTA_IVA, aliquota.CODICE,
-                  articolo.IDUM, GetUM(m_main.ModADOConn()->Database(), articolo.IDUM)});
+                  articolo.IDUM, GetUM(m_main.Sessione(), articolo.IDUM)});
 }
 
 void TKRVGrigliaRighe::actAggiungiServizioExecute()
@@ -270,13 +270,13 @@ void TKRVGrigliaRighe::actAggiungiServizioExecute()
     auto dialog = m_main.Selezione<TKRVModSelezionaServizio>(QStringLiteral("actModSelezionaServizio"));
     if (!dialog)
         return;
-    const TServizio servizio = GetServizio(m_main.ModADOConn()->Database(), dialog->ApriSelezionato());
+    const TServizio servizio = GetServizio(m_main.Sessione(), dialog->ApriSelezionato());
     if (servizio.IDSERVIZIO <= 0)
         return;
-    const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.ModADOConn()->Database(), servizio.IDALIQUOTA_IVA);
+    const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.Sessione(), servizio.IDALIQUOTA_IVA);
     AggiungiVoce({KRVRigaServizio, servizio.COSTO, servizio.CODICE, servizio.DESCRIZIONE,
                   servizio.IDCATEGORIA_SERVIZI, servizio.PREZZO, servizio.IDALIQUOTA_IVA, aliquota.CODICE,
-                  servizio.IDUM, GetUM(m_main.ModADOConn()->Database(), servizio.IDUM)});
+                  servizio.IDUM, GetUM(m_main.Sessione(), servizio.IDUM)});
 }
 
 void TKRVGrigliaRighe::actAggiungiTestoExecute()

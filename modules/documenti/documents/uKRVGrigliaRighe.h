@@ -7,7 +7,7 @@
 #include <QToolBar>
 
 class QHelpEvent;
-class TKRVMain;
+class IKRVMain;
 
 // The line grid of a sales document, with its line commands: adding an
 // article, a service, a text or (invoices) a non-taxable line, deleting and
@@ -18,7 +18,7 @@ class TKRVGrigliaRighe : public QTableView
     Q_OBJECT
 
 public:
-    TKRVGrigliaRighe(TKRVMain &main, TKRVRigheDocumento *righe, const QString &name, QWidget *parent = nullptr);
+    TKRVGrigliaRighe(IKRVMain &main, TKRVRigheDocumento *righe, const QString &name, QWidget *parent = nullptr);
 
     TKRVRigheDocumento *Righe() const { return m_righe; }
 
@@ -56,7 +56,7 @@ private:
     void AdattaAltezzaRiga(int riga);
     void SpostaRiga(bool su);
 
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     TKRVRigheDocumento *m_righe;
     QToolBar *m_barra = nullptr;
 };

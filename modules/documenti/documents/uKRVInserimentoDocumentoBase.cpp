@@ -10,9 +10,9 @@
 #include "uKRVFormKit.h"
 #include "uKRVGrigliaRighe.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaCliente.h"
 #include "uKRVModSelezionaTipoPagamento.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -86,7 +86,7 @@ QToolButton *KRVPulsante(QAction *action)
     return pulsante;
 }
 
-TKRVInserimentoDocumentoBase::TKRVInserimentoDocumentoBase(TKRVMain &main, TKRVInserimentoInfo info,
+TKRVInserimentoDocumentoBase::TKRVInserimentoDocumentoBase(IKRVMain &main, TKRVInserimentoInfo info,
                                                            const TKRVLayoutRighe &layout, const QString &nomeGriglia,
                                                            const TKRVSuggerimentiDocumento &suggerimenti)
     : TKRVInserimentoBase(main, std::move(info)),

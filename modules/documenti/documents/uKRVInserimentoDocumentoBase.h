@@ -44,7 +44,7 @@ public:
     TKRVTotaliDocumento AggiornaTotaliDocumento();
 
 protected:
-    TKRVInserimentoDocumentoBase(TKRVMain &main, TKRVInserimentoInfo info, const TKRVLayoutRighe &layout,
+    TKRVInserimentoDocumentoBase(IKRVMain &main, TKRVInserimentoInfo info, const TKRVLayoutRighe &layout,
                                  const QString &nomeGriglia, const TKRVSuggerimentiDocumento &suggerimenti);
 
     TKRVGrigliaRighe *Griglia() const { return m_griglia; }

@@ -8,6 +8,7 @@
 #include "KRVLookups.h"
 #include "KRVNumbering.h"
 #include "KRVPermissions.h"
+#include "KRVSession.h"
 #include "Q3Guards.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
@@ -15,9 +16,9 @@
 #include "uKRVFormKit.h"
 #include "uKRVGrigliaRighe.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaDdtScaricoMulti.h"
 #include "uKRVModSelezionaNotaDocumenti.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QButtonGroup>
 #include <QFormLayout>
@@ -53,7 +54,7 @@ TKRVInserimentoInfo InfoFattura()
 
 } // namespace
 
-TKRVInserimentoFattureVendita::TKRVInserimentoFattureVendita(TKRVMain &main)
+TKRVInserimentoFattureVendita::TKRVInserimentoFattureVendita(IKRVMain &main)
     : TKRVInserimentoDocumentoBase(main, InfoFattura(), KRVLayoutFattura(), QStringLiteral("gridRigheFattura"),
                                    {.NuovoTitolo = QStringLiteral("Nuova fattura"),
                                     .NuovoNota = QStringLiteral("Crea una nuova\nfattura di vendita."),
@@ -94,7 +95,7 @@ void TKRVInserimentoFattureVendita::CreaComandi()
     QAction *chiudi = findChild<QAction *>(QStringLiteral("actChiudi"));
     QAction *pdf = KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
         if (StampaConsentita())
-            SalvaFatturaVenditaPDF(IdRecord());
+            SalvaFatturaVenditaPDF(*Main().SaveDialogPDF(), IdRecord());
     });
     QAction *ddt = KRVCreaAzione(this, QStringLiteral("actCaricaDaDdt"), QStringLiteral("Carica da D.d.T."),
                                  KRVImgFatture, [this] { actCaricaDaDdtExecute(); });
@@ -351,7 +352,7 @@ void TKRVInserimentoFattureVendita::actCaricaDaDdtExecute()
             Griglia()->AdattaAltezzeRighe();
             SetModified(true);
         });
-        KRVCaricaDaDdt(Main().ModADOConn()->Database(), dialog->GetSelected(),
+        KRVCaricaDaDdt(Main().Sessione(), dialog->GetSelected(),
                        [this](const QStringList &riga) { Righe()->AccodaRiga(riga); });
     }
     Q3MessageBox(QStringLiteral("Informazioni"), QStringLiteral("Caricamento completato"), TQ3MsgIcon::Information);

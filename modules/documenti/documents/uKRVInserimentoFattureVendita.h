@@ -17,7 +17,7 @@ class TKRVInserimentoFattureVendita : public TKRVInserimentoDocumentoBase
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoFattureVendita(TKRVMain &main);
+    explicit TKRVInserimentoFattureVendita(IKRVMain &main);
     ~TKRVInserimentoFattureVendita() override;
 
     TKRVGrigliaRighe *gridRigheFattura() const { return Griglia(); }

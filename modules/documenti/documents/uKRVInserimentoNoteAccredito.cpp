@@ -4,7 +4,7 @@
 
 #include "KRVDeleteRules.h"
 #include "KRVNumbering.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ TKRVInserimentoInfo InfoNotaAccredito()
 
 } // namespace
 
-TKRVInserimentoNoteAccredito::TKRVInserimentoNoteAccredito(TKRVMain &main)
+TKRVInserimentoNoteAccredito::TKRVInserimentoNoteAccredito(IKRVMain &main)
     : TKRVInserimentoDocumentoBase(main, InfoNotaAccredito(), KRVLayoutNotaAccredito(),
                                    QStringLiteral("gridRigheDocumento"),
                                    {.NuovoTitolo = QStringLiteral("Nuova nota di accredito"),

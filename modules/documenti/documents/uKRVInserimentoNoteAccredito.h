@@ -12,7 +12,7 @@ class TKRVInserimentoNoteAccredito : public TKRVInserimentoDocumentoBase
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoNoteAccredito(TKRVMain &main);
+    explicit TKRVInserimentoNoteAccredito(IKRVMain &main);
     ~TKRVInserimentoNoteAccredito() override;
 
     TKRVGrigliaRighe *gridRigheDocumento() const { return Griglia(); }

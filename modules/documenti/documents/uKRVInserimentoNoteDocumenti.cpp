@@ -6,7 +6,7 @@
 
 #include <QGridLayout>
 
-TKRVInserimentoNoteDocumenti::TKRVInserimentoNoteDocumenti(TKRVMain &main)
+TKRVInserimentoNoteDocumenti::TKRVInserimentoNoteDocumenti(IKRVMain &main)
     : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica note documenti"),
                                  .MinimumSize = QSize(600, 400),
                                  .Dataset = QStringLiteral("adsNotaDocumenti"),

@@ -11,7 +11,7 @@ class TKRVInserimentoNoteDocumenti : public TKRVInserimentoBase
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoNoteDocumenti(TKRVMain &main);
+    explicit TKRVInserimentoNoteDocumenti(IKRVMain &main);
 
 protected:
     void ClearFields() override;

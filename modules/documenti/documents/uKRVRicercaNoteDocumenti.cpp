@@ -3,7 +3,7 @@
 #include "KRVUtils.h"
 #include "uKRVNoteDocumentiElenco.h"
 
-TKRVRicercaNoteDocumenti::TKRVRicercaNoteDocumenti(TKRVMain &main)
+TKRVRicercaNoteDocumenti::TKRVRicercaNoteDocumenti(IKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = KRVElencoNoteDocumenti(QStringLiteral("Gestione note documenti"),
                                                               {{QStringLiteral("Titolo"), 250, QStringLiteral("TITOLO"),
                                                                 TKRVTipoColonna::Testo},

@@ -8,7 +8,7 @@ class TKRVRicercaNoteDocumenti : public TKRVRicercaBase
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaNoteDocumenti(TKRVMain &main);
+    explicit TKRVRicercaNoteDocumenti(IKRVMain &main);
 
 protected:
     // Clears the filter and lists every note.

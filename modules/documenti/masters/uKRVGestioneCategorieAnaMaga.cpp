@@ -2,7 +2,7 @@
 
 #include "KRVDeleteRules.h"
 
-TKRVGestioneCategorieAnaMaga::TKRVGestioneCategorieAnaMaga(TKRVMain &main, QWidget *parent)
+TKRVGestioneCategorieAnaMaga::TKRVGestioneCategorieAnaMaga(IKRVMain &main, QWidget *parent)
     : TKRVGestioneCategorieBase(main,
                                 {QStringLiteral("Gestione categorie articoli"), QStringLiteral("CATEGORIE_ANA_MAGA"),
                                  QStringLiteral("IDCATEGORIA_ANA_MAGA"), QStringLiteral("adsCategorieAnaMaga"),

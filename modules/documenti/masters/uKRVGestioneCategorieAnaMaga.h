@@ -8,5 +8,5 @@ class TKRVGestioneCategorieAnaMaga : public TKRVGestioneCategorieBase
     Q_OBJECT
 
 public:
-    explicit TKRVGestioneCategorieAnaMaga(TKRVMain &main, QWidget *parent = nullptr);
+    explicit TKRVGestioneCategorieAnaMaga(IKRVMain &main, QWidget *parent = nullptr);
 };

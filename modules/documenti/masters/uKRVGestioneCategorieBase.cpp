@@ -8,7 +8,7 @@
 #include "Q3TreeUtils.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QCloseEvent>
 #include <QHash>
@@ -98,7 +98,7 @@ QString StatusNodo(TKRVStatoCategoria stato)
 
 } // namespace
 
-TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(TKRVMain &main, const TKRVCategorieTabella &tabella,
+TKRVGestioneCategorieBase::TKRVGestioneCategorieBase(IKRVMain &main, const TKRVCategorieTabella &tabella,
                                                      QWidget *parent)
     : QWidget(parent), m_main(main), m_tabella(tabella),
       m_archivio(*main.Dataset(tabella.Dataset), tabella.Table, tabella.KeyColumn)
@@ -213,7 +213,7 @@ void TKRVGestioneCategorieBase::CaricaAlberoCategorie()
         // The root belongs to the window: it is never edited.
         m_root = new QTreeWidgetItem(m_tvCategorie, {TestoRadice});
         FillTreeView(m_tvCategorie, m_root, m_tabella.Table, m_tabella.KeyColumn, ColonnaPadre, ColonnaCategoria,
-                     QString(), m_main.ModADOConn()->Database());
+                     QString(), m_main.Sessione());
         for (QTreeWidgetItemIterator it(m_tvCategorie); *it; ++it) {
             if (*it != m_root)
                 (*it)->setFlags((*it)->flags() | Qt::ItemIsEditable);
@@ -277,7 +277,7 @@ void TKRVGestioneCategorieBase::actEliminaCategoriaExecute()
     if (!item)
         return;
     const TQ3TreeNode node = TreeNode(item);
-    if (!m_tabella.CanDelete(m_main.ModADOConn()->Database(), node.Id)) {
+    if (!m_tabella.CanDelete(m_main.Sessione(), node.Id)) {
         Q3MessageBox(QStringLiteral("Attenzione"), QString::fromUtf8(MsgDatiCorrelati), TQ3MsgIcon::Warning);
         return;
     }

@@ -10,7 +10,7 @@
 #include <QTreeWidget>
 #include <QWidget>
 
-class TKRVMain;
+class IKRVMain;
 
 // What sets one category table apart from the other.
 struct TKRVCategorieTabella
@@ -31,7 +31,7 @@ class TKRVGestioneCategorieBase : public QWidget
     Q_OBJECT
 
 public:
-    TKRVGestioneCategorieBase(TKRVMain &main, const TKRVCategorieTabella &tabella, QWidget *parent = nullptr);
+    TKRVGestioneCategorieBase(IKRVMain &main, const TKRVCategorieTabella &tabella, QWidget *parent = nullptr);
 
     bool Modified() const { return m_modified; }
     // Enables "Salva" exactly when there is something to save.
@@ -69,7 +69,7 @@ private:
     QString NomeNuovaCategoria() const;
     QTreeWidgetItem *Categoria() const;
 
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     const TKRVCategorieTabella m_tabella;
     TKRVArchivioCategorie m_archivio;
     bool m_modified = false;

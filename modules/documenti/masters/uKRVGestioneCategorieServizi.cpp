@@ -2,7 +2,7 @@
 
 #include "KRVDeleteRules.h"
 
-TKRVGestioneCategorieServizi::TKRVGestioneCategorieServizi(TKRVMain &main, QWidget *parent)
+TKRVGestioneCategorieServizi::TKRVGestioneCategorieServizi(IKRVMain &main, QWidget *parent)
     : TKRVGestioneCategorieBase(main,
                                 {QStringLiteral("Gestione categorie servizi"), QStringLiteral("CATEGORIE_SERVIZI"),
                                  QStringLiteral("IDCATEGORIA_SERVIZI"), QStringLiteral("adsCategorieServizi"),

@@ -8,5 +8,5 @@ class TKRVGestioneCategorieServizi : public TKRVGestioneCategorieBase
     Q_OBJECT
 
 public:
-    explicit TKRVGestioneCategorieServizi(TKRVMain &main, QWidget *parent = nullptr);
+    explicit TKRVGestioneCategorieServizi(IKRVMain &main, QWidget *parent = nullptr);
 };

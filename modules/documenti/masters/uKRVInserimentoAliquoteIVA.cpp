@@ -21,7 +21,7 @@ public:
 
 } // namespace
 
-TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(TKRVMain &main)
+TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
     : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica aliquote IVA"),
                                  .MinimumSize = QSize(500, 200),
                                  .Dataset = QStringLiteral("adsAliquoteIVA"),

@@ -11,7 +11,7 @@ class TKRVInserimentoAliquoteIVA : public TKRVInserimentoBase
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoAliquoteIVA(TKRVMain &main);
+    explicit TKRVInserimentoAliquoteIVA(IKRVMain &main);
 
     // The percentage field's check on leaving or confirming it: 0 to 100.
     bool txtAliquotaValueValidate();

@@ -34,7 +34,7 @@ void SpostaRiga(QWidget *field, int row)
 
 } // namespace
 
-TKRVInserimentoArticoli::TKRVInserimentoArticoli(TKRVMain &main)
+TKRVInserimentoArticoli::TKRVInserimentoArticoli(IKRVMain &main)
     : TKRVInserimentoCatalogo(main, KRVCatalogoArticoli(), QStringLiteral("Inserimento / Modifica articoli"),
                               QSize(750, 550), 100),
       txtSottoscorta(CampoSoglia(QStringLiteral("txtSottoscorta"))),

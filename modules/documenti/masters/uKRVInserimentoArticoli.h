@@ -14,7 +14,7 @@ class TKRVInserimentoArticoli : public TKRVInserimentoCatalogo
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoArticoli(TKRVMain &main);
+    explicit TKRVInserimentoArticoli(IKRVMain &main);
 
 protected:
     void ClearFields() override;

@@ -6,7 +6,7 @@
 #include "Q3MainForm.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
@@ -17,7 +17,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-TKRVInserimentoBase::TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info)
+TKRVInserimentoBase::TKRVInserimentoBase(IKRVMain &main, TKRVInserimentoInfo info)
     : m_main(main), m_info(std::move(info)), m_campi(new QFormLayout)
 {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -72,7 +72,7 @@ QString TKRVInserimentoBase::MsgSalvareModifiche()
 
 QSqlDatabase TKRVInserimentoBase::Sessione() const
 {
-    return m_main.ModADOConn()->Database();
+    return m_main.Sessione();
 }
 
 int TKRVInserimentoBase::ProssimaChiave() const

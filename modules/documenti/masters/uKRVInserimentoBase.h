@@ -11,7 +11,7 @@
 #include <QToolBar>
 #include <QWidget>
 
-class TKRVMain;
+class IKRVMain;
 class TQ3Dataset;
 
 // What an editor of one table row states about itself.
@@ -85,9 +85,9 @@ public:
     static QString MsgSalvareModifiche();
 
 protected:
-    TKRVInserimentoBase(TKRVMain &main, TKRVInserimentoInfo info);
+    TKRVInserimentoBase(IKRVMain &main, TKRVInserimentoInfo info);
 
-    TKRVMain &Main() const { return m_main; }
+    IKRVMain &Main() const { return m_main; }
     // The module database session, which the editor hands to the services it calls.
     QSqlDatabase Sessione() const;
     // The key a new record of the editor's table is expected to take.
@@ -148,7 +148,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     TKRVInserimentoInfo m_info;
     QFormLayout *m_campi;
     QList<QWidget *> m_bloccati;

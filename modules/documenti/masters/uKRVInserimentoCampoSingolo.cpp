@@ -3,7 +3,7 @@
 #include "Q3Dataset.h"
 #include "uKRVFormKit.h"
 
-TKRVInserimentoCampoSingolo::TKRVInserimentoCampoSingolo(TKRVMain &main, TKRVInserimentoInfo info,
+TKRVInserimentoCampoSingolo::TKRVInserimentoCampoSingolo(IKRVMain &main, TKRVInserimentoInfo info,
                                                          TKRVCampoSingoloInfo campo)
     : TKRVInserimentoBase(main, std::move(info)), m_campo(std::move(campo)),
       m_edit(KRVCampoTesto(m_campo.Name, m_campo.MaxLength, m_campo.UpperCase))

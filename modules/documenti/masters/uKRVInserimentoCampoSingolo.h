@@ -24,7 +24,7 @@ class TKRVInserimentoCampoSingolo : public TKRVInserimentoBase
     Q_OBJECT
 
 protected:
-    TKRVInserimentoCampoSingolo(TKRVMain &main, TKRVInserimentoInfo info, TKRVCampoSingoloInfo campo);
+    TKRVInserimentoCampoSingolo(IKRVMain &main, TKRVInserimentoInfo info, TKRVCampoSingoloInfo campo);
 
     void ClearFields() override;
     void FillFields(const TQ3Dataset &dataset) override;

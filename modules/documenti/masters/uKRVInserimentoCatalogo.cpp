@@ -5,9 +5,9 @@
 #include "Q3Guards.h"
 #include "Q3Utils.h"
 #include "uKRVFormKit.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaAliquotaIVA.h"
 #include "uKRVModSelezionaUM.h"
+#include "uKRVServiziFinestre.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ QString TestoAliquota(const TAliquotaIVA &aliquota)
 
 } // namespace
 
-TKRVInserimentoCatalogo::TKRVInserimentoCatalogo(TKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption,
+TKRVInserimentoCatalogo::TKRVInserimentoCatalogo(IKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption,
                                                  QSize minimumSize, int descriptionLength)
     : TKRVInserimentoBase(main, {.Caption = caption,
                                  .MinimumSize = minimumSize,

@@ -23,7 +23,7 @@ public:
     void cmdSelezionaUMClick();
 
 protected:
-    TKRVInserimentoCatalogo(TKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption, QSize minimumSize,
+    TKRVInserimentoCatalogo(IKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption, QSize minimumSize,
                             int descriptionLength);
 
     void ClearFields() override;

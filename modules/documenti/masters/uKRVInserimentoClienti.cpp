@@ -9,8 +9,8 @@
 #include "uKRVEliminazione.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaTipoPagamento.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
@@ -71,7 +71,7 @@ QWidget *Pagina(const QString &name, QLayout *content)
 
 } // namespace
 
-TKRVInserimentoClienti::TKRVInserimentoClienti(TKRVMain &main)
+TKRVInserimentoClienti::TKRVInserimentoClienti(IKRVMain &main)
     : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica clienti"),
                                  .MinimumSize = QSize(750, 550),
                                  .Dataset = QStringLiteral("adsClienti"),

@@ -16,7 +16,7 @@ class TKRVInserimentoClienti : public TKRVInserimentoBase
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoClienti(TKRVMain &main);
+    explicit TKRVInserimentoClienti(IKRVMain &main);
 
     // The payment type chosen in its selection dialog.
     void cmdSelezionaTipoPagamentoClick();

@@ -1,6 +1,6 @@
 #include "uKRVInserimentoServizi.h"
 
-TKRVInserimentoServizi::TKRVInserimentoServizi(TKRVMain &main)
+TKRVInserimentoServizi::TKRVInserimentoServizi(IKRVMain &main)
     : TKRVInserimentoCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Inserimento / Modifica servizi"),
                               QSize(800, 600), 150)
 {

@@ -8,5 +8,5 @@ class TKRVInserimentoServizi : public TKRVInserimentoCatalogo
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoServizi(TKRVMain &main);
+    explicit TKRVInserimentoServizi(IKRVMain &main);
 };

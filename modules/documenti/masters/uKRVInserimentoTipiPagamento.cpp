@@ -2,7 +2,7 @@
 
 #include "KRVUtils.h"
 
-TKRVInserimentoTipiPagamento::TKRVInserimentoTipiPagamento(TKRVMain &main)
+TKRVInserimentoTipiPagamento::TKRVInserimentoTipiPagamento(IKRVMain &main)
     : TKRVInserimentoCampoSingolo(
           main,
           {.Caption = QStringLiteral("Inserimento / Modifica tipi di pagamento"),

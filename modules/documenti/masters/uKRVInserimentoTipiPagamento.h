@@ -8,5 +8,5 @@ class TKRVInserimentoTipiPagamento : public TKRVInserimentoCampoSingolo
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoTipiPagamento(TKRVMain &main);
+    explicit TKRVInserimentoTipiPagamento(IKRVMain &main);
 };

@@ -2,7 +2,7 @@
 
 #include "KRVUtils.h"
 
-TKRVInserimentoUM::TKRVInserimentoUM(TKRVMain &main)
+TKRVInserimentoUM::TKRVInserimentoUM(IKRVMain &main)
     : TKRVInserimentoCampoSingolo(
           main,
           {.Caption = QStringLiteral("Inserimento / Modifica unità di misura"),

@@ -8,5 +8,5 @@ class TKRVInserimentoUM : public TKRVInserimentoCampoSingolo
     Q_OBJECT
 
 public:
-    explicit TKRVInserimentoUM(TKRVMain &main);
+    explicit TKRVInserimentoUM(IKRVMain &main);
 };

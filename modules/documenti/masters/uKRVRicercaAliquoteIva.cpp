@@ -3,7 +3,7 @@
 #include "KRVQueryElenchi.h"
 #include "KRVUtils.h"
 
-TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(TKRVMain &main)
+TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(IKRVMain &main)
     : TKRVRicercaBase(
           main, {.Elenco = {.Caption = QStringLiteral("Aliquote IVA"),
                             .QueryHead = KRVQueryAliquoteIVATesta,

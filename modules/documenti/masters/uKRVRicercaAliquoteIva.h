@@ -8,5 +8,5 @@ class TKRVRicercaAliquoteIva : public TKRVRicercaBase
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaAliquoteIva(TKRVMain &main);
+    explicit TKRVRicercaAliquoteIva(IKRVMain &main);
 };

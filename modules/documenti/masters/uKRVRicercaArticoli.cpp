@@ -6,7 +6,7 @@
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 
-TKRVRicercaArticoli::TKRVRicercaArticoli(TKRVMain &main)
+TKRVRicercaArticoli::TKRVRicercaArticoli(IKRVMain &main)
     : TKRVRicercaCatalogo(main, KRVCatalogoArticoli(), QStringLiteral("Gestione articoli"), QString(), QString()),
       m_actPageFirst(AzionePagina(QStringLiteral("actPageFirst"), QStringLiteral("Prima pagina"), KRVImgPaginaPrima,
                                   [] { return 1; })),

@@ -14,7 +14,7 @@ class TKRVRicercaArticoli : public TKRVRicercaCatalogo
 public:
     static constexpr int PageSize = 200;
 
-    explicit TKRVRicercaArticoli(TKRVMain &main);
+    explicit TKRVRicercaArticoli(IKRVMain &main);
 
     int PageCurrent() const { return m_pageCurrent; }
     int PageTotal() const { return m_pageTotal; }

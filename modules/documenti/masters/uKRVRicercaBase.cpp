@@ -6,11 +6,11 @@
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVInserimentoBase.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QVBoxLayout>
 
-TKRVRicercaBase::TKRVRicercaBase(TKRVMain &main, TKRVRicercaInfo info)
+TKRVRicercaBase::TKRVRicercaBase(IKRVMain &main, TKRVRicercaInfo info)
     : m_main(main), m_info(std::move(info)),
       m_elenco(new TKRVElencoRicerca(this, QStringLiteral("GridRisultati"), m_info.Elenco,
                                      [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
@@ -120,7 +120,7 @@ void TKRVRicercaBase::actEliminaExecute()
 
 QSqlDatabase TKRVRicercaBase::Sessione() const
 {
-    return m_main.ModADOConn()->Database();
+    return m_main.Sessione();
 }
 
 void TKRVRicercaBase::actModificaExecute()

@@ -7,7 +7,7 @@
 #include <QToolBar>
 #include <QWidget>
 
-class TKRVMain;
+class IKRVMain;
 
 // What a search list states about itself.
 struct TKRVRicercaInfo
@@ -49,10 +49,10 @@ public:
     static QString MsgDatiCorrelati();
 
 protected:
-    TKRVRicercaBase(TKRVMain &main, TKRVRicercaInfo info);
+    TKRVRicercaBase(IKRVMain &main, TKRVRicercaInfo info);
 
     TKRVElencoRicerca *Elenco() const { return m_elenco; }
-    TKRVMain &Main() const { return m_main; }
+    IKRVMain &Main() const { return m_main; }
     // The module database session, which the list hands to the services it calls.
     QSqlDatabase Sessione() const;
     const TKRVRicercaInfo &Info() const { return m_info; }
@@ -72,7 +72,7 @@ protected:
     void GridRisultatiDblClickCell();
 
 private:
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     TKRVRicercaInfo m_info;
     TKRVElencoRicerca *m_elenco;
     QToolBar *m_barraStandard;

@@ -2,7 +2,7 @@
 
 #include "KRVClausole.h"
 
-TKRVRicercaCatalogo::TKRVRicercaCatalogo(TKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption,
+TKRVRicercaCatalogo::TKRVRicercaCatalogo(IKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption,
                                          const QString &queryHead, const QString &queryTail)
     : TKRVRicercaBase(
         main,

@@ -17,7 +17,7 @@ public:
 
 protected:
     // queryHead and queryTail go around the filter clause of a plain search.
-    TKRVRicercaCatalogo(TKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption, const QString &queryHead,
+    TKRVRicercaCatalogo(IKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption, const QString &queryHead,
                         const QString &queryTail);
 
     // The clause of the filters and the category.

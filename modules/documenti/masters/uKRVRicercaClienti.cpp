@@ -15,7 +15,7 @@ const QString FiltroRagioneSociale = QStringLiteral("txtRagioneSociale");
 
 } // namespace
 
-TKRVRicercaClienti::TKRVRicercaClienti(TKRVMain &main)
+TKRVRicercaClienti::TKRVRicercaClienti(IKRVMain &main)
     : TKRVRicercaBase(
           main,
           {.Elenco = {.Caption = QStringLiteral("Ricerca clienti"),

@@ -12,7 +12,7 @@ class TKRVRicercaClienti : public TKRVRicercaBase
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaClienti(TKRVMain &main);
+    explicit TKRVRicercaClienti(IKRVMain &main);
 
     // Lists the customers whose name begins with the letter ("*": all).
     void BarraRicercaButtonClick(const QString &letter);

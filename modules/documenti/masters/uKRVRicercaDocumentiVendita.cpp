@@ -3,13 +3,13 @@
 #include "KRVClausole.h"
 #include "uKRVFormKit.h"
 #include "uKRVInserimentoBase.h"
-#include "uKRVMain.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QDate>
 #include <QKeyEvent>
 #include <QLabel>
 
-TKRVRicercaDocumentiVendita::TKRVRicercaDocumentiVendita(TKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno)
+TKRVRicercaDocumentiVendita::TKRVRicercaDocumentiVendita(IKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno)
     : TKRVRicercaBase(main, std::move(info)), m_condizioneAnno(std::move(condizioneAnno)), txtAnno(new QSpinBox)
 {
     AggiungiFiltroAnno();

@@ -16,7 +16,7 @@ public:
     QString ClausolaFiltri() const;
 
 protected:
-    TKRVRicercaDocumentiVendita(TKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno);
+    TKRVRicercaDocumentiVendita(IKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno);
 
     // Number, date, customer code and name, total, paid.
     static QList<TKRVColonna> ColonneDocumento();

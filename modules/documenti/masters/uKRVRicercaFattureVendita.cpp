@@ -7,10 +7,11 @@
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
 #include "uKRVSalvaPDF.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QToolBar>
 
-TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(TKRVMain &main)
+TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(IKRVMain &main)
     : TKRVRicercaDocumentiVendita(
           main,
           {.Elenco = {.Caption = QStringLiteral("Gestione fatture di vendita"),
@@ -50,7 +51,7 @@ void TKRVRicercaFattureVendita::AggiungiStampe()
     }));
     barra->addAction(KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
         if (const int id = FatturaSelezionata(); id >= 0)
-            SalvaFatturaVenditaPDF(id);
+            SalvaFatturaVenditaPDF(*Main().SaveDialogPDF(), id);
     }));
 }
 

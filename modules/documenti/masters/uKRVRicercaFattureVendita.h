@@ -9,7 +9,7 @@ class TKRVRicercaFattureVendita : public TKRVRicercaDocumentiVendita
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaFattureVendita(TKRVMain &main);
+    explicit TKRVRicercaFattureVendita(IKRVMain &main);
 
 private:
     void AggiungiStampe();

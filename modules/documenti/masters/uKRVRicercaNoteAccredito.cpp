@@ -4,7 +4,7 @@
 #include "KRVQueryElenchi.h"
 #include "uKRVImages.h"
 
-TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(TKRVMain &main)
+TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(IKRVMain &main)
     : TKRVRicercaDocumentiVendita(
           main,
           {.Elenco = {.Caption = QStringLiteral("Ricerca note di accredito"),

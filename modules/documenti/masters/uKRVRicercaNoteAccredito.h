@@ -9,5 +9,5 @@ class TKRVRicercaNoteAccredito : public TKRVRicercaDocumentiVendita
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaNoteAccredito(TKRVMain &main);
+    explicit TKRVRicercaNoteAccredito(IKRVMain &main);
 };

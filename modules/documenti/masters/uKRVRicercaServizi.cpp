@@ -2,7 +2,7 @@
 
 #include "KRVQueryElenchi.h"
 
-TKRVRicercaServizi::TKRVRicercaServizi(TKRVMain &main)
+TKRVRicercaServizi::TKRVRicercaServizi(IKRVMain &main)
     : TKRVRicercaCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Ricerca servizi"),
                           KRVQueryRicercaServiziTesta, KRVQueryCatalogoCoda)
 {

@@ -8,5 +8,5 @@ class TKRVRicercaServizi : public TKRVRicercaCatalogo
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaServizi(TKRVMain &main);
+    explicit TKRVRicercaServizi(IKRVMain &main);
 };

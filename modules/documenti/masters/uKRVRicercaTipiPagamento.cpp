@@ -3,7 +3,7 @@
 #include "KRVQueryElenchi.h"
 #include "KRVUtils.h"
 
-TKRVRicercaTipiPagamento::TKRVRicercaTipiPagamento(TKRVMain &main)
+TKRVRicercaTipiPagamento::TKRVRicercaTipiPagamento(IKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Tipi di pagamento"),
                                         .QueryHead = KRVQueryTipiPagamentoTesta,
                                         .QueryTail = KRVQueryTipiPagamentoCoda,

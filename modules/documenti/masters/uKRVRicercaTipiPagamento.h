@@ -8,5 +8,5 @@ class TKRVRicercaTipiPagamento : public TKRVRicercaBase
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaTipiPagamento(TKRVMain &main);
+    explicit TKRVRicercaTipiPagamento(IKRVMain &main);
 };

@@ -3,7 +3,7 @@
 #include "KRVQueryElenchi.h"
 #include "KRVUtils.h"
 
-TKRVRicercaUM::TKRVRicercaUM(TKRVMain &main)
+TKRVRicercaUM::TKRVRicercaUM(IKRVMain &main)
     : TKRVRicercaBase(main, {.Elenco = {.Caption = QStringLiteral("Unità di misura"),
                                         .QueryHead = KRVQueryUMTesta,
                                         .QueryTail = KRVQueryUMCoda,

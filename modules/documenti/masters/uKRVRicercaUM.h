@@ -8,5 +8,5 @@ class TKRVRicercaUM : public TKRVRicercaBase
     Q_OBJECT
 
 public:
-    explicit TKRVRicercaUM(TKRVMain &main);
+    explicit TKRVRicercaUM(IKRVMain &main);
 };

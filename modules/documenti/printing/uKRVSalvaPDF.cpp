@@ -1,7 +1,6 @@
 #include "uKRVSalvaPDF.h"
 
 #include "KRVStampe.h"
-#include "uKRVMain.h"
 
 TKRVSalvaPDF::TKRVSalvaPDF(QWidget *parent)
     : TKRVSalvaFile(QStringLiteral("SaveDialogPDF"), QStringLiteral("Salva come PDF"), QStringLiteral("File PDF (*.pdf)"),
@@ -9,9 +8,9 @@ TKRVSalvaPDF::TKRVSalvaPDF(QWidget *parent)
 {
 }
 
-void SalvaFatturaVenditaPDF(int IdFattVend)
+void SalvaFatturaVenditaPDF(TKRVSalvaPDF &dialog, int IdFattVend)
 {
     QString fileName;
-    if (KRVMain()->SaveDialogPDF()->Execute(fileName))
+    if (dialog.Execute(fileName))
         StampaFatturaVendita(IdFattVend, fileName, int(TQ3ReportDestination::File));
 }

@@ -11,6 +11,6 @@ public:
     explicit TKRVSalvaPDF(QWidget *parent = nullptr);
 };
 
-// The save-as-PDF action of an invoice: the save dialog, then the invoice
-// written to the chosen file; cancelling the dialog ends it silently.
-void SalvaFatturaVenditaPDF(int IdFattVend);
+// The save-as-PDF action of an invoice: the module's save dialog, then the
+// invoice written to the chosen file; cancelling the dialog ends it silently.
+void SalvaFatturaVenditaPDF(TKRVSalvaPDF &dialog, int IdFattVend);

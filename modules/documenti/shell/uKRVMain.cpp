@@ -12,8 +12,6 @@
 #include "Q3Users.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVInserimentoFattureVendita.h"
-#include "uKRVMainForms.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -143,18 +141,9 @@ TQ3MemoryData *TKRVMain::StampeDatiCalcolati(const QString &connection) const
     return dati;
 }
 
-TKRVSalvaPDF *TKRVMain::SaveDialogPDF()
+TKRVdmStampe *TKRVMain::dmStampe() const
 {
-    if (!m_saveDialogPDF)
-        m_saveDialogPDF = std::make_unique<TKRVSalvaPDF>();
-    return m_saveDialogPDF.get();
-}
-
-TKRVSalvaExcel *TKRVMain::SaveDialogExcel()
-{
-    if (!m_saveDialogExcel)
-        m_saveDialogExcel = std::make_unique<TKRVSalvaExcel>();
-    return m_saveDialogExcel.get();
+    return m_dmStampe;
 }
 
 QString TKRVMain::ReportProjectPath()
@@ -344,7 +333,7 @@ void TKRVMain::ShowModal(const QString &actionName)
     if (formClass.Prepare)
         formClass.Prepare(dialog);
     if (dialog->exec() == QDialog::Accepted && formClass.Accepted)
-        formClass.Accepted(*this, dialog);
+        formClass.Accepted(dialog);
 }
 
 int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &parameters, int lastIndex)
@@ -375,9 +364,7 @@ int TKRVMain::ApriFatturaCiclica(const QVariantList &parameters)
     const int id = KRVParametroIntero(parameters.first());
     const QString editorAction = QStringLiteral("actInserimentoFattureVendita");
     Run(editorAction);
-    auto editor = FormAs<TKRVInserimentoFattureVendita>(editorAction);
-    if (editor && editor->ApriRecord(id) == 0)
-        editor->ImpostaFatturaCiclica();
+    KRVApriFatturaCiclica(Form(editorAction), id);
     return 0;
 }
 

@@ -7,6 +7,8 @@
 #include "Q3Dataset.h"
 #include "Q3Module.h"
 #include "Q3Report.h"
+#include "uKRVMainForms.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QAction>
 #include <QDialog>
@@ -19,13 +21,12 @@
 
 #include <memory>
 
-#include "uKRVSalvaExcel.h"
-#include "uKRVSalvaPDF.h"
 
 // The module's main object: owns the actions, menus, toolbars, the module
 // database session and the report project, and keeps one instance of every
-// window its actions open.
-class TKRVMain : public QObject, public IQ3Module, public IKRVModuleSession, public IKRVStampeHost
+// window its actions open. The windows see it through the services they use
+// (IKRVMain); it makes them through the window table.
+class TKRVMain : public QObject, public IQ3Module, public IKRVModuleSession, public IKRVStampeHost, public IKRVMain
 {
     Q_OBJECT
 
@@ -40,7 +41,7 @@ public:
     void ModuloFinalize() override;
     void Finalize() override;
 
-    // IKRVModuleSession
+    // IKRVModuleSession, IKRVMain
     TQ3Connection *ModADOConn() const override { return m_modADOConn; }
 
     // The designed connection string, replaced by the host's at start.
@@ -60,31 +61,15 @@ public:
     TQ3RenderPDF *rRenderPDF() const override { return m_rRenderPDF; }
     TQ3Dataset *StampeDataset(const QString &name) const override;
     TQ3MemoryData *StampeDatiCalcolati(const QString &connection) const override;
-    // The save dialog of every save-as-PDF action.
-    TKRVSalvaPDF *SaveDialogPDF();
-    // The save dialog of the workbook exports.
-    TKRVSalvaExcel *SaveDialogExcel();
-    // The module's master datasets (adsAliquoteIVA, adsClienti, ...), on ModADOConn.
-    TQ3Dataset *Dataset(const QString &name) const { return m_datasets.value(name); }
-    TKRVdmStampe *dmStampe() const { return m_dmStampe; }
+    // IKRVMain
+    IKRVStampeHost &Stampe() override { return *this; }
+    TKRVSalvaPDF *SaveDialogPDF() override { return m_dialoghiSalvataggio.PDF(); }
+    TKRVSalvaExcel *SaveDialogExcel() override { return m_dialoghiSalvataggio.Excel(); }
+    TQ3Dataset *Dataset(const QString &name) const override { return m_datasets.value(name); }
+    QWidget *Form(const QString &actionName) const override { return m_forms.value(actionName); }
+    void Run(const QString &actionName) override;
 
-    // The window an action keeps, or null when it has none now.
-    QWidget *Form(const QString &actionName) const { return m_forms.value(actionName); }
-    template <typename T>
-    T *FormAs(const QString &actionName) const { return qobject_cast<T *>(Form(actionName)); }
-
-    // Runs an action as a menu entry would.
-    void Run(const QString &actionName);
-
-    // Shows the selection dialog that the action keeps; answers it when the
-    // user chose OK, null otherwise.
-    template <typename T>
-    T *Selezione(const QString &actionName)
-    {
-        Run(actionName);
-        T *dialog = FormAs<T>(actionName);
-        return dialog && dialog->exec() == QDialog::Accepted ? dialog : nullptr;
-    }
+    TKRVdmStampe *dmStampe() const;
 
 private:
     void CreateActions();
@@ -113,8 +98,7 @@ private:
     TQ3ReportSystem *m_rSystem = nullptr;
     TQ3RenderPDF *m_rRenderPDF = nullptr;
     std::unique_ptr<TQ3DatasetConnection> m_dsAzienda;
-    std::unique_ptr<TKRVSalvaPDF> m_saveDialogPDF;
-    std::unique_ptr<TKRVSalvaExcel> m_saveDialogExcel;
+    TKRVDialoghiSalvataggio m_dialoghiSalvataggio;
     QPointer<TKRVdmStampe> m_dmStampe;
     QHash<QString, TQ3Dataset *> m_datasets;
     QHash<QString, QPointer<QWidget>> m_forms;

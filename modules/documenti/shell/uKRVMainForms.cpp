@@ -15,7 +15,6 @@
 #include "uKRVInserimentoServizi.h"
 #include "uKRVInserimentoTipiPagamento.h"
 #include "uKRVInserimentoUM.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaAliquotaIVA.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
@@ -37,6 +36,8 @@
 #include "uKRVRicercaServizi.h"
 #include "uKRVRicercaTipiPagamento.h"
 #include "uKRVRicercaUM.h"
+#include "uKRVSalvaExcel.h"
+#include "uKRVSalvaPDF.h"
 #include "uKRVStatisticheFatturato.h"
 #include "uKRVStatisticheRedditivitaMensile.h"
 
@@ -46,22 +47,22 @@ namespace {
 template <typename TForm>
 TKRVFormClass KRVWindow()
 {
-    return {[](TKRVMain &main) -> QWidget * { return new TForm(main); }, {}, {}};
+    return {[](IKRVMain &main) -> QWidget * { return new TForm(main); }, {}, {}};
 }
 
 // A selection dialog, which needs nothing of the main object.
 template <typename TDialog>
 TKRVFormClass KRVSelectionDialog()
 {
-    return {[](TKRVMain &) -> QWidget * { return new TDialog; }, {}, {}};
+    return {[](IKRVMain &) -> QWidget * { return new TDialog; }, {}, {}};
 }
 
 // A yearly print dialog and the print that follows its OK.
 template <typename TDialog>
 TKRVFormClass KRVStampaAnnuale(void (*stampa)(const TDialog &dialog))
 {
-    return {[](TKRVMain &) -> QWidget * { return new TDialog; }, {},
-            [stampa](TKRVMain &, QWidget *form) { stampa(*static_cast<TDialog *>(form)); }};
+    return {[](IKRVMain &) -> QWidget * { return new TDialog; }, {},
+            [stampa](QWidget *form) { stampa(*static_cast<TDialog *>(form)); }};
 }
 
 // A statistics print dialog, reset before every showing: through its own
@@ -69,7 +70,7 @@ TKRVFormClass KRVStampaAnnuale(void (*stampa)(const TDialog &dialog))
 template <typename TDialog>
 TKRVFormClass KRVStatistica()
 {
-    return {[](TKRVMain &main) -> QWidget * { return new TDialog(main); },
+    return {[](IKRVMain &main) -> QWidget * { return new TDialog(main); },
             [](QWidget *form) {
                 auto dialog = static_cast<TDialog *>(form);
                 if constexpr (requires { dialog->actRipristina(); })
@@ -129,4 +130,29 @@ const QHash<QString, TKRVFormClass> &KRVFormClasses()
          KRVStatistica<TKRVModStatisticheFatturatoClientiServizi>()},
     };
     return classes;
+}
+
+TKRVDialoghiSalvataggio::TKRVDialoghiSalvataggio() = default;
+
+TKRVDialoghiSalvataggio::~TKRVDialoghiSalvataggio() = default;
+
+TKRVSalvaPDF *TKRVDialoghiSalvataggio::PDF()
+{
+    if (!m_pdf)
+        m_pdf = std::make_unique<TKRVSalvaPDF>();
+    return m_pdf.get();
+}
+
+TKRVSalvaExcel *TKRVDialoghiSalvataggio::Excel()
+{
+    if (!m_excel)
+        m_excel = std::make_unique<TKRVSalvaExcel>();
+    return m_excel.get();
+}
+
+void KRVApriFatturaCiclica(QWidget *editor, int id)
+{
+    auto fattura = qobject_cast<TKRVInserimentoFattureVendita *>(editor);
+    if (fattura && fattura->ApriRecord(id) == 0)
+        fattura->ImpostaFatturaCiclica();
 }

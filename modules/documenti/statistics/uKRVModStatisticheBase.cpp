@@ -6,8 +6,8 @@
 #include "uKRVCategoriaBox.h"
 #include "uKRVFormKit.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
 #include "uKRVModSelezionaCatalogo.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QDateEdit>
 #include <QGridLayout>
@@ -80,10 +80,10 @@ const TKRVVoceStatistica &KRVVoceServizio()
 
 QSqlDatabase TKRVModStatisticheBase::Sessione() const
 {
-    return m_main.ModADOConn()->Database();
+    return m_main.Sessione();
 }
 
-TKRVModStatisticheBase::TKRVModStatisticheBase(TKRVMain &main, TKRVStatistica statistica)
+TKRVModStatisticheBase::TKRVModStatisticheBase(IKRVMain &main, TKRVStatistica statistica)
     : QDialog(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint), m_main(main),
       m_statistica(std::move(statistica)),
       optCategoriaTutte(Opzione(QStringLiteral("optCategoriaTutte"), QStringLiteral("Tutte"))),

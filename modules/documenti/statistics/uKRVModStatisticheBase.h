@@ -13,7 +13,7 @@ class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
 class TKRVCategoriaBox;
-class TKRVMain;
+class IKRVMain;
 
 // The article or service of a key, as the dialog's group shows it.
 struct TKRVVoceTrovata
@@ -71,7 +71,7 @@ public:
     virtual QString Report() const;
 
 protected:
-    TKRVModStatisticheBase(TKRVMain &main, TKRVStatistica statistica);
+    TKRVModStatisticheBase(IKRVMain &main, TKRVStatistica statistica);
 
     // Shows "Tutti", or the record of the key when it exists.
     void SetIdVoce(int id);
@@ -93,7 +93,7 @@ protected:
 private:
     void SelezionaVoce();
 
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     TKRVStatistica m_statistica;
     QRadioButton *optCategoriaTutte;
     QRadioButton *optCategoriaSeleziona;

@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-TKRVModStatisticheFatturatoClientiServizi::TKRVModStatisticheFatturatoClientiServizi(TKRVMain &main)
+TKRVModStatisticheFatturatoClientiServizi::TKRVModStatisticheFatturatoClientiServizi(IKRVMain &main)
     : TKRVModStatisticheBase(main, {.Nome = QStringLiteral("KRVModStatisticheFatturatoClientiServizi"),
                                     .Caption = QStringLiteral("Fatturato clienti-servizi"),
                                     .Voce = &KRVVoceServizio(),

@@ -11,7 +11,7 @@ class TKRVModStatisticheFatturatoClientiServizi : public TKRVModStatisticheBase
     Q_OBJECT
 
 public:
-    explicit TKRVModStatisticheFatturatoClientiServizi(TKRVMain &main);
+    explicit TKRVModStatisticheFatturatoClientiServizi(IKRVMain &main);
 
     void SetIdServizio(int id) { SetIdVoce(id); }
     QAction *actRipristina() const { return m_actRipristina; }

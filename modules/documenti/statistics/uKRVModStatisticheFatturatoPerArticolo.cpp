@@ -1,6 +1,6 @@
 #include "uKRVModStatisticheFatturatoPerArticolo.h"
 
-TKRVModStatisticheFatturatoPerArticolo::TKRVModStatisticheFatturatoPerArticolo(TKRVMain &main)
+TKRVModStatisticheFatturatoPerArticolo::TKRVModStatisticheFatturatoPerArticolo(IKRVMain &main)
     : TKRVModStatisticheBase(main, {.Nome = QStringLiteral("KRVModStatisticheFatturatoPerArticolo"),
                                     .Caption = QStringLiteral("Fatturato per articolo"),
                                     .Voce = &KRVVoceArticolo(),

@@ -8,7 +8,7 @@ class TKRVModStatisticheFatturatoPerArticolo : public TKRVModStatisticheBase
     Q_OBJECT
 
 public:
-    explicit TKRVModStatisticheFatturatoPerArticolo(TKRVMain &main);
+    explicit TKRVModStatisticheFatturatoPerArticolo(IKRVMain &main);
 
     void SetIdArticolo(int id) { SetIdVoce(id); }
 };

@@ -1,6 +1,6 @@
 #include "uKRVModStatisticheFatturatoPerServizio.h"
 
-TKRVModStatisticheFatturatoPerServizio::TKRVModStatisticheFatturatoPerServizio(TKRVMain &main)
+TKRVModStatisticheFatturatoPerServizio::TKRVModStatisticheFatturatoPerServizio(IKRVMain &main)
     : TKRVModStatisticheBase(main, {.Nome = QStringLiteral("KRVModStatisticheFatturatoPerServizio"),
                                     .Caption = QStringLiteral("Fatturato per servizio"),
                                     .Voce = &KRVVoceServizio(),

@@ -8,7 +8,7 @@ class TKRVModStatisticheFatturatoPerServizio : public TKRVModStatisticheBase
     Q_OBJECT
 
 public:
-    explicit TKRVModStatisticheFatturatoPerServizio(TKRVMain &main);
+    explicit TKRVModStatisticheFatturatoPerServizio(IKRVMain &main);
 
     void SetIdServizio(int id) { SetIdVoce(id); }
 };

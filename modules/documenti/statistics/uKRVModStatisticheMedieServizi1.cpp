@@ -1,6 +1,6 @@
 #include "uKRVModStatisticheMedieServizi1.h"
 
-TKRVModStatisticheMedieServizi1::TKRVModStatisticheMedieServizi1(TKRVMain &main)
+TKRVModStatisticheMedieServizi1::TKRVModStatisticheMedieServizi1(IKRVMain &main)
     : TKRVModStatisticheBase(main, {.Nome = QStringLiteral("KRVModStatisticheMedieServizi1"),
                                     .Caption = QStringLiteral("Medie di produttività per servizio"),
                                     .Voce = &KRVVoceServizio(),

@@ -10,7 +10,7 @@ class TKRVModStatisticheMedieServizi1 : public TKRVModStatisticheBase
     Q_OBJECT
 
 public:
-    explicit TKRVModStatisticheMedieServizi1(TKRVMain &main);
+    explicit TKRVModStatisticheMedieServizi1(IKRVMain &main);
 
     void SetIdServizio(int id) { SetIdVoce(id); }
 };

@@ -9,7 +9,8 @@
 #include "uKRVGrafico3D.h"
 #include "uKRVGrigliaStatistiche.h"
 #include "uKRVImages.h"
-#include "uKRVMain.h"
+#include "uKRVSalvaExcel.h"
+#include "uKRVServiziFinestre.h"
 
 #include <QCategoryAxis>
 #include <QChart>
@@ -55,7 +56,7 @@ QPixmap Campione(const QColor &colore)
 
 } // namespace
 
-TKRVStatisticheFatturato::TKRVStatisticheFatturato(TKRVMain &main, QWidget *parent)
+TKRVStatisticheFatturato::TKRVStatisticheFatturato(IKRVMain &main, QWidget *parent)
     : QWidget(parent), m_main(main), tBarStandard(KRVCreaToolBar(this, QStringLiteral("tBarStandard"))),
       pgcPagine(new QTabWidget)
 {
@@ -241,7 +242,7 @@ void TKRVStatisticheFatturato::AggiornaGrigliaTabella()
     m_istruzioni.clear();
     Q3Guarded([this] {
         TQ3BusyCursor attesa;
-        m_istruzioni = KRVAggiornaFatturato(m_main.ModADOConn()->Database(), m_griglia, AnnoCorrente());
+        m_istruzioni = KRVAggiornaFatturato(m_main.Sessione(), m_griglia, AnnoCorrente());
     });
     MostraGriglia();
 }
@@ -294,8 +295,9 @@ QString TKRVStatisticheFatturato::TestoVisualizzato(int riga, int colonna) const
 void TKRVStatisticheFatturato::actStampaExecute()
 {
     Q3Guarded([this] {
-        KRVAggiornaAzienda(&m_main);
-        TQ3ReportProject *progetto = m_main.rProject();
+        IKRVStampeHost &stampe = m_main.Stampe();
+        KRVAggiornaAzienda(&stampe);
+        TQ3ReportProject *progetto = stampe.rProject();
         for (const auto &[nome, valore] : KRVParametriFatturato(m_griglia))
             progetto->SetParam(nome, valore);
         progetto->ExecuteReport(QStringLiteral("StatisticheFatturato01"));

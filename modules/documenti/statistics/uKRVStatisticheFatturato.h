@@ -13,7 +13,7 @@ class QTabWidget;
 class QTableWidget;
 class QToolBar;
 class TKRVGrafico3D;
-class TKRVMain;
+class IKRVMain;
 
 // "Statistiche fatturato": the turnover net of VAT of this year and the two
 // before it by month, as a table with differences and as a chart; printed
@@ -23,7 +23,7 @@ class TKRVStatisticheFatturato : public QWidget
     Q_OBJECT
 
 public:
-    explicit TKRVStatisticheFatturato(TKRVMain &main, QWidget *parent = nullptr);
+    explicit TKRVStatisticheFatturato(IKRVMain &main, QWidget *parent = nullptr);
 
     void CreaGrigliaVuotaTabella();
     void AggiornaGrigliaTabella();
@@ -45,7 +45,7 @@ private:
     void MostraGriglia();
     void Mostra3D(bool attivo);
 
-    TKRVMain &m_main;
+    IKRVMain &m_main;
     QToolBar *tBarStandard;
     QTabWidget *pgcPagine;
     QTableWidget *grdTabella = nullptr;

@@ -40,7 +40,7 @@ Qt::Alignment Allineamento(int riga, int colonna)
 
 } // namespace
 
-TKRVStatisticheRedditivitaMensile::TKRVStatisticheRedditivitaMensile(TKRVMain &, QWidget *parent)
+TKRVStatisticheRedditivitaMensile::TKRVStatisticheRedditivitaMensile(IKRVMain &, QWidget *parent)
     : QWidget(parent), tBarStandard(KRVCreaToolBar(this, QStringLiteral("tBarStandard"))), speAnno(new QSpinBox),
       grdTabella(new QTableWidget)
 {

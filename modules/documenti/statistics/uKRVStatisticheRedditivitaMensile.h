@@ -8,7 +8,7 @@
 class QSpinBox;
 class QTableWidget;
 class QToolBar;
-class TKRVMain;
+class IKRVMain;
 
 // "Redditività mensile": the gross margin of a chosen year by month and line
 // kind, with totals and averages.
@@ -17,7 +17,7 @@ class TKRVStatisticheRedditivitaMensile : public QWidget
     Q_OBJECT
 
 public:
-    explicit TKRVStatisticheRedditivitaMensile(TKRVMain &main, QWidget *parent = nullptr);
+    explicit TKRVStatisticheRedditivitaMensile(IKRVMain &main, QWidget *parent = nullptr);
 
     void actAggiornaTabellaExecute();
     void CreaGrigliaVuota();

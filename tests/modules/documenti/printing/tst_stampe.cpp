@@ -4,10 +4,12 @@
 #include "KRVRiepilogoIva.h"
 #include "KRVStampe.h"
 #include "KRVStampeTestKit.h"
+#include "KRVdmStampe.h"
 #include "Q3PdfText.h"
 #include "Q3ReportPreview.h"
 #include "Q3ReportSetupDialog.h"
 #include "uKRVRicercaArticoli.h"
+#include "uKRVSalvaPDF.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -601,9 +603,9 @@ void TestStampe::saveDialog_remembersLastNameAndWrites()
     QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptSave);
 
     // The name the dialog starts with; the dialog is then cancelled.
-    const auto proposedName = [id] {
+    const auto proposedName = [id, dialog] {
         QString proposed = QStringLiteral("(nessun dialogo)");
-        WithModals([&] { SalvaFatturaVenditaPDF(id); }, {[&](QWidget *window) {
+        WithModals([&] { SalvaFatturaVenditaPDF(*dialog, id); }, {[&](QWidget *window) {
                        proposed = window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
                        qobject_cast<QDialog *>(window)->reject();
                    }});
@@ -614,7 +616,7 @@ void TestStampe::saveDialog_remembersLastNameAndWrites()
     QCOMPARE(dialog->LastFileName(), QString());
 
     const QString file = m_dir.filePath(QStringLiteral("scelta"));
-    WithModals([&] { SalvaFatturaVenditaPDF(id); }, {[&](QWidget *window) {
+    WithModals([&] { SalvaFatturaVenditaPDF(*dialog, id); }, {[&](QWidget *window) {
                    auto edit = window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
                    edit->setText(file);
                    QTest::keyClick(edit, Qt::Key_Return);
