@@ -1,6 +1,6 @@
 #include "KRVNumbering.h"
 #include "KRVServiceRows.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 #include "Q3Exception.h"
 
 #include <QtTest>
@@ -33,7 +33,7 @@ private slots:
 private:
     void SetShared(const QString &value) const;
     const TQ3TestDatabase &Db() const { return m_module->Database; }
-    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TKRVTestCore> m_module;
 };
 
 // Once the module is gone there is no session: both proposals bracket the
@@ -61,7 +61,7 @@ void TestNumbering::failuresWithoutModule()
 // option set to "False" as the host creates it.
 void TestNumbering::init()
 {
-    m_module = std::make_unique<TKRVTestModule>();
+    m_module = std::make_unique<TKRVTestCore>();
     Db().LoadFixture(QStringLiteral("magazzino.sql"));
 }
 
@@ -229,5 +229,5 @@ void TestNumbering::missingOptionReachesExistenceTestUnchanged()
     QVERIFY(!NotaAccreditoExists(1, 2024, 0));
 }
 
-QTEST_MAIN(TestNumbering)
+QTEST_GUILESS_MAIN(TestNumbering)
 #include "tst_numbering.moc"
