@@ -59,5 +59,5 @@ void TestQ3Connection::databaseInAFolderWithASeparatorOpens()
     QCOMPARE(QueryScalar(connection.Database(), QStringLiteral("SELECT 1 FROM RDB$DATABASE")).toInt(), 1);
 }
 
-QTEST_MAIN(TestQ3Connection)
+QTEST_GUILESS_MAIN(TestQ3Connection)
 #include "tst_q3connection.moc"

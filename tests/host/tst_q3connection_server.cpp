@@ -36,5 +36,5 @@ void TestQ3ConnectionServer::passwordWithSeparatorsAndQuotesOpens()
              qEnvironmentVariable("Q3_TEST_SERVER_USER").toUpper());
 }
 
-QTEST_MAIN(TestQ3ConnectionServer)
+QTEST_GUILESS_MAIN(TestQ3ConnectionServer)
 #include "tst_q3connection_server.moc"

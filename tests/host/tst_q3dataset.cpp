@@ -140,5 +140,5 @@ void TestQ3Dataset::failedInsertLeavesNoRowToEdit()
     QVERIFY(m_dataset->IsEmpty());
 }
 
-QTEST_MAIN(TestQ3Dataset)
+QTEST_GUILESS_MAIN(TestQ3Dataset)
 #include "tst_q3dataset.moc"

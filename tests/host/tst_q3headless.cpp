@@ -192,5 +192,5 @@ void TestQ3Headless::unknownOptionIsRefusedClearly()
     QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
 }
 
-QTEST_MAIN(TestQ3Headless)
+QTEST_GUILESS_MAIN(TestQ3Headless)
 #include "tst_q3headless.moc"

@@ -86,5 +86,5 @@ void TestQ3HeadlessServer::wrongServerPasswordFails()
     QVERIFY2(run.StdErr.contains(QLatin1String("Impossibile aprire il database")), qPrintable(run.StdErr));
 }
 
-QTEST_MAIN(TestQ3HeadlessServer)
+QTEST_GUILESS_MAIN(TestQ3HeadlessServer)
 #include "tst_q3headless_server.moc"

@@ -61,5 +61,5 @@ void TestQ3HostSchema::secondUpgradeChangesNothing()
     QVERIFY(responder.Messages().isEmpty());
 }
 
-QTEST_MAIN(TestQ3HostSchema)
+QTEST_GUILESS_MAIN(TestQ3HostSchema)
 #include "tst_q3hostschema.moc"

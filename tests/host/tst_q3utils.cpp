@@ -158,5 +158,5 @@ void TestQ3Utils::everyLineBreakBecomesOne()
     QCOMPARE(NormalizeLineBreaks(QStringLiteral("senza righe")), QStringLiteral("senza righe"));
 }
 
-QTEST_MAIN(TestQ3Utils)
+QTEST_GUILESS_MAIN(TestQ3Utils)
 #include "tst_q3utils.moc"

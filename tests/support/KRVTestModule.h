@@ -68,15 +68,22 @@ public:
 // The new database comes first: the module opens it and closes before it goes.
 struct TKRVDatabaseNuovo
 {
-    explicit TKRVDatabaseNuovo(TQ3TestDatabase::Where where) : Database(where) {}
+    TKRVDatabaseNuovo(TQ3TestDatabase::Where where, TQ3TestDatabase::Schema schema) : Database(where, schema) {}
     TQ3TestDatabase Database;
 };
 
+// A module to be initialised by its test starts on the host's tables alone,
+// as a database the module has not upgraded yet; an initialised one on a copy
+// of the upgraded template, where its own upgrade finds nothing left to do
+// (on the server, where there is no file to copy, its upgrade makes its tables).
 class TKRVTestModule : public TKRVDatabaseNuovo, public TKRVModuloInizializzato
 {
 public:
     explicit TKRVTestModule(TQ3TestDatabase::Where where = TQ3TestDatabase::Where::Embedded, bool initialize = true)
-        : TKRVDatabaseNuovo(where), TKRVModuloInizializzato(Database.ConnectionString(), initialize)
+        : TKRVDatabaseNuovo(where, initialize && where == TQ3TestDatabase::Where::Embedded
+                                       ? TQ3TestDatabase::Schema::Upgraded
+                                       : TQ3TestDatabase::Schema::Host),
+          TKRVModuloInizializzato(Database.ConnectionString(), initialize)
     {
     }
 };

@@ -4,15 +4,25 @@
 #include "Q3Exception.h"
 #include "Q3HostSchema.h"
 #include "Q3Sql.h"
+#include "Q3TestDatabaseFile.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTextStream>
 
 TQ3TestDatabase::TQ3TestDatabase(Where where, bool hostSchema)
+    : TQ3TestDatabase(where, hostSchema ? Schema::Host : Schema::None)
 {
+}
+
+TQ3TestDatabase::TQ3TestDatabase(Where where, Schema schema)
+{
+    if (schema == Schema::Upgraded && where == Where::Server)
+        throw EQ3Exception(QStringLiteral("Il database aggiornato di prova è un file: solo incorporato."));
     if (where == Where::Server) {
         // The server runs as another process: the folder must be open to it.
         QFile::setPermissions(m_dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther
@@ -24,11 +34,20 @@ TQ3TestDatabase::TQ3TestDatabase(Where where, bool hostSchema)
     } else {
         m_target.Database = m_dir.filePath(QStringLiteral("test.fdb"));
     }
-    CreateQ3Database(m_target);
+    // Nothing has the copy open while it is taken: the template's maker has
+    // ended, and the template is never opened itself.
+    if (schema == Schema::Upgraded) {
+        if (!QFile::copy(Q3TestTemplateDatabase(), m_target.Database))
+            throw EQ3Exception(QStringLiteral("Impossibile copiare il database modello in ") + m_target.Database);
+    } else {
+        CreateQ3Database(m_target);
+    }
+    if (where == Where::Embedded && Q3TestWritesCached())
+        SetQ3TestForcedWrites(m_target.Database, false);
     m_connection = std::make_unique<TQ3Connection>();
     m_connection->SetConnectionString(m_target.ConnectionString());
     m_connection->Open();
-    if (hostSchema)
+    if (schema == Schema::Host)
         UpgradeQ3HostSchema(Db());
 }
 
@@ -42,6 +61,23 @@ TQ3TestDatabase::~TQ3TestDatabase()
             // Left for the temporary folder's removal.
         }
     }
+}
+
+QString Q3TestTemplateDatabase()
+{
+    const QString path = QStringLiteral(Q3_TEST_TEMPLATE);
+    const QString maker = QStringLiteral(Q3_TEST_TEMPLATE_MAKER);
+    const QFileInfo made(path);
+    // The fixture test q3_test_template makes it at the start of every ctest
+    // run; a suite run by hand makes it when it is missing or stale.
+    if (made.exists() && made.lastModified() >= QFileInfo(maker).lastModified())
+        return path;
+    QProcess process;
+    process.start(maker, {path});
+    if (!process.waitForFinished(300000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        throw EQ3Exception(QStringLiteral("Impossibile creare il database modello %1:\n%2")
+                               .arg(path, QString::fromLocal8Bit(process.readAllStandardError())));
+    return path;
 }
 
 bool TQ3TestDatabase::ServerConfigured()

@@ -14,7 +14,13 @@ class TQ3TestDatabase
 {
 public:
     enum class Where { Embedded, Server };
+    // What the new database holds: nothing yet, the host's tables, or the
+    // host's tables and the whole schema upgrade of the "Documenti" module.
+    enum class Schema { None, Host, Upgraded };
     explicit TQ3TestDatabase(Where where = Where::Embedded, bool hostSchema = true);
+    // An upgraded database is a copy of the template the build makes once
+    // (tests/template): a file, so it lives embedded, never on the server.
+    TQ3TestDatabase(Where where, Schema schema);
     ~TQ3TestDatabase();
 
     // Whether the environment names a Firebird server for the tests
@@ -47,6 +53,10 @@ private:
     TQ3DatabaseTarget m_target;
     std::unique_ptr<TQ3Connection> m_connection;
 };
+
+// The template every upgraded test database is copied from, made first when
+// it is missing or older than its maker; answers its path.
+QString Q3TestTemplateDatabase();
 
 // For the init() of a suite that needs the test server: without one the test
 // fails when the server is required, and is skipped, visibly, otherwise.

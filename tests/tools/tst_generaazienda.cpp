@@ -574,5 +574,5 @@ void TestGeneraAzienda::aFirmWithInvoicesIsRefused()
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), before);
 }
 
-QTEST_MAIN(TestGeneraAzienda)
+QTEST_GUILESS_MAIN(TestGeneraAzienda)
 #include "tst_generaazienda.moc"

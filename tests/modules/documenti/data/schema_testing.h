@@ -1,10 +1,10 @@
 #pragma once
 
-// Shared by the schema upgrade tests: opening the module's session on a test
+// Shared by the schema upgrade tests: the module's session on a test
 // database, recording what an upgrade run executes, and comparable snapshots
 // of a database's metadata and of the module's data.
 #include "KRVAggiornaDatabase.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 #include "Q3SchemaUpgrade.h"
 #include "Q3Sql.h"
 
@@ -13,12 +13,15 @@
 #include <QStringList>
 #include <QTest>
 
-// The module's own connection on the test database, as Initialize opens it.
-inline void OpenModuleSession(TKRVTestModule &module)
+// The module's own connection, as Initialize opens it, on a new database that
+// has only the host's tables: the module's upgrade has not run on it yet.
+struct TKRVDaAggiornare : TKRVTestCore
 {
-    module.Main->ModADOConn()->SetConnectionString(module.Database.ConnectionString());
-    module.Main->ModADOConn()->Open();
-}
+    explicit TKRVDaAggiornare(TQ3TestDatabase::Where where = TQ3TestDatabase::Where::Embedded)
+        : TKRVTestCore(where, TQ3TestDatabase::Schema::Host)
+    {
+    }
+};
 
 // The module's keys in TABLE_VERSION and the version each reaches at the end.
 inline QStringList FinalModuleVersions()

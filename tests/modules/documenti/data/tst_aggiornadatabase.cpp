@@ -1,7 +1,9 @@
 #include "schema_testing.h"
 
 #include "Q3Exception.h"
+#include "Q3TestDatabaseFile.h"
 
+#include <QScopeGuard>
 #include <QTest>
 
 #include <algorithm>
@@ -56,6 +58,7 @@ private slots:
     void composedStatements();
     void freshDatabaseReachesFinalState();
     void freshDatabaseHasTheFinalShape();
+    void templateCopiesAreFreshlyUpgradedDatabases();
     void secondRunOnlyQueriesVersions();
     void existingRowsUntouchedOnRerun();
     void onlyMatchingStepsRunForRecordedVersions();
@@ -90,8 +93,7 @@ private:
 
 void TestAggiornaDatabase::initTestCase()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     TQ3RecordingResponder boxes;
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
@@ -191,8 +193,7 @@ void TestAggiornaDatabase::composedStatements()
 
 void TestAggiornaDatabase::freshDatabaseReachesFinalState()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
     AggiornaDatabase(module.Db());
@@ -218,10 +219,36 @@ void TestAggiornaDatabase::freshDatabaseHasTheFinalShape()
         QCOMPARE(m_finalMetadata.at(i), expected.at(i));
 }
 
+// The module's other suites start from copies of the template database the
+// build makes once: each copy is the database the upgrade makes, in a file of
+// its own that the test may change. The template itself forces its writes, as
+// a new database does; a copy leaves them to the system's cache when the run
+// asks for it.
+void TestAggiornaDatabase::templateCopiesAreFreshlyUpgradedDatabases()
+{
+    TQ3TestDatabase first(TQ3TestDatabase::Where::Embedded, TQ3TestDatabase::Schema::Upgraded);
+    TQ3TestDatabase second(TQ3TestDatabase::Where::Embedded, TQ3TestDatabase::Schema::Upgraded);
+    QCOMPARE(SchemaMetadata(first), m_finalMetadata);
+    QCOMPARE(ModuleData(first), m_finalData);
+    QCOMPARE(ModuleVersionRows(first), FinalModuleVersions());
+    QVERIFY(first.Target().Database != second.Target().Database);
+    QVERIFY(first.Target().Database != Q3TestTemplateDatabase());
+    first.Exec(QStringLiteral("INSERT INTO UM (UM) VALUES ('MQ')"));
+    QCOMPARE(second.Scalar(QStringLiteral("SELECT COUNT(*) FROM UM WHERE UM = 'MQ'")).toInt(), 0);
+    const QString forcedWrites = QStringLiteral("SELECT MON$FORCED_WRITES FROM MON$DATABASE");
+    QCOMPARE(first.Scalar(forcedWrites).toInt(), Q3TestWritesCached() ? 0 : 1);
+
+    // A copy made as a run by hand makes it forces its writes as the template does.
+    const QByteArray cached = qgetenv("Q3_TEST_CACHED_WRITES");
+    const auto restore = qScopeGuard([&cached] { qputenv("Q3_TEST_CACHED_WRITES", cached); });
+    qunsetenv("Q3_TEST_CACHED_WRITES");
+    TQ3TestDatabase byHand(TQ3TestDatabase::Where::Embedded, TQ3TestDatabase::Schema::Upgraded);
+    QCOMPARE(byHand.Scalar(forcedWrites).toInt(), 1);
+}
+
 void TestAggiornaDatabase::secondRunOnlyQueriesVersions()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     AggiornaDatabase(module.Db());
     TQ3RecordingResponder boxes;
     TStatementRecorder recorder;
@@ -232,8 +259,7 @@ void TestAggiornaDatabase::secondRunOnlyQueriesVersions()
 
 void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     AggiornaDatabase(module.Db());
     db.Exec(QStringLiteral("UPDATE UM SET UM = 'PZ' WHERE IDUM = 1"));
@@ -258,8 +284,7 @@ void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
 
 void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 25);
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.2.0"));
@@ -278,8 +303,7 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
 
 void TestAggiornaDatabase::unknownVersionSkipsSilently()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 12);
     db.Exec(QStringLiteral("UPDATE TABLE_VERSION SET VERSIONE = '1.1' WHERE TABELLA = 'CLIENTI'"));
@@ -299,8 +323,7 @@ void TestAggiornaDatabase::unknownVersionSkipsSilently()
 
 void TestAggiornaDatabase::keyMatchIsCaseSensitive()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     CreateAsStep(db, 1);
     db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('fatt_vend', '1.0.0')"));
@@ -320,8 +343,7 @@ void TestAggiornaDatabase::keyMatchIsCaseSensitive()
 
 void TestAggiornaDatabase::seedsRunAfterAFailedCreate()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     CreateAsStep(db, 6);
     db.Exec(QStringLiteral("INSERT INTO TABLE_VERSION (TABELLA, VERSIONE) VALUES ('um', '1.0.0')"));
@@ -337,8 +359,7 @@ void TestAggiornaDatabase::seedsRunAfterAFailedCreate()
 
 void TestAggiornaDatabase::seedFailureEndsTheRun()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     CreateAsStep(db, 6);
     db.Exec(QStringLiteral("INSERT INTO UM VALUES(0, 'PEZZI')"));
@@ -361,8 +382,7 @@ void TestAggiornaDatabase::seedFailureEndsTheRun()
 
 void TestAggiornaDatabase::serviziKeepsItsVersionAfterStep13()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     LoadSchemaFile(db, QStringLiteral("schema_state13.sql"));
     RunFirstSteps(db.Db(), 13);
@@ -444,8 +464,7 @@ void TestAggiornaDatabase::explicitKeyGetsGeneratorValue()
 
 void TestAggiornaDatabase::invoiceNumberUniqueWithinYear()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     AggiornaDatabase(module.Db());
     const QString insert = QStringLiteral(
@@ -463,8 +482,7 @@ void TestAggiornaDatabase::invoiceNumberUniqueWithinYear()
 
 void TestAggiornaDatabase::longAddressFitsCustomerNotInvoice()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     AggiornaDatabase(module.Db());
     const QString address51 = QString(51, QLatin1Char('v'));
@@ -492,8 +510,7 @@ void TestAggiornaDatabase::longAddressFitsCustomerNotInvoice()
 
 void TestAggiornaDatabase::costOfLinesFromArticlesAndServices()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 15);
     db.Exec(QStringLiteral("INSERT INTO ANA_MAGA VALUES(0, 'A001', 'Vite', 0, 0, 1, 1, 5.5, 1, 1)"));
@@ -522,8 +539,7 @@ void TestAggiornaDatabase::costOfLinesFromArticlesAndServices()
 
 void TestAggiornaDatabase::flagColumnsFilledOnExistingRows()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 21);
     db.Exec(QStringLiteral("INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
@@ -545,8 +561,7 @@ void TestAggiornaDatabase::flagColumnsFilledOnExistingRows()
 
 void TestAggiornaDatabase::failedStepRollsBackWholeStep()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 19);
     // The seventh of step 20's nine columns is already there.
@@ -571,8 +586,7 @@ void TestAggiornaDatabase::failedStepRollsBackWholeStep()
 
 void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 20);
     db.Exec(QStringLiteral("ALTER TABLE CLIENTI DROP INDIRIZZO"));
@@ -597,8 +611,7 @@ void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
 
 void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 21);
     db.Exec(QStringLiteral("ALTER TABLE FATT_VEND ADD NOTIFICATO VARCHAR(5)"));
@@ -614,8 +627,7 @@ void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
 
 void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 30);
 
@@ -659,8 +671,7 @@ void TestAggiornaDatabase::indexStepComposesItsStatements()
 
 void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 30);
     QCOMPARE(IndexNames(db), QStringList());
@@ -681,8 +692,7 @@ void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
 
 void TestAggiornaDatabase::failedIndexStepIsRolledBackAndTriedAgain()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 30);
     // The last index's name is taken by another index.
@@ -712,8 +722,7 @@ void TestAggiornaDatabase::upgradeFromEveryState_data()
 void TestAggiornaDatabase::upgradeFromEveryState()
 {
     QFETCH(int, done);
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     TQ3RecordingResponder boxes;
     RunFirstSteps(module.Database.Db(), done);
     QList<int> remaining;
@@ -745,8 +754,7 @@ void TestAggiornaDatabase::handWrittenStates()
 {
     QFETCH(QStringList, files);
     QFETCH(int, done);
-    TKRVTestModule module(TQ3TestDatabase::Where::Embedded, false);
-    OpenModuleSession(module);
+    TKRVDaAggiornare module;
     for (const QString &file : files)
         LoadSchemaFile(module.Database, file);
 
@@ -762,5 +770,5 @@ void TestAggiornaDatabase::handWrittenStates()
     QCOMPARE(ModuleData(module.Database), m_finalData);
 }
 
-QTEST_MAIN(TestAggiornaDatabase)
+QTEST_GUILESS_MAIN(TestAggiornaDatabase)
 #include "tst_aggiornadatabase.moc"

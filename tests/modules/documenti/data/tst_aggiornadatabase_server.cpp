@@ -20,9 +20,8 @@ void TestAggiornaDatabaseServer::init()
 
 void TestAggiornaDatabaseServer::freshDatabaseOnServer()
 {
-    TKRVTestModule module(TQ3TestDatabase::Where::Server, false);
+    TKRVDaAggiornare module(TQ3TestDatabase::Where::Server);
     QVERIFY(module.Database.Target().IsRemote());
-    OpenModuleSession(module);
 
     TQ3RecordingResponder boxes;
     AggiornaDatabase(module.Db());
@@ -43,5 +42,5 @@ void TestAggiornaDatabaseServer::freshDatabaseOnServer()
     QCOMPARE(ModuleData(module.Database), data);
 }
 
-QTEST_MAIN(TestAggiornaDatabaseServer)
+QTEST_GUILESS_MAIN(TestAggiornaDatabaseServer)
 #include "tst_aggiornadatabase_server.moc"

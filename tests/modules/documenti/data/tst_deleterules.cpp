@@ -1,6 +1,6 @@
 #include "KRVDeleteRules.h"
 #include "KRVServiceRows.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 #include "Q3Exception.h"
 #include "Q3Guards.h"
 
@@ -30,18 +30,18 @@ private slots:
     void deleteNotaAccreditoRemovesLines();
 
 private:
-    TKRVTestModule &Module();
+    TKRVTestCore &Module();
     // Fills the warehouse and document tables with rows that reference the
     // masters; answers the invoice key.
     int FillReferences();
-    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TKRVTestCore> m_module;
     int m_fattura = 0;
 };
 
-TKRVTestModule &TestDeleteRules::Module()
+TKRVTestCore &TestDeleteRules::Module()
 {
     if (!m_module)
-        m_module = std::make_unique<TKRVTestModule>();
+        m_module = std::make_unique<TKRVTestCore>();
     return *m_module;
 }
 
@@ -394,5 +394,5 @@ void TestDeleteRules::deleteNotaAccreditoRemovesLines()
     QCOMPARE(rows(other), QStringList{QStringLiteral("1|1")});
 }
 
-QTEST_MAIN(TestDeleteRules)
+QTEST_GUILESS_MAIN(TestDeleteRules)
 #include "tst_deleterules.moc"

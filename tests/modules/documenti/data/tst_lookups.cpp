@@ -1,6 +1,6 @@
 #include "KRVLookups.h"
 #include "KRVServiceRows.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 #include "Q3Exception.h"
 
 #include <QtTest>
@@ -29,14 +29,14 @@ private slots:
     void titoloNotaDocumentiExists();
 
 private:
-    TKRVTestModule &Module();
-    std::unique_ptr<TKRVTestModule> m_module;
+    TKRVTestCore &Module();
+    std::unique_ptr<TKRVTestCore> m_module;
 };
 
-TKRVTestModule &TestLookups::Module()
+TKRVTestCore &TestLookups::Module()
 {
     if (!m_module)
-        m_module = std::make_unique<TKRVTestModule>();
+        m_module = std::make_unique<TKRVTestCore>();
     return *m_module;
 }
 
@@ -287,5 +287,5 @@ void TestLookups::titoloNotaDocumentiExists()
     QVERIFY(!TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("Reverse"), 0));
 }
 
-QTEST_MAIN(TestLookups)
+QTEST_GUILESS_MAIN(TestLookups)
 #include "tst_lookups.moc"

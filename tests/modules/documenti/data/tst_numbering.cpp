@@ -1,6 +1,6 @@
 #include "KRVNumbering.h"
 #include "KRVServiceRows.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 #include "Q3Exception.h"
 
 #include <QtTest>
@@ -33,7 +33,7 @@ private slots:
 private:
     void SetShared(const QString &value) const;
     const TQ3TestDatabase &Db() const { return m_module->Database; }
-    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TKRVTestCore> m_module;
 };
 
 // Handed no session, both proposals bracket the failure. For invoices it is
@@ -60,7 +60,7 @@ void TestNumbering::failuresWithoutSession()
 // option set to "False" as the host creates it.
 void TestNumbering::init()
 {
-    m_module = std::make_unique<TKRVTestModule>();
+    m_module = std::make_unique<TKRVTestCore>();
     Db().LoadFixture(QStringLiteral("magazzino.sql"));
 }
 
@@ -228,5 +228,5 @@ void TestNumbering::missingOptionReachesExistenceTestUnchanged()
     QVERIFY(!NotaAccreditoExists(m_module->Db(), 1, 2024, 0));
 }
 
-QTEST_MAIN(TestNumbering)
+QTEST_GUILESS_MAIN(TestNumbering)
 #include "tst_numbering.moc"

@@ -1,5 +1,5 @@
 #include "KRVOptions.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 #include "Q3Exception.h"
 
 #include <QtTest>
@@ -24,14 +24,14 @@ private slots:
     void strToBoolRejectsOtherTexts();
 
 private:
-    TKRVTestModule &Module();
-    std::unique_ptr<TKRVTestModule> m_module;
+    TKRVTestCore &Module();
+    std::unique_ptr<TKRVTestCore> m_module;
 };
 
-TKRVTestModule &TestOptions::Module()
+TKRVTestCore &TestOptions::Module()
 {
     if (!m_module)
-        m_module = std::make_unique<TKRVTestModule>();
+        m_module = std::make_unique<TKRVTestCore>();
     return *m_module;
 }
 
@@ -135,5 +135,5 @@ void TestOptions::strToBoolRejectsOtherTexts()
     }
 }
 
-QTEST_MAIN(TestOptions)
+QTEST_GUILESS_MAIN(TestOptions)
 #include "tst_options.moc"

@@ -126,5 +126,5 @@ void TestPermissions::failureIsBracketed()
     }
 }
 
-QTEST_MAIN(TestPermissions)
+QTEST_GUILESS_MAIN(TestPermissions)
 #include "tst_permissions.moc"

@@ -3,7 +3,7 @@
 #include "KRVOptions.h"
 #include "KRVPermissions.h"
 #include "KRVServiceRows.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 
 #include <QtTest>
 
@@ -26,7 +26,7 @@ private slots:
 
 private:
     QStringList Snapshot() const;
-    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TKRVTestCore> m_module;
     QStringList m_before;
 };
 
@@ -47,7 +47,7 @@ QStringList TestQuoting::Snapshot() const
 
 void TestQuoting::initTestCase()
 {
-    m_module = std::make_unique<TKRVTestModule>();
+    m_module = std::make_unique<TKRVTestCore>();
     const TQ3TestDatabase &db = m_module->Database;
     KRVInsertCliente(db, QStringLiteral("O'BRIEN"), QStringLiteral("O'Brien Ltd"));
     KRVInsertCliente(db, QStringLiteral("ROSSI"), QStringLiteral("Rossi"));
@@ -112,5 +112,5 @@ void TestQuoting::databaseUnchanged()
              QStringList{QStringLiteral("False")});
 }
 
-QTEST_MAIN(TestQuoting)
+QTEST_GUILESS_MAIN(TestQuoting)
 #include "tst_quoting.moc"

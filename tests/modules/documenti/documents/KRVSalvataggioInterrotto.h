@@ -9,6 +9,7 @@
 #include "Q3Dataset.h"
 #include "Q3Exception.h"
 #include "Q3Sql.h"
+#include "Q3TestDatabaseFile.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -181,7 +182,8 @@ int KRVMainSalvataggioInterrotto(int argc, char **argv)
 
 // The module's tables on the new database, with two more VAT rates. The
 // test's own attachment closes: an embedded database file is one process's
-// at a time.
+// at a time. A file forces its writes to the disk, as the application's do:
+// the saves take their real time, and the kills fall inside them.
 inline void KRVPreparaArchivio(TQ3TestDatabase &database)
 {
     {
@@ -190,6 +192,8 @@ inline void KRVPreparaArchivio(TQ3TestDatabase &database)
         ExecSQL(modulo.Db(), QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '4', 'Minima', 4)"));
     }
     database.Connection()->Close();
+    if (!database.Target().IsRemote())
+        SetQ3TestForcedWrites(database.Target().Database, true);
 }
 
 struct TKRVConteggiInterruzioni

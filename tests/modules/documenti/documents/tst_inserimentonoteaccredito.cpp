@@ -45,23 +45,16 @@ private slots:
     void savedCreditNotePrints();
     void printFailureShowsItsOwnMessage();
     void numberOfAnInvoiceOfTheSameYearAccepted();
-    void duplicateNumberSameYearRefused_otherYearAccepted();
     void saveChecksInOrder();
-    void resavingUnchangedPassesTheNumberCheck();
-    void missingTaxCodeAndVatNumberAskFirst();
     void customerAndPaymentTypeButtons();
     void quantityShowsOneDecimal();
     void userWritesACreditNote();
     void savingWithoutLinesDeletesStoredLines();
     void deletedVatRateGivesNullVatColumns();
     void everySaveGivesNewLineKeys();
-    void failedSaveAsksWithAQuestionIcon_quirkKept();
     void afterAFailedSaveTheNextSaveStoresTheCreditNoteOnce();
     void reopenedCreditNoteShowsItsLines();
     void closingAsksToSave();
-    void deleteCreditNote();
-    void rightsOfTheEditor();
-    void ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
     QSpinBox *Numero() const { return Field<QSpinBox>(m_editor, QStringLiteral("txtNumero")); }
@@ -147,25 +140,6 @@ void TestInserimentoNoteAccredito::numberOfAnInvoiceOfTheSameYearAccepted()
     QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM NOTE_ACCREDITO")), QStringList{QStringLiteral("7|%1").arg(anno)});
 }
 
-void TestInserimentoNoteAccredito::duplicateNumberSameYearRefused_otherYearAccepted()
-{
-    const int anno = QDate::currentDate().year();
-    KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 3, anno - 1);
-    Editor();
-    Numero()->setValue(3);
-    SaveReady();
-    QCOMPARE(m_responder->Messages().size(), 0);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM NOTE_ACCREDITO ORDER BY ANNO")),
-             (QStringList{QStringLiteral("3|%1").arg(anno - 1), QStringLiteral("3|%1").arg(anno)}));
-    Trigger(m_editor, QStringLiteral("actNuovo"));
-    QCOMPARE(Numero()->value(), 4);
-    Numero()->setValue(3);
-    SaveReady();
-    QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 2);
-}
-
 void TestInserimentoNoteAccredito::saveChecksInOrder()
 {
     KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 5, QDate::currentDate().year());
@@ -184,37 +158,6 @@ void TestInserimentoNoteAccredito::saveChecksInOrder()
     KRV_COMPARE_BOX(boxes.at(2), "Attenzione", "Non è stato selezionato un tipo di pagamento!", Warning, Ok);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 1);
     QVERIFY(m_editor->Modified());
-}
-
-void TestInserimentoNoteAccredito::resavingUnchangedPassesTheNumberCheck()
-{
-    const int id = SaveReady();
-    QCOMPARE(m_editor->ApriRecord(id), 0);
-    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkNotificata")));
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    QCOMPARE(m_responder->Messages().size(), 0);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDNOTA_ACCREDITO, NUMERO, NOTIFICATO FROM NOTE_ACCREDITO")),
-             QStringList{QStringLiteral("%1|1|True").arg(id)});
-}
-
-void TestInserimentoNoteAccredito::missingTaxCodeAndVatNumberAskFirst()
-{
-    Editor();
-    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
-    m_responder->Enqueue(TQ3MsgResult::No);
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
-                    "Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\rproseguire comunque?", Question,
-                    YesNo);
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 0);
-    QVERIFY(m_editor->NewRecord());
-    m_responder->Enqueue(TQ3MsgResult::Yes);
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT CLI_CODICE, CLI_CODICEFISCALE, CLI_PARTITAIVA, TIPO_PAGAMENTO FROM NOTE_ACCREDITO")),
-             QStringList{QStringLiteral("CLN0000002|||Bonifico 30 gg Fine Mese")});
-    QVERIFY(!m_editor->NewRecord());
-    QVERIFY(!m_editor->Modified());
 }
 
 void TestInserimentoNoteAccredito::customerAndPaymentTypeButtons()
@@ -368,25 +311,6 @@ void TestInserimentoNoteAccredito::everySaveGivesNewLineKeys()
              (QStringList{"Articolo", "Servizio"}));
 }
 
-// A failed save asks nothing but shows its box with a question mark, and
-// still counts as saved, keeping the drawn key.
-void TestInserimentoNoteAccredito::failedSaveAsksWithAQuestionIcon_quirkKept()
-{
-    // The database refuses the header.
-    Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
-    Db().Exec(QStringLiteral("CREATE TRIGGER TG_BI_NOTE_ACCREDITO_TEST FOR NOTE_ACCREDITO BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
-    const int atteso = GetLastGeneratorValue(QStringLiteral("GN_IDNOTA_ACCREDITO"), Db().Db()) + 1;
-    SaveReady();
-    QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
-                    Question, Ok);
-    QVERIFY(!m_editor->Modified());
-    QVERIFY(!m_editor->NewRecord());
-    QCOMPARE(m_editor->IdRecord(), atteso);
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 0);
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT")).toInt(), 0);
-}
-
 void TestInserimentoNoteAccredito::afterAFailedSaveTheNextSaveStoresTheCreditNoteOnce()
 {
     Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
@@ -441,47 +365,6 @@ void TestInserimentoNoteAccredito::closingAsksToSave()
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 1);
 }
 
-void TestInserimentoNoteAccredito::deleteCreditNote()
-{
-    const int id = SaveReady();
-    m_responder->Enqueue(TQ3MsgResult::No);
-    Trigger(m_editor, QStringLiteral("actElimina"));
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
-    QCOMPARE(m_editor->IdRecord(), id);
-    m_responder->Enqueue(TQ3MsgResult::Yes);
-    Trigger(m_editor, QStringLiteral("actElimina"));
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO")).toInt(), 0);
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT")).toInt(), 0);
-    QVERIFY(m_editor->NewRecord());
-    QCOMPARE(m_editor->IdRecord(), 0);
-}
-
-void TestInserimentoNoteAccredito::rightsOfTheEditor()
-{
-    const int id = SaveReady();
-    QCOMPARE(m_editor->ApriRecord(id), 0);
-    LoginWithRights(Db(), QStringLiteral("ospite"),
-                    {QStringLiteral("Note di accredito (visualizzazione)"), QStringLiteral("Fatture di vendita (modifica)"),
-                     QStringLiteral("Fatture di vendita (eliminazione)")});
-    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    Trigger(m_editor, QStringLiteral("actElimina"));
-    m_editor->SetModified(false);
-    Trigger(m_editor, QStringLiteral("actNuovo"));
-    QCOMPARE(m_responder->Messages().size(), 3);
-    for (const TQ3Message &box : m_responder->Messages())
-        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
-    QCOMPARE(m_editor->IdRecord(), id);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT PAGATO FROM NOTE_ACCREDITO")), QStringList{"False"});
-    SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
-    LoginWithRights(Db(), QStringLiteral("contabile"),
-                    {QStringLiteral("Note di accredito (modifica)"), QStringLiteral("Note di accredito (eliminazione)")});
-    Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->setPlainText(QStringLiteral("Autorizzata"));
-    Trigger(m_editor, QStringLiteral("actSalva"));
-    QCOMPARE(m_responder->Messages().size(), 3);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT PAGATO, NOTE FROM NOTE_ACCREDITO")), QStringList{"True|Autorizzata"});
-}
-
 void TestInserimentoNoteAccredito::savedCreditNotePrints()
 {
     Editor();
@@ -506,12 +389,6 @@ void TestInserimentoNoteAccredito::printFailureShowsItsOwnMessage()
     // The editor stays as it was, ready to print again.
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
     QCOMPARE(m_responder->Messages().size(), 1);
-}
-
-void TestInserimentoNoteAccredito::ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile()
-{
-    SalvaAccantoAdAltraPostazione(QStringLiteral("NOTE_ACCREDITO"), QStringLiteral("NOTE_ACCREDITO_DETT"),
-                                  QStringLiteral("IDNOTA_ACCREDITO"));
 }
 
 QTEST_MAIN(TestInserimentoNoteAccredito)

@@ -1,7 +1,7 @@
 // The monthly margin statements and table, on a real database, without windows.
 #include "KRVRedditivitaMensile.h"
 #include "KRVRedditivitaTestRows.h"
-#include "KRVTestModule.h"
+#include "KRVTestCore.h"
 
 #include <QtTest>
 
@@ -47,7 +47,7 @@ class TestRedditivitaMensile : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_module = std::make_unique<TKRVTestModule>(); }
+    void init() { m_module = std::make_unique<TKRVTestCore>(); }
     void cleanup() { m_module.reset(); }
 
     void marginStatementsOfBothInvoiceKinds();
@@ -68,7 +68,7 @@ private slots:
 
 private:
     const TQ3TestDatabase &Db() const { return m_module->Database; }
-    std::unique_ptr<TKRVTestModule> m_module;
+    std::unique_ptr<TKRVTestCore> m_module;
 };
 
 void TestRedditivitaMensile::marginStatementsOfBothInvoiceKinds()
@@ -237,5 +237,5 @@ void TestRedditivitaMensile::monthsOutsideTheYearIgnored()
     QCOMPARE(tabella.at(2).at(1), QStringLiteral("1.50"));
 }
 
-QTEST_MAIN(TestRedditivitaMensile)
+QTEST_GUILESS_MAIN(TestRedditivitaMensile)
 #include "tst_redditivitamensile.moc"
