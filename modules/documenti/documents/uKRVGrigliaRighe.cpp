@@ -253,7 +253,7 @@ void TKRVGrigliaRighe::AggiungiVoce(const TKRVVoceCatalogo &voce)
 
 void TKRVGrigliaRighe::actAggiungiArticoloExecute()
 {
-    auto dialog = m_main.Selezione<TKRVModSelezionaArticolo>(QStringLiteral("actModSelezionaArticolo"));
+    auto dialog = m_main.Selezione<TKRVModSelezionaArticolo>(TKRVAzione::ModSelezionaArticolo);
     if (!dialog)
         return;
     const TArticolo articolo = GetArticolo(m_main.Sessione(), dialog->ApriSelezionato());
@@ -267,7 +267,7 @@ void TKRVGrigliaRighe::actAggiungiArticoloExecute()
 
 void TKRVGrigliaRighe::actAggiungiServizioExecute()
 {
-    auto dialog = m_main.Selezione<TKRVModSelezionaServizio>(QStringLiteral("actModSelezionaServizio"));
+    auto dialog = m_main.Selezione<TKRVModSelezionaServizio>(TKRVAzione::ModSelezionaServizio);
     if (!dialog)
         return;
     const TServizio servizio = GetServizio(m_main.Sessione(), dialog->ApriSelezionato());

@@ -416,7 +416,7 @@ bool TKRVInserimentoDocumentoBase::ConsentiChiusura()
 
 void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()
 {
-    auto dialog = Main().Selezione<TKRVModSelezionaCliente>(QStringLiteral("actModSelezionaCliente"));
+    auto dialog = Main().Selezione<TKRVModSelezionaCliente>(TKRVAzione::ModSelezionaCliente);
     if (!dialog)
         return;
     const TCliente cliente = GetCliente(Sessione(), dialog->ApriSelezionato());
@@ -434,7 +434,7 @@ void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()
 
 void TKRVInserimentoDocumentoBase::actSelezionaTipoPagamentoExecute()
 {
-    auto dialog = Main().Selezione<TKRVModSelezionaTipoPagamento>(QStringLiteral("actModSelezionaTipoPagamento"));
+    auto dialog = Main().Selezione<TKRVModSelezionaTipoPagamento>(TKRVAzione::ModSelezionaTipoPagamento);
     if (!dialog)
         return;
     const TKRVVoceSelezionata voce = dialog->ApriSelezionato();

@@ -35,19 +35,11 @@ TKRVInserimentoInfo InfoFattura()
 {
     return {.Caption = QStringLiteral("Inserimento / Modifica fatture di vendita"),
             .MinimumSize = QSize(960, 640),
-            .Dataset = QStringLiteral("adsFattVend"),
-            .KeyField = QStringLiteral("IDFATT_VEND"),
-            .Generator = QStringLiteral("GN_IDFATT_VEND"),
-            .SearchAction = QStringLiteral("actRicercaFattureVendita"),
+            .Entita = &KRVEntitaFattureVendita(),
             .RefreshAfterSave = false,
             .RefreshAfterDelete = false,
             .CheckIcon = TQ3MsgIcon::Warning,
             .SaveFailureIcon = TQ3MsgIcon::None,
-            .CanDelete = &CanDeleteFatturaVendita,
-            .Delete = &DeleteFatturaVendita,
-            .DeleteRefused = QStringLiteral("Non è possibile eliminare questa fattura,\n\resistono dei dati correlati!"),
-            .PermessoModifica = QStringLiteral("Fatture di vendita (modifica)"),
-            .PermessoEliminazione = QStringLiteral("Fatture di vendita (eliminazione)"),
             .IdNuovoRecord = 0,
             .ChiediSeNonMemorizzato = true};
 }
@@ -322,7 +314,7 @@ void TKRVInserimentoFattureVendita::actInformazioniClienteExecute()
 
 void TKRVInserimentoFattureVendita::actInserisciNotaDocumentoExecute()
 {
-    auto dialog = Main().Selezione<TKRVModSelezionaNotaDocumenti>(QStringLiteral("actModSelezionaNotaDocumenti"));
+    auto dialog = Main().Selezione<TKRVModSelezionaNotaDocumenti>(TKRVAzione::ModSelezionaNotaDocumenti);
     if (!dialog)
         return;
     txtNote->appendPlainText(NormalizeLineBreaks(GetNotaDocumento(Sessione(), dialog->ApriSelezionato())));
@@ -331,7 +323,7 @@ void TKRVInserimentoFattureVendita::actInserisciNotaDocumentoExecute()
 
 void TKRVInserimentoFattureVendita::actCaricaDaDdtExecute()
 {
-    const QString azione = QStringLiteral("actModSelezionaDdtScaricoMulti");
+    const TKRVAzione azione = TKRVAzione::ModSelezionaDdtScaricoMulti;
     Main().Run(azione);
     auto dialog = Main().FormAs<TKRVModSelezionaDdtScaricoMulti>(azione);
     if (!dialog)

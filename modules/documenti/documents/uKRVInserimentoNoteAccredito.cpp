@@ -12,20 +12,11 @@ TKRVInserimentoInfo InfoNotaAccredito()
 {
     return {.Caption = QStringLiteral("Inserimento / Modifica note di accredito"),
             .MinimumSize = QSize(800, 600),
-            .Dataset = QStringLiteral("adsNoteAccredito"),
-            .KeyField = QStringLiteral("IDNOTA_ACCREDITO"),
-            .Generator = QStringLiteral("GN_IDNOTA_ACCREDITO"),
-            .SearchAction = QStringLiteral("actRicercaNoteAccredito"),
+            .Entita = &KRVEntitaNoteAccredito(),
             .RefreshAfterSave = false,
             .RefreshAfterDelete = false,
             .CheckIcon = TQ3MsgIcon::Warning,
             .SaveFailureIcon = TQ3MsgIcon::Question,
-            .CanDelete = &CanDeleteNotaAccredito,
-            .Delete = &DeleteNotaAccredito,
-            .DeleteRefused =
-                QStringLiteral("Non è possibile eliminare questa nota di accredito,\n\resistono dei dati correlati!"),
-            .PermessoModifica = QStringLiteral("Note di accredito (modifica)"),
-            .PermessoEliminazione = QStringLiteral("Note di accredito (eliminazione)"),
             .IdNuovoRecord = 0,
             .ChiediSeNonMemorizzato = true};
 }

@@ -9,18 +9,11 @@
 TKRVInserimentoNoteDocumenti::TKRVInserimentoNoteDocumenti(IKRVMain &main)
     : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica note documenti"),
                                  .MinimumSize = QSize(600, 400),
-                                 .Dataset = QStringLiteral("adsNotaDocumenti"),
-                                 .KeyField = QStringLiteral("IDNOTA_DOCUMENTI"),
-                                 .Generator = QStringLiteral("GN_IDNOTA_DOCUMENTI"),
-                                 .SearchAction = QStringLiteral("actRicercaNoteDocumenti"),
+                                 .Entita = &KRVEntitaNoteDocumenti(),
                                  .RefreshAfterSave = true,
                                  .RefreshAfterDelete = true,
                                  .CheckIcon = TQ3MsgIcon::Warning,
                                  .SaveFailureIcon = TQ3MsgIcon::Error,
-                                 // No other table refers to a note.
-                                 .CanDelete = [](const QSqlDatabase &, int) { return true; },
-                                 .Delete = &DeleteNotaDocumenti,
-                                 .DeleteRefused = {},
                                  .ChiediSeNonMemorizzato = true}),
       txtTitolo(KRVCampoTesto(QStringLiteral("txtTitolo"), 100)), txtTesto(new QPlainTextEdit)
 {

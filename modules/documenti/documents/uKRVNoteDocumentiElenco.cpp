@@ -1,5 +1,6 @@
 #include "uKRVNoteDocumentiElenco.h"
 
+#include "KRVEntita.h"
 #include "KRVQueryElenchi.h"
 
 TKRVElencoInfo KRVElencoNoteDocumenti(const QString &caption, const QList<TKRVColonna> &columns)
@@ -7,7 +8,7 @@ TKRVElencoInfo KRVElencoNoteDocumenti(const QString &caption, const QList<TKRVCo
     return {.Caption = caption,
             .QueryHead = KRVQueryNoteDocumentiTesta,
             .QueryTail = KRVQueryNoteDocumentiCoda,
-            .KeyField = QStringLiteral("IDNOTA_DOCUMENTI"),
+            .KeyField = KRVEntitaNoteDocumenti().Chiave,
             .Columns = columns,
             .Filters = {{QStringLiteral("txtTitolo"), QStringLiteral("    Titolo"), QStringLiteral("TITOLO CONTAINING ")}}};
 }

@@ -9,10 +9,8 @@ TKRVRicercaNoteDocumenti::TKRVRicercaNoteDocumenti(IKRVMain &main)
                                                                 TKRVTipoColonna::Testo},
                                                                {QStringLiteral("Testo"), 500, QStringLiteral("TESTO"),
                                                                 TKRVTipoColonna::Testo}}),
-                             .EditorAction = QStringLiteral("actInserimentoNoteDocumenti"),
-                             .ColonnaDescrizione = 2,
-                             .CanDelete = nullptr,
-                             .Delete = nullptr})
+                             .Entita = &KRVEntitaNoteDocumenti(),
+                             .ColonnaDescrizione = 2})
 {
     setObjectName(QStringLiteral("KRVRicercaNoteDocumenti"));
     FormCreate();
@@ -29,6 +27,6 @@ void TKRVRicercaNoteDocumenti::actEliminaExecute()
     const int id = GridRisultati()->ChiaveSelezionata();
     if (id < 0)
         return;
-    if (DeleteNotaDocumenti(Sessione(), id, true))
+    if (Entita().Delete(Sessione(), id, true))
         actCercaExecute();
 }

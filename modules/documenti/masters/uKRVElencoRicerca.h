@@ -29,7 +29,7 @@ struct TKRVElencoInfo
     QString Caption;
     QString QueryHead;      // "SELECT * FROM UM "
     QString QueryTail;      // " ORDER BY UPPER(UM)"
-    QString KeyField;
+    QString KeyField{};     // the key of the rows (a search list takes its table's)
     QList<TKRVColonna> Columns;
     QList<TKRVFiltro> Filters;
 };

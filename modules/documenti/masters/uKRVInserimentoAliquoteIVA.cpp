@@ -24,18 +24,11 @@ public:
 TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
     : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica aliquote IVA"),
                                  .MinimumSize = QSize(500, 200),
-                                 .Dataset = QStringLiteral("adsAliquoteIVA"),
-                                 .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
-                                 .Generator = QStringLiteral("GN_IDALIQUOTA_IVA"),
-                                 .SearchAction = QStringLiteral("actRicercaAliquoteIVA"),
+                                 .Entita = &KRVEntitaAliquoteIVA(),
                                  .RefreshAfterSave = true,
                                  .RefreshAfterDelete = true,
                                  .CheckIcon = TQ3MsgIcon::None,
-                                 .SaveFailureIcon = TQ3MsgIcon::None,
-                                 .CanDelete = &CanDeleteAliquotaIVA,
-                                 .Delete = &DeleteAliquotaIVA,
-                                 .DeleteRefused = QStringLiteral(
-                                     "Non è possibile eliminare questa aliquota,\n\resistono dei dati correlati!")}),
+                                 .SaveFailureIcon = TQ3MsgIcon::None}),
       txtCodice(KRVCampoTesto(QStringLiteral("txtCodice"), 2, true)),
       txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)),
       txtAliquota(new TCampoAliquota)
@@ -102,7 +95,7 @@ QString TKRVInserimentoAliquoteIVA::ValidationError()
         return QStringLiteral("Non è stato indicato il codice!");
     if (txtDescrizione->text().isEmpty())
         return QStringLiteral("Non è stata indicata la descrizione!");
-    if (CodiceAliquotaIvaExists(Sessione(), txtCodice->text(), IdRecord()))
+    if (Entita().CodiceEsiste(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     // A percentage the field refused is never written.
     if (!AliquotaValida())

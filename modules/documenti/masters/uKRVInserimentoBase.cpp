@@ -77,12 +77,12 @@ QSqlDatabase TKRVInserimentoBase::Sessione() const
 
 int TKRVInserimentoBase::ProssimaChiave() const
 {
-    return KRVProssimaChiave(Sessione(), m_info.Generator);
+    return KRVProssimaChiave(Sessione(), Entita().Generatore);
 }
 
 TQ3Dataset *TKRVInserimentoBase::Dataset() const
 {
-    return m_main.Dataset(m_info.Dataset);
+    return m_main.Dataset(Entita().Dataset);
 }
 
 void TKRVInserimentoBase::FormCreate()
@@ -207,7 +207,7 @@ int TKRVInserimentoBase::ApriRecord(int id)
 bool TKRVInserimentoBase::LeggiRecord(int id)
 {
     TQ3Dataset *dataset = Dataset();
-    TKRVArchivioRecord archivio(*dataset, m_info.KeyField, m_info.Generator);
+    TKRVArchivioRecord archivio(*dataset, Entita().Chiave, Entita().Generatore);
     if (!archivio.Leggi(id, m_newRecord ? std::nullopt : std::optional<int>(m_idRecord)))
         return false;
     FillFields(*dataset);
@@ -216,7 +216,7 @@ bool TKRVInserimentoBase::LeggiRecord(int id)
 
 void TKRVInserimentoBase::SalvaRecord()
 {
-    if (!KRVVerificaPermesso(m_info.PermessoModifica))
+    if (!KRVVerificaPermesso(Entita().PermessoModifica))
         return;
     // Characters the database cannot take are refused before any check reads the texts.
     QString problem = KRVCampoNonAmmesso(this);
@@ -253,7 +253,7 @@ void TKRVInserimentoBase::DopoSalvataggio()
 
 void TKRVInserimentoBase::ScriviRecord()
 {
-    TKRVArchivioRecord archivio(*Dataset(), m_info.KeyField, m_info.Generator);
+    TKRVArchivioRecord archivio(*Dataset(), Entita().Chiave, Entita().Generatore);
     int id = m_idRecord;
     try {
         archivio.Scrivi(m_newRecord, [this](TQ3Dataset &dataset) { WriteFields(dataset); }, id);
@@ -266,7 +266,7 @@ void TKRVInserimentoBase::ScriviRecord()
 
 void TKRVInserimentoBase::AggiornaRicerca()
 {
-    QWidget *list = m_main.Form(m_info.SearchAction);
+    QWidget *list = m_main.Form(Entita().Ricerca);
     if (!list)
         return;
     if (auto cerca = list->findChild<QAction *>(QStringLiteral("actCerca")))
@@ -275,12 +275,12 @@ void TKRVInserimentoBase::AggiornaRicerca()
 
 bool TKRVInserimentoBase::CanDeleteRecord()
 {
-    return m_info.CanDelete(Sessione(), m_idRecord);
+    return Entita().CanDelete(Sessione(), m_idRecord);
 }
 
 bool TKRVInserimentoBase::DeleteRecord()
 {
-    return m_newRecord || m_info.Delete(Sessione(), m_idRecord, true);
+    return m_newRecord || Entita().Delete(Sessione(), m_idRecord, true);
 }
 
 bool TKRVInserimentoBase::ConsentiChiusura()
@@ -305,7 +305,7 @@ bool TKRVInserimentoBase::ChiediSalvataggioPrimaDiChiudere()
 
 void TKRVInserimentoBase::actNuovoExecute()
 {
-    if (!KRVVerificaPermesso(m_info.PermessoModifica))
+    if (!KRVVerificaPermesso(Entita().PermessoModifica))
         return;
     if (!AbbandonaModifiche())
         return;
@@ -314,7 +314,7 @@ void TKRVInserimentoBase::actNuovoExecute()
 
 void TKRVInserimentoBase::actEliminaExecute()
 {
-    if (!KRVVerificaPermesso(m_info.PermessoEliminazione))
+    if (!KRVVerificaPermesso(Entita().PermessoEliminazione))
         return;
     // Some delete rules look up the code shown, which must be able to reach the database.
     if (const QString problem = KRVCampoNonAmmesso(this); !problem.isEmpty()) {
@@ -322,7 +322,7 @@ void TKRVInserimentoBase::actEliminaExecute()
         return;
     }
     if (!CanDeleteRecord()) {
-        Q3ShowWarning(m_info.DeleteRefused);
+        Q3ShowWarning(Entita().Rifiuto);
         return;
     }
     if (!DeleteRecord())

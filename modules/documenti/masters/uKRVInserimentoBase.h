@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KRVEntita.h"
 #include "Q3Messages.h"
 
 #include <QAction>
@@ -19,21 +20,12 @@ struct TKRVInserimentoInfo
 {
     QString Caption;
     QSize MinimumSize;
-    QString Dataset;        // the main object's dataset that reads and writes the row
-    QString KeyField;
-    QString Generator;      // its current value plus one is the key a new record expects
-    QString SearchAction;   // the search list kept in step with the editor
+    // The table: its dataset, key, generator, search list, delete rules and rights.
+    const TKRVEntita *Entita = nullptr;
     bool RefreshAfterSave = false;
     bool RefreshAfterDelete = true;
     TQ3MsgIcon CheckIcon = TQ3MsgIcon::Warning;        // boxes of the save checks
     TQ3MsgIcon SaveFailureIcon = TQ3MsgIcon::Error;
-    // Delete rule and delete service of a record known by its key.
-    bool (*CanDelete)(const QSqlDatabase &db, int id) = nullptr;
-    bool (*Delete)(const QSqlDatabase &db, int id, bool ask) = nullptr;
-    QString DeleteRefused;
-    // Rights asked before creating or saving, and before deleting (none when empty).
-    QString PermessoModifica{};
-    QString PermessoEliminazione{};
     int IdNuovoRecord = -1;  // the key a new record shows until saved
     // A new record whose save failed counts as saved but is in no row: these
     // editors still ask before they drop it; the simple tables ask nothing.
@@ -93,6 +85,7 @@ protected:
     // The key a new record of the editor's table is expected to take.
     int ProssimaChiave() const;
     const TKRVInserimentoInfo &Info() const { return m_info; }
+    const TKRVEntita &Entita() const { return *m_info.Entita; }
     TQ3Dataset *Dataset() const;
 
     // Sizes the window and shows a new record; the constructor of the

@@ -19,19 +19,19 @@ void TKRVInserimentoCampoSingolo::ClearFields()
 
 void TKRVInserimentoCampoSingolo::FillFields(const TQ3Dataset &dataset)
 {
-    m_edit->setText(dataset.FieldValue(m_campo.Column).toString());
+    m_edit->setText(dataset.FieldValue(Entita().ColonnaCodice).toString());
 }
 
 void TKRVInserimentoCampoSingolo::WriteFields(TQ3Dataset &dataset)
 {
-    dataset.SetFieldValue(m_campo.Column, m_edit->text());
+    dataset.SetFieldValue(Entita().ColonnaCodice, m_edit->text());
 }
 
 QString TKRVInserimentoCampoSingolo::ValidationError()
 {
     if (m_edit->text().isEmpty())
         return m_campo.MsgVuoto;
-    if (m_campo.Exists(Sessione(), m_edit->text(), IdRecord()))
+    if (Entita().CodiceEsiste(Sessione(), m_edit->text(), IdRecord()))
         return m_campo.MsgEsistente;
     return {};
 }

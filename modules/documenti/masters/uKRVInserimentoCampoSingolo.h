@@ -11,10 +11,8 @@ struct TKRVCampoSingoloInfo
     QString Label;
     int MaxLength = 0;
     bool UpperCase = false;
-    QString Column;
     QString MsgVuoto;       // the text is empty
-    bool (*Exists)(const QSqlDatabase &db, const QString &text, int id) = nullptr;
-    QString MsgEsistente;   // another row holds the text
+    QString MsgEsistente;   // another row holds the text (the table's code column)
 };
 
 // Editor of a table whose rows are one text besides their key (units of

@@ -4,6 +4,7 @@
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
 #include "Q3Utils.h"
+#include "uKRVEliminazione.h"
 #include "uKRVFormKit.h"
 #include "uKRVModSelezionaAliquotaIVA.h"
 #include "uKRVModSelezionaUM.h"
@@ -37,13 +38,9 @@ TKRVInserimentoCatalogo::TKRVInserimentoCatalogo(IKRVMain &main, const TKRVCatal
                                                  QSize minimumSize, int descriptionLength)
     : TKRVInserimentoBase(main, {.Caption = caption,
                                  .MinimumSize = minimumSize,
-                                 .Dataset = catalogo.Dataset,
-                                 .KeyField = catalogo.KeyField,
-                                 .Generator = catalogo.Generator,
-                                 .SearchAction = catalogo.SearchAction,
+                                 .Entita = &catalogo.Entita,
                                  .RefreshAfterSave = false,
-                                 .RefreshAfterDelete = false,
-                                 .DeleteRefused = catalogo.Eliminazione.Rifiuto}),
+                                 .RefreshAfterDelete = false}),
       m_catalogo(catalogo), txtCodice(KRVCampoTesto(QStringLiteral("txtCodice"), 20)),
       txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), descriptionLength)),
       txtCategoria(new TKRVCategoriaBox(QStringLiteral("txtCategoria"), {.Table = catalogo.CategoryTable,
@@ -72,7 +69,7 @@ TKRVInserimentoCatalogo::TKRVInserimentoCatalogo(IKRVMain &main, const TKRVCatal
 
 void TKRVInserimentoCatalogo::cmdSelezionaAliquotaIVAClick()
 {
-    auto dialog = Main().Selezione<TKRVModSelezionaAliquotaIVA>(QStringLiteral("actModSelezionaAliquotaIVA"));
+    auto dialog = Main().Selezione<TKRVModSelezionaAliquotaIVA>(TKRVAzione::ModSelezionaAliquotaIVA);
     if (!dialog)
         return;
     const TAliquotaIVA aliquota = dialog->ApriSelezionato();
@@ -82,7 +79,7 @@ void TKRVInserimentoCatalogo::cmdSelezionaAliquotaIVAClick()
 
 void TKRVInserimentoCatalogo::cmdSelezionaUMClick()
 {
-    auto dialog = Main().Selezione<TKRVModSelezionaUM>(QStringLiteral("actModSelezionaUM"));
+    auto dialog = Main().Selezione<TKRVModSelezionaUM>(TKRVAzione::ModSelezionaUM);
     if (!dialog)
         return;
     const TKRVVoceSelezionata um = dialog->ApriSelezionato();
@@ -141,7 +138,7 @@ QString TKRVInserimentoCatalogo::ValidationError()
         return QStringLiteral("Non è stata indicata la descrizione!");
     if (txtCategoria->Categoria() < 0)
         return QStringLiteral("Non è stata indicata la categoria!");
-    if (m_catalogo.CodiceExists(Sessione(), txtCodice->text(), IdRecord()))
+    if (Entita().CodiceEsiste(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     if (m_aliquotaIVA->Tag() == 0)
         return QStringLiteral("Non è stata indicata l'aliquota IVA!");
@@ -153,7 +150,7 @@ QString TKRVInserimentoCatalogo::ValidationError()
 bool TKRVInserimentoCatalogo::CanDeleteRecord()
 {
     // The code as the field shows it, even when not yet saved.
-    return m_catalogo.Eliminazione.CanDelete(Sessione(), txtCodice->text());
+    return Entita().PerCodice.CanDelete(Sessione(), txtCodice->text());
 }
 
 bool TKRVInserimentoCatalogo::DeleteRecord()
@@ -161,7 +158,7 @@ bool TKRVInserimentoCatalogo::DeleteRecord()
     if (!Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
     // A failed delete is reported; the window blanks all the same.
-    if (!NewRecord() && KRVEliminaRecord(Sessione(), m_catalogo.Eliminazione, IdRecord()))
+    if (!NewRecord() && KRVEliminaRecord(Sessione(), Entita(), IdRecord()))
         AggiornaRicerca();
     return true;
 }

@@ -22,7 +22,7 @@
 
 namespace {
 
-const QString ActSelezionaTipoPagamento = QStringLiteral("actModSelezionaTipoPagamento");
+const TKRVAzione ActSelezionaTipoPagamento = TKRVAzione::ModSelezionaTipoPagamento;
 const QString Nessuno = QStringLiteral("...");
 
 using TCampo = std::pair<QString, QWidget *>;
@@ -74,13 +74,9 @@ QWidget *Pagina(const QString &name, QLayout *content)
 TKRVInserimentoClienti::TKRVInserimentoClienti(IKRVMain &main)
     : TKRVInserimentoBase(main, {.Caption = QStringLiteral("Inserimento / Modifica clienti"),
                                  .MinimumSize = QSize(750, 550),
-                                 .Dataset = QStringLiteral("adsClienti"),
-                                 .KeyField = QStringLiteral("IDCLIENTE"),
-                                 .Generator = QStringLiteral("GN_IDCLIENTE"),
-                                 .SearchAction = QStringLiteral("actRicercaClienti"),
+                                 .Entita = &KRVEntitaClienti(),
                                  .RefreshAfterSave = false,
-                                 .RefreshAfterDelete = false,
-                                 .DeleteRefused = KRVEliminazioneClienti().Rifiuto}),
+                                 .RefreshAfterDelete = false}),
       pgcPagine(new QTabWidget),
       txtCodice(CampoTesto(QStringLiteral("txtCodice"), 20, QStringLiteral("CODICE"))),
       txtRagioneSociale(CampoTesto(QStringLiteral("txtRagioneSociale"), 100, QStringLiteral("RAGIONESOCIALE"))),
@@ -281,7 +277,7 @@ QString TKRVInserimentoClienti::ValidationError()
         return QStringLiteral("Non è stato indicato il codice!");
     if (txtRagioneSociale->text().isEmpty())
         return QStringLiteral("Non è stata indicata la ragione sociale!");
-    if (CodiceClienteExists(Sessione(), txtCodice->text(), IdRecord()))
+    if (Entita().CodiceEsiste(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     return {};
 }
@@ -289,7 +285,7 @@ QString TKRVInserimentoClienti::ValidationError()
 bool TKRVInserimentoClienti::CanDeleteRecord()
 {
     // The rule is asked about the code shown.
-    return KRVEliminazioneClienti().CanDelete(Sessione(), txtCodice->text());
+    return Entita().PerCodice.CanDelete(Sessione(), txtCodice->text());
 }
 
 bool TKRVInserimentoClienti::DeleteRecord()
@@ -298,6 +294,6 @@ bool TKRVInserimentoClienti::DeleteRecord()
         return false;
     // A failed delete is reported; the window blanks all the same.
     if (!NewRecord())
-        KRVEliminaRecord(Sessione(), KRVEliminazioneClienti(), IdRecord());
+        KRVEliminaRecord(Sessione(), Entita(), IdRecord());
     return true;
 }

@@ -1,12 +1,13 @@
 #include "uKRVModSelezionaAliquotaIVA.h"
 
+#include "KRVEntita.h"
 #include "KRVQueryElenchi.h"
 
 TKRVModSelezionaAliquotaIVA::TKRVModSelezionaAliquotaIVA()
     : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un'aliquota IVA"),
                             .QueryHead = KRVQueryAliquoteIVATesta,
                             .QueryTail = KRVQuerySelezioneAliquotaIVACoda,
-                            .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
+                            .KeyField = KRVEntitaAliquoteIVA().Chiave,
                             .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                         {QStringLiteral("Descrizione"), 300, QStringLiteral("DESCRIZIONE"),
                                          TKRVTipoColonna::Testo},

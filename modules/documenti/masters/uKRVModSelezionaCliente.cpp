@@ -1,5 +1,6 @@
 #include "uKRVModSelezionaCliente.h"
 
+#include "KRVEntita.h"
 #include "KRVClausole.h"
 #include "KRVQueryElenchi.h"
 #include "uKRVBarraLettere.h"
@@ -11,7 +12,7 @@ TKRVModSelezionaCliente::TKRVModSelezionaCliente()
           {.Caption = QStringLiteral("Seleziona un cliente"),
            .QueryHead = KRVQueryClientiTesta,
            .QueryTail = KRVQueryClientiCoda,
-           .KeyField = QStringLiteral("IDCLIENTE"),
+           .KeyField = KRVEntitaClienti().Chiave,
            .Columns = {{QStringLiteral("Codice"), 120, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                        {QStringLiteral("Ragione sociale"), 358, QStringLiteral("RAGIONESOCIALE"), TKRVTipoColonna::Testo},
                        {QStringLiteral("Codice fiscale"), 160, QStringLiteral("CODICEFISCALE"), TKRVTipoColonna::Testo},

@@ -1,12 +1,13 @@
 #include "uKRVModSelezionaTipoPagamento.h"
 
+#include "KRVEntita.h"
 #include "KRVQueryElenchi.h"
 
 TKRVModSelezionaTipoPagamento::TKRVModSelezionaTipoPagamento()
     : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un tipo di pagamento"),
                             .QueryHead = KRVQueryTipiPagamentoTesta,
                             .QueryTail = KRVQueryTipiPagamentoCoda,
-                            .KeyField = QStringLiteral("IDTIPO_PAGAMENTO"),
+                            .KeyField = KRVEntitaTipiPagamento().Chiave,
                             .Columns = {{QStringLiteral("Tipo di pagamento"), 420, QStringLiteral("TIPO_PAGAMENTO"),
                                          TKRVTipoColonna::Testo}},
                             .Filters = {}},

@@ -1,12 +1,13 @@
 #include "uKRVModSelezionaUM.h"
 
+#include "KRVEntita.h"
 #include "KRVQueryElenchi.h"
 
 TKRVModSelezionaUM::TKRVModSelezionaUM()
     : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un'unità di misura"),
                             .QueryHead = KRVQueryUMTesta,
                             .QueryTail = KRVQueryUMCoda,
-                            .KeyField = QStringLiteral("IDUM"),
+                            .KeyField = KRVEntitaUM().Chiave,
                             .Columns = {{QStringLiteral("Unità di misura"), 300, QStringLiteral("UM"),
                                          TKRVTipoColonna::Testo}},
                             .Filters = {}},

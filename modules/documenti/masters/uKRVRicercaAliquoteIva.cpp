@@ -8,7 +8,6 @@ TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(IKRVMain &main)
           main, {.Elenco = {.Caption = QStringLiteral("Aliquote IVA"),
                             .QueryHead = KRVQueryAliquoteIVATesta,
                             .QueryTail = KRVQueryAliquoteIVACoda,
-                            .KeyField = QStringLiteral("IDALIQUOTA_IVA"),
                             .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                         {QStringLiteral("Descrizione"), 610, QStringLiteral("DESCRIZIONE"),
                                          TKRVTipoColonna::Testo},
@@ -16,10 +15,8 @@ TKRVRicercaAliquoteIva::TKRVRicercaAliquoteIva(IKRVMain &main)
                                          TKRVTipoColonna::Percentuale}},
                             .Filters = {{QStringLiteral("txtDescrizione"), QStringLiteral("Descrizione"),
                                          QStringLiteral("DESCRIZIONE CONTAINING ")}}},
-                 .EditorAction = QStringLiteral("actInserimentoAliquoteIVA"),
-                 .ColonnaDescrizione = 2,
-                 .CanDelete = &CanDeleteAliquotaIVA,
-                 .Delete = &DeleteAliquotaIVA})
+                 .Entita = &KRVEntitaAliquoteIVA(),
+                 .ColonnaDescrizione = 2})
 {
     setObjectName(QStringLiteral("KRVRicercaAliquoteIva"));
     FormCreate();

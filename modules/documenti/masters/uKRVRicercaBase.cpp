@@ -10,8 +10,19 @@
 
 #include <QVBoxLayout>
 
+namespace {
+
+// The list's rows are known by the key of its table.
+TKRVRicercaInfo ConChiaveTabella(TKRVRicercaInfo info)
+{
+    info.Elenco.KeyField = info.Entita->Chiave;
+    return info;
+}
+
+} // namespace
+
 TKRVRicercaBase::TKRVRicercaBase(IKRVMain &main, TKRVRicercaInfo info)
-    : m_main(main), m_info(std::move(info)),
+    : m_main(main), m_info(ConChiaveTabella(std::move(info))),
       m_elenco(new TKRVElencoRicerca(this, QStringLiteral("GridRisultati"), m_info.Elenco,
                                      [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
       m_barraStandard(KRVCreaToolBar(this, QStringLiteral("tBarStandard")))
@@ -82,14 +93,14 @@ void TKRVRicercaBase::RidimensionaGriglia()
 
 void TKRVRicercaBase::ApriSelezionato()
 {
-    if (!KRVVerificaPermesso(m_info.PermessoApertura))
+    if (!KRVVerificaPermesso(Entita().PermessoVisualizzazione))
         return;
     const int id = m_elenco->Griglia()->ChiaveSelezionata();
     if (id < 0)
         return;
-    m_main.Run(m_info.EditorAction);
+    m_main.Run(Entita().Editor);
     // The editor asks about its own unsaved changes; what it answers is its business.
-    if (auto editor = m_main.FormAs<TKRVInserimentoBase>(m_info.EditorAction))
+    if (auto editor = m_main.FormAs<TKRVInserimentoBase>(Entita().Editor))
         editor->ApriRecord(id);
 }
 
@@ -105,16 +116,16 @@ void TKRVRicercaBase::actRipristinaExecute()
 
 void TKRVRicercaBase::actEliminaExecute()
 {
-    if (!KRVVerificaPermesso(m_info.PermessoEliminazione))
+    if (!KRVVerificaPermesso(Entita().PermessoEliminazione))
         return;
     const int id = m_elenco->Griglia()->ChiaveSelezionata();
     if (id < 0)
         return;
-    if (!m_info.CanDelete(Sessione(), id)) {
-        Q3ShowWarning(m_info.DeleteRefused.isEmpty() ? MsgDatiCorrelati() : m_info.DeleteRefused);
+    if (!Entita().CanDelete(Sessione(), id)) {
+        Q3ShowWarning(m_info.RifiutoDellaTabella ? Entita().Rifiuto : MsgDatiCorrelati());
         return;
     }
-    if (m_info.Delete(Sessione(), id, true))
+    if (Entita().Delete(Sessione(), id, true))
         m_elenco->Griglia()->RimuoviSelezionata();
 }
 
@@ -130,9 +141,9 @@ void TKRVRicercaBase::actModificaExecute()
 
 void TKRVRicercaBase::actNuovoExecute()
 {
-    if (!KRVVerificaPermesso(m_info.PermessoNuovo))
+    if (!KRVVerificaPermesso(Entita().PermessoModifica))
         return;
-    m_main.Run(m_info.EditorAction);
+    m_main.Run(Entita().Editor);
 }
 
 void TKRVRicercaBase::actChiudiExecute()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KRVEntita.h"
 #include "uKRVElencoRicerca.h"
 
 #include <QAction>
@@ -13,16 +14,11 @@ class IKRVMain;
 struct TKRVRicercaInfo
 {
     TKRVElencoInfo Elenco;
-    QString EditorAction;           // the main object's action that shows the editor
-    int ColonnaDescrizione = 1;     // the column that takes the width left over
-    // Delete rule and delete service of a row known by its key.
-    bool (*CanDelete)(const QSqlDatabase &db, int id) = nullptr;
-    bool (*Delete)(const QSqlDatabase &db, int id, bool ask) = nullptr;
-    // Rights asked before opening a row, creating one and deleting one (none when empty).
-    QString PermessoApertura{};
-    QString PermessoNuovo{};
-    QString PermessoEliminazione{};
-    QString DeleteRefused{};  // when not the plain "Impossibile eliminare" message
+    // The table: its editor, delete rules and rights.
+    const TKRVEntita *Entita = nullptr;
+    int ColonnaDescrizione = 1;  // the column that takes the width left over
+    // A refused delete shows the table's own refusal, not the plain "Impossibile eliminare".
+    bool RifiutoDellaTabella = false;
 };
 
 // A search list of a master table: filters, the read-only results grid, and
@@ -56,6 +52,7 @@ protected:
     // The module database session, which the list hands to the services it calls.
     QSqlDatabase Sessione() const;
     const TKRVRicercaInfo &Info() const { return m_info; }
+    const TKRVEntita &Entita() const { return *m_info.Entita; }
 
     // Sizes the window, builds the empty grid and loads it the member's way;
     // the constructor of the concrete list calls it.

@@ -1,6 +1,7 @@
 #include "uKRVRicercaCatalogo.h"
 
 #include "KRVClausole.h"
+#include "uKRVEliminazione.h"
 
 TKRVRicercaCatalogo::TKRVRicercaCatalogo(IKRVMain &main, const TKRVCatalogo &catalogo, const QString &caption,
                                          const QString &queryHead, const QString &queryTail)
@@ -9,7 +10,6 @@ TKRVRicercaCatalogo::TKRVRicercaCatalogo(IKRVMain &main, const TKRVCatalogo &cat
         {.Elenco = {.Caption = caption,
                     .QueryHead = queryHead,
                     .QueryTail = queryTail,
-                    .KeyField = catalogo.KeyField,
                     .Columns = {{QStringLiteral("Codice"), 150, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                 {QStringLiteral("Descrizione"), 370, QStringLiteral("DESCRIZIONE"),
                                  TKRVTipoColonna::Testo},
@@ -24,7 +24,7 @@ TKRVRicercaCatalogo::TKRVRicercaCatalogo(IKRVMain &main, const TKRVCatalogo &cat
                                  .Label = QStringLiteral("Descrizione"),
                                  .Condition = QStringLiteral("UPPER(DESCRIZIONE) CONTAINING "),
                                  .UpperCase = true}}},
-         .EditorAction = catalogo.EditorAction,
+         .Entita = &catalogo.Entita,
          .ColonnaDescrizione = 2}),
       m_catalogo(catalogo), txtCategoria(new TKRVCategoriaBox(QStringLiteral("txtCategoria"),
                                                               {.Table = catalogo.CategoryTable,
@@ -71,8 +71,8 @@ void TKRVRicercaCatalogo::actEliminaExecute()
     if (!grid->HaRigaSelezionata())
         return;
     // The test follows what the user typed in the code filter, not the row.
-    if (!KRVConfermaEliminazione(Sessione(), m_catalogo.Eliminazione, Elenco()->Filtro(QStringLiteral("txtCodice"))->text()))
+    if (!KRVConfermaEliminazione(Sessione(), m_catalogo.Entita, Elenco()->Filtro(QStringLiteral("txtCodice"))->text()))
         return;
-    if (KRVEliminaRecord(Sessione(), m_catalogo.Eliminazione, grid->ChiaveSelezionata()))
+    if (KRVEliminaRecord(Sessione(), m_catalogo.Entita, grid->ChiaveSelezionata()))
         grid->RimuoviSelezionata();
 }

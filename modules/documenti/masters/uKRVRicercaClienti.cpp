@@ -21,7 +21,6 @@ TKRVRicercaClienti::TKRVRicercaClienti(IKRVMain &main)
           {.Elenco = {.Caption = QStringLiteral("Ricerca clienti"),
                       .QueryHead = KRVQueryClientiTesta,
                       .QueryTail = KRVQueryClientiCoda,
-                      .KeyField = QStringLiteral("IDCLIENTE"),
                       .Columns = {{QStringLiteral("Codice"), 100, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
                                   {QStringLiteral("Ragione sociale"), 490, QStringLiteral("RAGIONESOCIALE"),
                                    TKRVTipoColonna::Testo},
@@ -30,7 +29,7 @@ TKRVRicercaClienti::TKRVRicercaClienti(IKRVMain &main)
                       .Filters = {{FiltroCodice, QStringLiteral("Codice"), QStringLiteral("CODICE CONTAINING ")},
                                   {FiltroRagioneSociale, QStringLiteral("Ragione sociale"),
                                    QStringLiteral("RAGIONESOCIALE CONTAINING ")}}},
-           .EditorAction = QStringLiteral("actInserimentoClienti"),
+           .Entita = &KRVEntitaClienti(),
            .ColonnaDescrizione = 2}),
       txtTelefono(KRVCampoTesto(QStringLiteral("txtTelefono")))
 {
@@ -92,9 +91,8 @@ void TKRVRicercaClienti::actEliminaExecute()
     if (id < 0)
         return;
     // The rule is asked about the code typed in the filter, not the row's.
-    const TKRVEliminazionePerCodice &clienti = KRVEliminazioneClienti();
-    if (!KRVConfermaEliminazione(Sessione(), clienti, Elenco()->Filtro(FiltroCodice)->text()))
+    if (!KRVConfermaEliminazione(Sessione(), Entita(), Elenco()->Filtro(FiltroCodice)->text()))
         return;
-    if (KRVEliminaRecord(Sessione(), clienti, id))
+    if (KRVEliminaRecord(Sessione(), Entita(), id))
         GridRisultati()->RimuoviSelezionata();
 }

@@ -87,10 +87,10 @@ void TKRVRicercaDocumentiVendita::actRipristinaExecute()
 
 void TKRVRicercaDocumentiVendita::actNuovoExecute()
 {
-    if (!KRVVerificaPermesso(Info().PermessoNuovo))
+    if (!KRVVerificaPermesso(Entita().PermessoModifica))
         return;
-    Main().Run(Info().EditorAction);
+    Main().Run(Entita().Editor);
     // The document the editor holds is not dropped without a question.
-    if (auto editor = Main().FormAs<TKRVInserimentoBase>(Info().EditorAction); editor && editor->AbbandonaModifiche())
+    if (auto editor = Main().FormAs<TKRVInserimentoBase>(Entita().Editor); editor && editor->AbbandonaModifiche())
         editor->NuovoRecord();
 }

@@ -17,7 +17,6 @@ TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(IKRVMain &main)
           {.Elenco = {.Caption = QStringLiteral("Gestione fatture di vendita"),
                       .QueryHead = KRVQueryFattVendTesta,
                       .QueryTail = KRVQueryDocumentiCoda,
-                      .KeyField = QStringLiteral("IDFATT_VEND"),
                       .Columns = ColonneDocumento(),
                       .Filters = {{.Name = QStringLiteral("txtCodice"), .Label = QStringLiteral("Codice"),
                                    .Condition = QStringLiteral("CLI_CODICE CONTAINING ")},
@@ -26,14 +25,9 @@ TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(IKRVMain &main)
                                   {.Name = QStringLiteral("txtRigaDescrizione"), .Label = QStringLiteral("Riga"),
                                    .Condition = KRVCondizioneRigaFattVend,
                                    .Closing = KRVCondizioneRigaFattVendChiusura}}},
-           .EditorAction = QStringLiteral("actInserimentoFattureVendita"),
+           .Entita = &KRVEntitaFattureVendita(),
            .ColonnaDescrizione = 4,
-           .CanDelete = &CanDeleteFatturaVendita,
-           .Delete = &DeleteFatturaVendita,
-           .PermessoApertura = QStringLiteral("Fatture di vendita (visualizzazione)"),
-           .PermessoNuovo = QStringLiteral("Fatture di vendita (modifica)"),
-           .PermessoEliminazione = QStringLiteral("Fatture di vendita (eliminazione)"),
-           .DeleteRefused = QStringLiteral("Non è possibile eliminare questa fattura,\n\resistono dei dati correlati!")},
+           .RifiutoDellaTabella = true},
           KRVCondizioneAnnoFattVend)
 {
     setObjectName(QStringLiteral("KRVRicercaFattureVendita"));

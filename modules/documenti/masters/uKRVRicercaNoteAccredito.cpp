@@ -10,21 +10,14 @@ TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(IKRVMain &main)
           {.Elenco = {.Caption = QStringLiteral("Ricerca note di accredito"),
                       .QueryHead = KRVQueryNoteAccreditoTesta,
                       .QueryTail = KRVQueryDocumentiCoda,
-                      .KeyField = QStringLiteral("IDNOTA_ACCREDITO"),
                       .Columns = ColonneDocumento(),
                       .Filters = {{.Name = QStringLiteral("txtCodice"), .Label = QStringLiteral("Codice"),
                                    .Condition = QStringLiteral("CLI_CODICE CONTAINING ")},
                                   {.Name = QStringLiteral("txtRagioneSociale"), .Label = QStringLiteral("Ragione sociale"),
                                    .Condition = QStringLiteral("CLI_RAGIONESOCIALE CONTAINING ")}}},
-           .EditorAction = QStringLiteral("actInserimentoNoteAccredito"),
+           .Entita = &KRVEntitaNoteAccredito(),
            .ColonnaDescrizione = 4,
-           .CanDelete = &CanDeleteNotaAccredito,
-           .Delete = &DeleteNotaAccredito,
-           .PermessoApertura = QStringLiteral("Note di accredito (visualizzazione)"),
-           .PermessoNuovo = QStringLiteral("Note di accredito (modifica)"),
-           .PermessoEliminazione = QStringLiteral("Note di accredito (eliminazione)"),
-           .DeleteRefused =
-               QStringLiteral("Non è possibile eliminare questa nota di accredito,\n\resistono dei dati correlati!")},
+           .RifiutoDellaTabella = true},
           KRVCondizioneAnnoNoteAccredito)
 {
     setObjectName(QStringLiteral("KRVRicercaNoteAccredito"));

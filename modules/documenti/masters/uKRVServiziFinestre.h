@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KRVAzioni.h"
 #include "Q3Connection.h"
 
 #include <QDialog>
@@ -21,21 +22,21 @@ public:
     virtual ~IKRVMain() = default;
 
     // Runs an action as a menu entry would.
-    virtual void Run(const QString &actionName) = 0;
+    virtual void Run(TKRVAzione azione) = 0;
     // The window an action keeps, or null when it has none now.
-    virtual QWidget *Form(const QString &actionName) const = 0;
+    virtual QWidget *Form(TKRVAzione azione) const = 0;
     template <typename T>
-    T *FormAs(const QString &actionName) const
+    T *FormAs(TKRVAzione azione) const
     {
-        return qobject_cast<T *>(Form(actionName));
+        return qobject_cast<T *>(Form(azione));
     }
     // Shows the selection dialog that the action keeps; answers it when the
     // user chose OK, null otherwise.
     template <typename T>
-    T *Selezione(const QString &actionName)
+    T *Selezione(TKRVAzione azione)
     {
-        Run(actionName);
-        T *dialog = FormAs<T>(actionName);
+        Run(azione);
+        T *dialog = FormAs<T>(azione);
         return dialog && dialog->exec() == QDialog::Accepted ? dialog : nullptr;
     }
 

@@ -21,14 +21,6 @@
 
 namespace {
 
-struct TKRVToolButton
-{
-    const char *Action;
-    int Image;
-    const char *HintTitle;
-    const char *HintNote;
-};
-
 const QString ReqFatturaCiclica = QStringLiteral("Nuova fattura di vendita ciclica");
 const QString ReqFatturaDaDdt = QStringLiteral("Crea fattura di vendita da D.d.T.");
 
@@ -40,23 +32,6 @@ int KRVParametroIntero(const QVariant &parameter)
     if (!ok)
         throw EQ3Exception(QStringLiteral("Il parametro \"%1\" non è un numero intero.").arg(parameter.toString()));
     return value;
-}
-
-int ActionImage(const TKRVActionInfo &info)
-{
-    if (info.Name.contains(QLatin1String("Clienti")) || info.Name.endsWith(QLatin1String("Cliente")))
-        return KRVImgClienti;
-    if (info.Name.contains(QLatin1String("Articol")) || info.Name.contains(QLatin1String("AnaMaga")))
-        return KRVImgArticoli;
-    if (info.Name.contains(QLatin1String("Serviz")))
-        return KRVImgServizi;
-    if (info.Category == QLatin1String("Statistiche"))
-        return KRVImgStatistiche;
-    if (info.Category == QLatin1String("Stampe"))
-        return KRVImgStampa;
-    if (info.Category == QLatin1String("Tabelle"))
-        return KRVImgTabelle;
-    return KRVImgFatture;
 }
 
 } // namespace
@@ -162,39 +137,30 @@ void TKRVMain::CreateActions()
         auto action = new QAction(info.Caption, this);
         action->setObjectName(info.Name);
         action->setProperty("Category", info.Category);
-        action->setIcon(KRVImage(ActionImage(info)));
-        const QString name = info.Name;
-        connect(action, &QAction::triggered, this, [this, name] { Run(name); });
-        m_actions.insert(info.Name, action);
+        action->setIcon(KRVImage(info.Image));
+        const TKRVAzione azione = info.Azione;
+        connect(action, &QAction::triggered, this, [this, azione] { Run(azione); });
+        m_actions.insert(azione, action);
         m_actionList.append(action);
     }
 }
 
 void TKRVMain::CreateToolBars()
 {
-    const TKRVToolButton documenti[] = {
-        {"actRicercaFattureVendita", KRVImgFatture, "Ricerca fatture di vendita", "Cerca una fattura di vendita."}};
-    const TKRVToolButton anagrafiche[] = {
-        {"actRicercaClienti", KRVImgClienti, "Gestione clienti",
-         "Apre la maschera per la ricerca, modifica e creazione di anagrafiche cliente."},
-        {"actRicercaArticoli", KRVImgArticoli, "Gestione articoli",
-         "Apre la maschera per cercare, creare o eliminare gli articoli."},
-        {"actRicercaServizi", KRVImgServizi, "Gestione servizi",
-         "Apre la maschera per cercare, creare o eliminare i servizi."}};
-
-    auto build = [this](const QString &name, const QString &caption, const auto &buttons) {
-        auto bar = new QToolBar(caption, m_container.get());
-        bar->setObjectName(name);
-        for (const TKRVToolButton &button : buttons) {
-            QAction *action = m_actions.value(QString::fromLatin1(button.Action));
+    QList<QToolBar *> bars;
+    for (const TKRVToolBarInfo &info : KRVToolBars()) {
+        auto bar = new QToolBar(info.Caption, m_container.get());
+        bar->setObjectName(info.Name);
+        for (const TKRVAzione azione : info.Azioni) {
+            QAction *action = Action(azione);
             bar->addAction(action);
-            SetRichHint(bar->widgetForAction(action), QString::fromUtf8(button.HintTitle),
-                        QString::fromUtf8(button.HintNote));
+            const TKRVActionInfo &riga = KRVAction(azione);
+            SetRichHint(bar->widgetForAction(action), riga.HintTitle, riga.HintNote);
         }
-        return bar;
-    };
-    m_tBarDocumenti = build(QStringLiteral("tBarKRVDocumenti"), QStringLiteral("Documenti"), documenti);
-    m_tBarAnagrafiche = build(QStringLiteral("tBarKRVAnagrafiche"), QStringLiteral("Anagrafiche"), anagrafiche);
+        bars << bar;
+    }
+    m_tBarDocumenti = bars.at(0);
+    m_tBarAnagrafiche = bars.at(1);
 }
 
 void TKRVMain::CreateMenus()
@@ -206,18 +172,18 @@ void TKRVMain::CreateMenus()
         top->setObjectName(info.Name);
         SetMenuGroupIndex(top, info.GroupIndex);
         for (const TKRVMenuEntry &entry : info.Entries) {
-            if (entry.Action == QLatin1String("-")) {
+            if (!entry.Azione) {
                 top->addSeparator();
                 continue;
             }
-            QAction *action = m_actions.value(entry.Action);
+            QAction *action = Action(*entry.Azione);
             if (entry.Caption.isEmpty()) {
                 top->addAction(action);
                 continue;
             }
             // An entry with a caption of its own stands for its action.
             QAction *item = top->addAction(action->icon(), entry.Caption, action, &QAction::trigger);
-            item->setObjectName(QStringLiteral("mi") + entry.Action);
+            item->setObjectName(QStringLiteral("mi") + action->objectName());
             item->setEnabled(action->isEnabled());
             connect(action, &QAction::enabledChanged, item, &QAction::setEnabled);
         }
@@ -289,13 +255,30 @@ void TKRVMain::ModuloFinalize()
 
 void TKRVMain::Finalize() {}
 
-void TKRVMain::Run(const QString &actionName)
+QAction *TKRVMain::Action(const QString &name) const
+{
+    const TKRVActionInfo *info = KRVFindAction(name);
+    return info ? Action(info->Azione) : nullptr;
+}
+
+QWidget *TKRVMain::Form(const QString &actionName) const
 {
     const TKRVActionInfo *info = KRVFindAction(actionName);
-    QAction *action = Action(actionName);
-    if (!info || !action || !action->isEnabled())
+    return info ? Form(info->Azione) : nullptr;
+}
+
+void TKRVMain::Run(const QString &actionName)
+{
+    if (const TKRVActionInfo *info = KRVFindAction(actionName))
+        Run(info->Azione);
+}
+
+void TKRVMain::Run(TKRVAzione azione)
+{
+    QAction *action = Action(azione);
+    if (!action || !action->isEnabled())
         return;
-    Q3Guarded([&] { ExecuteAction(*info); });
+    Q3Guarded([&] { ExecuteAction(KRVAction(azione)); });
 }
 
 void TKRVMain::ExecuteAction(const TKRVActionInfo &info)
@@ -304,30 +287,30 @@ void TKRVMain::ExecuteAction(const TKRVActionInfo &info)
         return;
     switch (info.Shape) {
     case TKRVActionShape::ShowReused:
-        ShowQ3ChildForm(EnsureForm(info.Name));
+        ShowQ3ChildForm(EnsureForm(info));
         break;
     case TKRVActionShape::CreateOnly:
-        EnsureForm(info.Name);
+        EnsureForm(info);
         break;
     case TKRVActionShape::ModalPrint:
     case TKRVActionShape::ModalStatistics:
-        ShowModal(info.Name);
+        ShowModal(info);
         break;
     }
 }
 
-QWidget *TKRVMain::EnsureForm(const QString &actionName)
+QWidget *TKRVMain::EnsureForm(const TKRVActionInfo &info)
 {
-    QPointer<QWidget> &form = m_forms[actionName];
+    QPointer<QWidget> &form = m_forms[info.Azione];
     if (!form)
-        form = KRVFormClasses().value(actionName).Create(*this);
+        form = info.Form.Create(*this);
     return form;
 }
 
-void TKRVMain::ShowModal(const QString &actionName)
+void TKRVMain::ShowModal(const TKRVActionInfo &info)
 {
-    const TKRVFormClass formClass = KRVFormClasses().value(actionName);
-    auto dialog = qobject_cast<QDialog *>(EnsureForm(actionName));
+    const TKRVFormClass &formClass = info.Form;
+    auto dialog = qobject_cast<QDialog *>(EnsureForm(info));
     if (!dialog)
         return;
     if (formClass.Prepare)
@@ -344,11 +327,11 @@ int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
         if (actionName == ReqFatturaCiclica)
             return ApriFatturaCiclica(parameters);
         if (actionName == ReqFatturaDaDdt) {
-            if (Form(QStringLiteral("actInserimentoFattureVendita"))) {
+            if (Form(TKRVAzione::InserimentoFattureVendita)) {
                 Q3MessageBox(QStringLiteral("Attenzione"),
                              QStringLiteral("Impossibile proseguire, chiudere la maschera di inserimento fatture e riprovare."),
                              TQ3MsgIcon::Warning);
-                Run(QStringLiteral("actInserimentoFattureVendita"));
+                Run(TKRVAzione::InserimentoFattureVendita);
                 return 0;
             }
             return ApriFatturaCiclica(parameters);
@@ -362,7 +345,7 @@ int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
 int TKRVMain::ApriFatturaCiclica(const QVariantList &parameters)
 {
     const int id = KRVParametroIntero(parameters.first());
-    const QString editorAction = QStringLiteral("actInserimentoFattureVendita");
+    const TKRVAzione editorAction = TKRVAzione::InserimentoFattureVendita;
     Run(editorAction);
     KRVApriFatturaCiclica(Form(editorAction), id);
     return 0;

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "KRVActionCatalogue.h"
+#include "KRVMenus.h"
 #include "KRVSession.h"
 #include "KRVStampe.h"
 #include "KRVdmStampe.h"
 #include "Q3Dataset.h"
 #include "Q3Module.h"
 #include "Q3Report.h"
-#include "uKRVMainForms.h"
+#include "uKRVAzioni.h"
 #include "uKRVServiziFinestre.h"
 
 #include <QAction>
@@ -49,7 +49,9 @@ public:
     // Where the report project is looked for: beside the host executable.
     static QString ReportProjectPath();
 
-    QAction *Action(const QString &name) const { return m_actions.value(name); }
+    QAction *Action(TKRVAzione azione) const { return m_actions.value(azione); }
+    // The action of that object name, or null.
+    QAction *Action(const QString &name) const;
     const QList<QAction *> &actListModDocumenti() const { return m_actionList; }
     QMenuBar *MainMenu(const QString &name) const { return m_mainMenus.value(name); }
     QMenu *TopItem(const QString &name) const { return m_topItems.value(name); }
@@ -66,8 +68,17 @@ public:
     TKRVSalvaPDF *SaveDialogPDF() override { return m_dialoghiSalvataggio.PDF(); }
     TKRVSalvaExcel *SaveDialogExcel() override { return m_dialoghiSalvataggio.Excel(); }
     TQ3Dataset *Dataset(const QString &name) const override { return m_datasets.value(name); }
-    QWidget *Form(const QString &actionName) const override { return m_forms.value(actionName); }
-    void Run(const QString &actionName) override;
+    QWidget *Form(TKRVAzione azione) const override { return m_forms.value(azione); }
+    void Run(TKRVAzione azione) override;
+    // The same by the action's object name, as the host and the tests know it.
+    QWidget *Form(const QString &actionName) const;
+    void Run(const QString &actionName);
+    using IKRVMain::FormAs;
+    template <typename T>
+    T *FormAs(const QString &actionName) const
+    {
+        return qobject_cast<T *>(Form(actionName));
+    }
 
     TKRVdmStampe *dmStampe() const;
 
@@ -82,8 +93,8 @@ private:
     void rSystemOverrideSetup(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form);
     void rSystemOverridePreview(TQ3ReportSystem *system, TQ3OverrideMode mode, QObject *&form);
     void ExecuteAction(const TKRVActionInfo &info);
-    QWidget *EnsureForm(const QString &actionName);
-    void ShowModal(const QString &actionName);
+    QWidget *EnsureForm(const TKRVActionInfo &info);
+    void ShowModal(const TKRVActionInfo &info);
     int ApriFatturaCiclica(const QVariantList &parameters);
 
     std::unique_ptr<QWidget> m_container;
@@ -91,7 +102,7 @@ private:
     QToolBar *m_tBarAnagrafiche = nullptr;
     QHash<QString, QMenuBar *> m_mainMenus;
     QHash<QString, QMenu *> m_topItems;
-    QHash<QString, QAction *> m_actions;
+    QHash<TKRVAzione, QAction *> m_actions;
     QList<QAction *> m_actionList;
     TQ3Connection *m_modADOConn = nullptr;
     TQ3ReportProject *m_rProject = nullptr;
@@ -101,7 +112,7 @@ private:
     TKRVDialoghiSalvataggio m_dialoghiSalvataggio;
     QPointer<TKRVdmStampe> m_dmStampe;
     QHash<QString, TQ3Dataset *> m_datasets;
-    QHash<QString, QPointer<QWidget>> m_forms;
+    QHash<TKRVAzione, QPointer<QWidget>> m_forms;
 };
 
 // The module's main object, found through the host's registry (null when the

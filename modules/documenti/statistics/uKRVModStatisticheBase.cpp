@@ -60,7 +60,7 @@ QPushButton *Comando(const QString &nome, const QString &caption, QWidget *owner
 
 const TKRVVoceStatistica &KRVVoceArticolo()
 {
-    static const TKRVVoceStatistica articolo{QStringLiteral("Articolo"), QStringLiteral("actModSelezionaArticolo"),
+    static const TKRVVoceStatistica articolo{QStringLiteral("Articolo"), TKRVAzione::ModSelezionaArticolo,
                                             [](const QSqlDatabase &db, int id) -> TKRVVoceTrovata {
                                                 const TArticolo trovato = GetArticolo(db, id);
                                                 return {trovato.IDANA_MAGA > 0, trovato.CODICE, trovato.DESCRIZIONE};
@@ -70,7 +70,7 @@ const TKRVVoceStatistica &KRVVoceArticolo()
 
 const TKRVVoceStatistica &KRVVoceServizio()
 {
-    static const TKRVVoceStatistica servizio{QStringLiteral("Servizio"), QStringLiteral("actModSelezionaServizio"),
+    static const TKRVVoceStatistica servizio{QStringLiteral("Servizio"), TKRVAzione::ModSelezionaServizio,
                                              [](const QSqlDatabase &db, int id) -> TKRVVoceTrovata {
                                                  const TServizio trovato = GetServizio(db, id);
                                                  return {trovato.IDSERVIZIO > 0, trovato.CODICE, trovato.DESCRIZIONE};

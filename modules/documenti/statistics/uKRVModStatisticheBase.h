@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KRVAzioni.h"
 #include "KRVStatisticheFatturatoRighe.h"
 
 #include <QDialog>
@@ -27,7 +28,7 @@ struct TKRVVoceTrovata
 struct TKRVVoceStatistica
 {
     QString Nome;            // "Articolo": the line kind, the group's caption and names
-    QString AzioneSelezione; // the main object's action of the selection dialog
+    TKRVAzione AzioneSelezione; // the main object's action of the selection dialog
     TKRVVoceTrovata (*Cerca)(const QSqlDatabase &db, int id);
 };
 

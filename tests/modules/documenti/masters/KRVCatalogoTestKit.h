@@ -20,7 +20,7 @@ namespace KRVTest {
 
 inline bool IsArticoli(const TKRVCatalogo &catalogo)
 {
-    return catalogo.Table == QLatin1String("ANA_MAGA");
+    return catalogo.Entita.Tabella == QLatin1String("ANA_MAGA");
 }
 
 // A category under the parent (0: top level); answers its key.
@@ -38,7 +38,7 @@ inline QString InsertVoceSQL(const TKRVCatalogo &catalogo, const QString &codice
                              int categoria, const QString &prezzo)
 {
     const bool articoli = IsArticoli(catalogo);
-    return QStringLiteral("INSERT INTO ") + catalogo.Table + QStringLiteral(" (CODICE, DESCRIZIONE, ")
+    return QStringLiteral("INSERT INTO ") + catalogo.Entita.Tabella + QStringLiteral(" (CODICE, DESCRIZIONE, ")
            + catalogo.CategoryKey + QStringLiteral(", PREZZO, COSTO, IDALIQUOTA_IVA, IDUM")
            + (articoli ? QStringLiteral(", SOTTOSCORTA, RIORDINO") : QString()) + QStringLiteral(") VALUES (") + codice
            + QStringLiteral(", ") + QuotedStr(descrizione) + QStringLiteral(", ") + QString::number(categoria)
@@ -50,7 +50,7 @@ inline int InsertVoce(const TQ3TestDatabase &db, const TKRVCatalogo &catalogo, c
                       const QString &descrizione, int categoria = 1, const QString &prezzo = QStringLiteral("12.5"))
 {
     return KRVInsertRow(db, InsertVoceSQL(catalogo, QuotedStr(codice), descrizione, categoria, prezzo),
-                        catalogo.Generator);
+                        catalogo.Entita.Generatore);
 }
 
 // Makes every delete from the table fail in the database.
@@ -67,7 +67,7 @@ inline void VerifyFailedDeleteBlanks(const TQ3TestDatabase &db, const TKRVCatalo
                                      TKRVInserimentoBase *editor, TQ3RecordingResponder &boxes)
 {
     const int id = InsertVoce(db, catalogo, QStringLiteral("BLOCCATO"), QStringLiteral("Non si toglie"));
-    BlockDeletes(db, catalogo.Table);
+    BlockDeletes(db, catalogo.Entita.Tabella);
     QCOMPARE(editor->ApriRecord(id), 0);
     boxes.Enqueue(TQ3MsgResult::Yes);
 
@@ -78,7 +78,7 @@ inline void VerifyFailedDeleteBlanks(const TQ3TestDatabase &db, const TKRVCatalo
     QCOMPARE(boxes.Messages().at(1).Text,
              QStringLiteral("Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"));
     QCOMPARE(boxes.Messages().at(1).Icon, TQ3MsgIcon::Error);
-    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + catalogo.Table).toInt(), 1);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + catalogo.Entita.Tabella).toInt(), 1);
     QVERIFY(editor->NewRecord());
     QCOMPARE(editor->IdRecord(), -1);
     QVERIFY(editor->findChild<QLineEdit *>(QStringLiteral("txtDescrizione"))->text().isEmpty());

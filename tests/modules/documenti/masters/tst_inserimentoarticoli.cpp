@@ -448,7 +448,7 @@ void TestInserimentoArticoli::newArticleKeepsItsOwnKeyWhenAnotherWorkstationInse
     const TKRVCatalogo &articoli = KRVCatalogoArticoli();
     FillValid(QStringLiteral("Vite M6"));
     SaveChangeDeleteBesideAnotherWorkstation(
-        *m_module, m_editor, articoli.Table, articoli.KeyField,
+        *m_module, m_editor, articoli.Entita.Tabella, articoli.Entita.Chiave,
         InsertVoceSQL(articoli, QuotedStr(QStringLiteral("ALTRO")), QStringLiteral("Altra postazione"), 1,
                       QStringLiteral("2")),
         [this] { Type(F(QStringLiteral("txtDescrizione")), QStringLiteral("Vite M8")); });

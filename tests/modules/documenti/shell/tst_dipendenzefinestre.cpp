@@ -116,10 +116,10 @@ void TestDipendenzeFinestre::nothingOutsideTheShellIncludesAShellHeader()
 void TestDipendenzeFinestre::theShellKnowsWindowsOnlyThroughItsWindowTable()
 {
     const QStringList shell = NomiDi(Sorgenti(QStringLiteral("shell")));
-    QVERIFY(shell.contains(QStringLiteral("uKRVMainForms.cpp")));
+    QVERIFY(shell.contains(QStringLiteral("uKRVAzioni.cpp")));
     QStringList offenders;
     for (const QString &path : Sorgenti(QStringLiteral("shell"))) {
-        if (path == QLatin1String("shell/uKRVMainForms.cpp"))
+        if (path == QLatin1String("shell/uKRVAzioni.cpp"))
             continue;
         for (const QString &header : Inclusi(path)) {
             if (HeaderDiFinestra(header, shell))

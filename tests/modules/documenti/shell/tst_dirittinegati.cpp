@@ -2,7 +2,7 @@
 // all the others, in every action and window command that asks for it: the
 // refusal box and nothing else.
 #include "../documents/KRVFattureTestKit.h"
-#include "KRVActionCatalogue.h"
+#include "uKRVAzioni.h"
 #include "uKRVInserimentoBase.h"
 #include "uKRVRicercaBase.h"
 

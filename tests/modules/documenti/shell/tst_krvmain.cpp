@@ -1,12 +1,12 @@
 #include "Q3Exception.h"
 #include "../masters/KRVMastersTestKit.h"
-#include "KRVActionCatalogue.h"
+#include "uKRVAzioni.h"
+#include "uKRVImages.h"
 #include "KRVTestModule.h"
 #include "KRVUtils.h"
 #include "Q3Registry.h"
 #include "Q3Sql.h"
 #include "uKRVFormKit.h"
-#include "uKRVMainForms.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -45,6 +45,7 @@ class TestKRVMain : public QObject
 
 private slots:
     void catalogueHasTheModuleActions();
+    void everyKeyFindsItsOwnRowAndIcon();
     void everyActionOpensItsWindow_aDisabledOneDoesNothing();
     void menusMergeIntoTheHost();
     void toolBarsCarryTheirHints();
@@ -83,6 +84,32 @@ void TestKRVMain::catalogueHasTheModuleActions()
                                  "actStatisticheRedditivitaMensile", "actStatisticheFatturatoClientiServizi"}));
 }
 
+void TestKRVMain::everyKeyFindsItsOwnRowAndIcon()
+{
+    TKRVTestModule module;
+    const QList<TKRVActionInfo> &catalogue = KRVActionCatalogue();
+    for (int i = 0; i < catalogue.size(); ++i) {
+        const auto azione = static_cast<TKRVAzione>(i);
+        QCOMPARE(KRVAction(azione).Name, catalogue.at(i).Name);
+        QCOMPARE(module.Main->Action(azione)->objectName(), catalogue.at(i).Name);
+        QCOMPARE(KRVFindAction(catalogue.at(i).Name)->Azione, azione);
+    }
+    QVERIFY(!KRVFindAction(QStringLiteral("actNessuna")));
+    QVERIFY(!module.Main->Action(QStringLiteral("actNessuna")));
+
+    // The icon of each kind of action.
+    const auto icona = [&](const char *name) {
+        return module.Main->Action(QString::fromLatin1(name))->icon().pixmap(16).toImage();
+    };
+    QCOMPARE(icona("actRicercaUM"), KRVImage(KRVImgTabelle).pixmap(16).toImage());
+    QCOMPARE(icona("actGestioneCategorieAnaMaga"), KRVImage(KRVImgArticoli).pixmap(16).toImage());
+    QCOMPARE(icona("actStatisticheMedieServizi1"), KRVImage(KRVImgServizi).pixmap(16).toImage());
+    QCOMPARE(icona("actModStampaFatturatoPerCliente"), KRVImage(KRVImgClienti).pixmap(16).toImage());
+    QCOMPARE(icona("actModStampaRiepilogoFatture"), KRVImage(KRVImgStampa).pixmap(16).toImage());
+    QCOMPARE(icona("actStatisticheFatturato"), KRVImage(KRVImgStatistiche).pixmap(16).toImage());
+    QCOMPARE(icona("actRicercaNoteDocumenti"), KRVImage(KRVImgFatture).pixmap(16).toImage());
+}
+
 void TestKRVMain::everyActionOpensItsWindow_aDisabledOneDoesNothing()
 {
     TKRVTestModule module;
@@ -104,7 +131,7 @@ void TestKRVMain::everyActionOpensItsWindow_aDisabledOneDoesNothing()
     for (const QString &name : withWindow) {
         QVERIFY2(module.Main->Action(name), qPrintable(name));
         QVERIFY2(module.Main->Action(name)->isEnabled(), qPrintable(name));
-        QVERIFY2(KRVFormClasses().contains(name), qPrintable(name));
+        QVERIFY2(KRVFindAction(name)->Form.Create, qPrintable(name));
     }
 
     // A disabled action does nothing, not even its permission check.
@@ -277,7 +304,8 @@ void TestKRVMain::everyInputReadsItsLabel()
     });
     chiudi.start();
     int labels = 0;
-    for (const QString &name : KRVFormClasses().keys()) {
+    for (const TKRVActionInfo &info : KRVActionCatalogue()) {
+        const QString &name = info.Name;
         QAction *action = module.Main->Action(name);
         QVERIFY2(action, qPrintable(name));
         KRVTest::Trigger(action);
