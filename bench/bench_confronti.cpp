@@ -12,7 +12,11 @@
 //
 //   bench_confronti --database stress.fdb [--tabella docs/performance.md]
 #include "KRVAggiornaDatabase.h"
+#include "KRVStampe.h"
+#include "KRVStampeRiepiloghi.h"
+#include "KRVTestModule.h"
 #include "Q3Connection.h"
+#include "Q3Dataset.h"
 #include "Q3Exception.h"
 #include "Q3FbClient.h"
 #include "Q3HostSchema.h"
@@ -20,10 +24,6 @@
 #include "Q3Messages.h"
 #include "Q3Packages.h"
 #include "Q3Sql.h"
-#include "KRVStampe.h"
-#include "KRVStampeRiepiloghi.h"
-#include "KRVTestModule.h"
-#include "Q3Dataset.h"
 #include "Q3Users.h"
 #include "uKRVGestioneCategorieAnaMaga.h"
 #include "uKRVMain.h"
@@ -175,10 +175,11 @@ int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
     QCommandLineParser parser;
-    parser.addOptions({{QStringLiteral("database"), QStringLiteral("Database of a generated firm."), QStringLiteral("db")},
-                       {QStringLiteral("tabella"), QStringLiteral("File where the table is written."), QStringLiteral("file")},
-                       {QStringLiteral("ripetizioni"), QStringLiteral("Runs of each measure (default 15)."),
-                        QStringLiteral("n"), QStringLiteral("15")}});
+    parser.addOptions(
+        {{QStringLiteral("database"), QStringLiteral("Database of a generated firm."), QStringLiteral("db")},
+         {QStringLiteral("tabella"), QStringLiteral("File where the table is written."), QStringLiteral("file")},
+         {QStringLiteral("ripetizioni"), QStringLiteral("Runs of each measure (default 15)."), QStringLiteral("n"),
+          QStringLiteral("15")}});
     parser.process(app);
     TQ3DatabaseTarget target;
     target.Database = parser.value(QStringLiteral("database"));
@@ -194,7 +195,9 @@ int main(int argc, char **argv)
 
         // Start-up: the host's connection and schema check, then the module's, against a bare attach.
         TConfronto avvio{QStringLiteral("Avvio su database aggiornato"),
-                         QStringLiteral("connessione + verifica schema host e modulo / attach"), {}, {}};
+                         QStringLiteral("connessione + verifica schema host e modulo / attach"),
+                         {},
+                         {}};
         Confronta(
             avvio, runs,
             [&](int) {
@@ -207,8 +210,10 @@ int main(int argc, char **argv)
             [&](int) { TQ3FbClient attach(target); });
         confronti << avvio;
         // Of which the driver's own connection, without any statement.
-        TConfronto connessione{QStringLiteral("di cui connessione del driver Qt"), QStringLiteral("apertura / attach"),
-                               {}, avvio.Grezzo};
+        TConfronto connessione{QStringLiteral("di cui connessione del driver Qt"),
+                               QStringLiteral("apertura / attach"),
+                               {},
+                               avvio.Grezzo};
         connessione.Modulo = Misura(runs, [&](int) {
             TQ3Connection connection;
             connection.SetConnectionString(target.ConnectionString());
@@ -243,7 +248,9 @@ int main(int argc, char **argv)
         // Pages spread over the whole list, the last one included.
         const auto pagina = [&](int run) { return 1 + int(qint64(run) * (pages - 1) / qMax(1, runs - 1)); };
         TConfronto pagine{QStringLiteral("Elenco articoli, cambio pagina"),
-                          QStringLiteral("%1 articoli, %2 pagine da 200").arg(pages * 200).arg(pages), {}, {}};
+                          QStringLiteral("%1 articoli, %2 pagine da 200").arg(pages * 200).arg(pages),
+                          {},
+                          {}};
         Confronta(
             pagine, runs,
             [&](int run) {
@@ -287,15 +294,18 @@ int main(int argc, char **argv)
                 QCoreApplication::processEvents();
             },
             [&](int) {
-                Grezzo(raw, QByteArrayLiteral("SELECT IDCATEGORIA_ANA_MAGA, IDPADRE, CATEGORIA FROM CATEGORIE_ANA_MAGA"));
+                Grezzo(raw,
+                       QByteArrayLiteral("SELECT IDCATEGORIA_ANA_MAGA, IDPADRE, CATEGORIA FROM CATEGORIE_ANA_MAGA"));
             });
-        albero.Cosa = QStringLiteral("%1 categorie").arg(QueryScalar(main->ModADOConn()->Database(),
-                                                                   QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA"))
-                                                            .toInt());
+        albero.Cosa = QStringLiteral("%1 categorie")
+                          .arg(QueryScalar(main->ModADOConn()->Database(),
+                                           QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA"))
+                                   .toInt());
         confronti << albero;
 
         // The invoices of the last year, all of them and those with a line holding a text.
-        const int anno = QueryScalar(main->ModADOConn()->Database(), QStringLiteral("SELECT MAX(ANNO) FROM FATT_VEND")).toInt();
+        const int anno =
+            QueryScalar(main->ModADOConn()->Database(), QStringLiteral("SELECT MAX(ANNO) FROM FATT_VEND")).toInt();
         main->Run(QStringLiteral("actRicercaFattureVendita"));
         auto fatture = main->FormAs<TKRVRicercaFattureVendita>(QStringLiteral("actRicercaFattureVendita"));
         fatture->show();
@@ -320,23 +330,29 @@ int main(int argc, char **argv)
         const QString testo = QStringLiteral("cantiere");
         fatture->findChild<QLineEdit *>(QStringLiteral("txtRigaDescrizione"))->setText(testo);
         confronti << elencoFatture(QStringLiteral("Elenco fatture, ricerca nelle righe"),
-                                   QStringLiteral("%1 fatture del %2 con una riga che contiene \"") + testo + QStringLiteral("\""));
+                                   QStringLiteral("%1 fatture del %2 con una riga che contiene \"") + testo
+                                       + QStringLiteral("\""));
 
         // Prints to PDF, from the statements to the file written.
         QTemporaryDir cartella;
         const QString pdf = cartella.filePath(QStringLiteral("bench.pdf"));
         IKRVStampeHost *stampe = KRVStampeHost();
-        const int fattura = QueryScalar(main->ModADOConn()->Database(),
-                                        QStringLiteral("SELECT IDFATT_VEND FROM FATT_VEND WHERE ANNO=%1 AND NUMERO=1").arg(anno))
-                                .toInt();
-        const int righe = QueryScalar(main->ModADOConn()->Database(),
-                                      QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT WHERE IDFATT_VEND=%1").arg(fattura))
-                              .toInt();
+        const int fattura =
+            QueryScalar(main->ModADOConn()->Database(),
+                        QStringLiteral("SELECT IDFATT_VEND FROM FATT_VEND WHERE ANNO=%1 AND NUMERO=1").arg(anno))
+                .toInt();
+        const int righe =
+            QueryScalar(main->ModADOConn()->Database(),
+                        QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT WHERE IDFATT_VEND=%1").arg(fattura))
+                .toInt();
         TConfronto stampaFattura{QStringLiteral("Stampa di una fattura in PDF"),
-                                 QStringLiteral("fattura n. 1 del %1, %2 righe").arg(anno).arg(righe), {}, {}};
+                                 QStringLiteral("fattura n. 1 del %1, %2 righe").arg(anno).arg(righe),
+                                 {},
+                                 {}};
         const QList<QByteArray> letture =
-            StatementsOf(stampe, {QStringLiteral("adsAzienda"), QStringLiteral("adsFattVend"), QStringLiteral("adsFattVendDett"),
-                                  QStringLiteral("adsFattVendIva")},
+            StatementsOf(stampe,
+                         {QStringLiteral("adsAzienda"), QStringLiteral("adsFattVend"),
+                          QStringLiteral("adsFattVendDett"), QStringLiteral("adsFattVendIva")},
                          QStringLiteral(":IDFATT_VEND"), fattura);
         Confronta(
             stampaFattura, runs, [&](int) { StampaFatturaVendita(fattura, pdf, int(TQ3ReportDestination::File)); },
@@ -356,7 +372,8 @@ int main(int argc, char **argv)
             // The statement the print has just given its dataset.
             [&](int) {
                 for (const QByteArray &sql :
-                     StatementsOf(stampe, {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")}, QString(), 0))
+                     StatementsOf(stampe, {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")},
+                                  QString(), 0))
                     Grezzo(raw, sql);
             });
         riepilogo.Cosa = QStringLiteral("%1 fatture del %2, %3 kB di PDF")

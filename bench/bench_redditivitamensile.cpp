@@ -16,20 +16,21 @@ constexpr int Invoices = 20000;
 
 void InsertInvoices(const TQ3TestDatabase &database)
 {
-    database.Exec(QStringLiteral(
-        "EXECUTE BLOCK AS DECLARE I INTEGER = 0; DECLARE ID INTEGER; BEGIN WHILE (I < %1) DO BEGIN "
-        "ID = GEN_ID(GN_IDFATT_VEND, 0) + 1; "
-        "INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
-        "TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (0, :I + 1, "
-        "DATEADD(MOD(:I, 365) DAY TO DATE '2025-01-01'), 2025, 'C001', 'Cliente', 1, 'Rimessa diretta', 'False', 0, 0, 0, "
-        "'False'); "
-        "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA, IMPORTO, COSTO, QUANTITA) "
-        "VALUES (0, :ID, 'Articolo', 100, 40, 1); "
-        "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA, IMPORTO, COSTO, QUANTITA) "
-        "VALUES (0, :ID, 'Servizio', 50, NULL, 1); "
-        "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA, IMPORTO, COSTO, QUANTITA) "
-        "VALUES (0, :ID, 'Non imponibile', 10, 0, 1); I = I + 1; END END")
-                      .arg(Invoices));
+    database.Exec(
+        QStringLiteral(
+            "EXECUTE BLOCK AS DECLARE I INTEGER = 0; DECLARE ID INTEGER; BEGIN WHILE (I < %1) DO BEGIN "
+            "ID = GEN_ID(GN_IDFATT_VEND, 0) + 1; "
+            "INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, "
+            "TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (0, :I + 1, "
+            "DATEADD(MOD(:I, 365) DAY TO DATE '2025-01-01'), 2025, 'C001', 'Cliente', 1, 'Rimessa diretta', 'False', 0, 0, 0, "
+            "'False'); "
+            "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA, IMPORTO, COSTO, QUANTITA) "
+            "VALUES (0, :ID, 'Articolo', 100, 40, 1); "
+            "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA, IMPORTO, COSTO, QUANTITA) "
+            "VALUES (0, :ID, 'Servizio', 50, NULL, 1); "
+            "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA, IMPORTO, COSTO, QUANTITA) "
+            "VALUES (0, :ID, 'Non imponibile', 10, 0, 1); I = I + 1; END END")
+            .arg(Invoices));
 }
 
 } // namespace
@@ -45,7 +46,8 @@ int main(int argc, char **argv)
     timer.start();
     module.Main->Run(QStringLiteral("actStatisticheRedditivitaMensile"));
     const double opening = Q3Milliseconds(timer);
-    auto window = module.Main->FormAs<TKRVStatisticheRedditivitaMensile>(QStringLiteral("actStatisticheRedditivitaMensile"));
+    auto window =
+        module.Main->FormAs<TKRVStatisticheRedditivitaMensile>(QStringLiteral("actStatisticheRedditivitaMensile"));
     window->findChild<QSpinBox *>(QStringLiteral("speAnno"))->setValue(2025);
 
     QList<double> refreshes;

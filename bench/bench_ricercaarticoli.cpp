@@ -17,12 +17,13 @@ constexpr int Articles = 10000;
 
 void InsertArticles(const TQ3TestDatabase &database)
 {
-    database.Exec(QStringLiteral(
-        "EXECUTE BLOCK AS DECLARE I INTEGER = 0; BEGIN WHILE (I < %1) DO BEGIN "
-        "INSERT INTO ANA_MAGA (IDANA_MAGA, CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, PREZZO, COSTO, "
-        "IDALIQUOTA_IVA, IDUM) VALUES (0, 'ART' || LPAD(:I, 7, '0'), 'Articolo di prova numero ' || :I, 0, 0, 1, "
-        "10 + MOD(:I, 90), 5, 1, 1); I = I + 1; END END")
-                      .arg(Articles));
+    database.Exec(
+        QStringLiteral(
+            "EXECUTE BLOCK AS DECLARE I INTEGER = 0; BEGIN WHILE (I < %1) DO BEGIN "
+            "INSERT INTO ANA_MAGA (IDANA_MAGA, CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, PREZZO, COSTO, "
+            "IDALIQUOTA_IVA, IDUM) VALUES (0, 'ART' || LPAD(:I, 7, '0'), 'Articolo di prova numero ' || :I, 0, 0, 1, "
+            "10 + MOD(:I, 90), 5, 1, 1); I = I + 1; END END")
+            .arg(Articles));
 }
 
 } // namespace

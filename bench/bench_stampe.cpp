@@ -32,7 +32,8 @@ QList<KRVStampeTest::TRiga> Righe(int count)
     QList<KRVStampeTest::TRiga> righe;
     for (int i = 1; i <= count; ++i)
         righe << KRVStampeTest::TRiga{QStringLiteral("COD%1").arg(i, 5, 10, QLatin1Char('0')),
-                                      QStringLiteral("Articolo di magazzino numero %1").arg(i), 1.0 + i % 50, 2, i % 3 ? 0.0 : 10.0};
+                                      QStringLiteral("Articolo di magazzino numero %1").arg(i), 1.0 + i % 50, 2,
+                                      i % 3 ? 0.0 : 10.0};
     return righe;
 }
 

@@ -4,8 +4,7 @@
 
 #include <QList>
 
-namespace
-{
+namespace {
 constexpr int SectorSize = 512;
 constexpr int IdsPerSector = SectorSize / 4;
 constexpr int HeaderDifatEntries = 109;
@@ -48,7 +47,7 @@ QByteArray DirectoryEntry(const QString &name, quint8 type, quint32 child, quint
     AppendU32(entry, 0); // high half of the size, always zero in version 3
     return entry;
 }
-}
+} // namespace
 
 QByteArray Q3CompoundFile(const QString &streamName, const QByteArray &stream)
 {
@@ -65,7 +64,8 @@ QByteArray Q3CompoundFile(const QString &streamName, const QByteArray &stream)
     for (;;) {
         const int total = streamSectors + directorySectors + fatSectors + difatSectors;
         const int neededFat = SectorsFor(total, IdsPerSector);
-        const int neededDifat = neededFat > HeaderDifatEntries ? SectorsFor(neededFat - HeaderDifatEntries, IdsPerSector - 1) : 0;
+        const int neededDifat =
+            neededFat > HeaderDifatEntries ? SectorsFor(neededFat - HeaderDifatEntries, IdsPerSector - 1) : 0;
         if (neededFat == fatSectors && neededDifat == difatSectors)
             break;
         fatSectors = neededFat;
@@ -93,17 +93,17 @@ QByteArray Q3CompoundFile(const QString &streamName, const QByteArray &stream)
     QByteArray file;
     file.reserve(qsizetype(1 + streamSectors + directorySectors + fatSectors + difatSectors) * SectorSize);
     file.append("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", 8);
-    file.append(16, '\0');       // class id
-    AppendU16(file, 0x003E);     // minor version
-    AppendU16(file, 0x0003);     // major version: 512-byte sectors
-    AppendU16(file, 0xFFFE);     // byte order mark: little-endian
-    AppendU16(file, 9);          // sector size 2^9
-    AppendU16(file, 6);          // mini sector size 2^6
+    file.append(16, '\0');   // class id
+    AppendU16(file, 0x003E); // minor version
+    AppendU16(file, 0x0003); // major version: 512-byte sectors
+    AppendU16(file, 0xFFFE); // byte order mark: little-endian
+    AppendU16(file, 9);      // sector size 2^9
+    AppendU16(file, 6);      // mini sector size 2^6
     file.append(6, '\0');
-    AppendU32(file, 0);          // directory sectors: not counted in version 3
+    AppendU32(file, 0); // directory sectors: not counted in version 3
     AppendU32(file, quint32(fatSectors));
     AppendU32(file, directoryStart);
-    AppendU32(file, 0);          // transaction signature
+    AppendU32(file, 0); // transaction signature
     AppendU32(file, MiniStreamCutoff);
     AppendU32(file, EndOfChain); // no mini FAT
     AppendU32(file, 0);

@@ -128,8 +128,8 @@ void TQ3Connection::Open()
     m_lost = false;
     m_lossesSeen = Q3ConnectionLosses();
     if (!db.open())
-        throw EQ3Exception(tr("Impossibile aprire il database \"%1\":\n%2")
-                               .arg(target.Database, SqlDatabaseText(db.lastError())));
+        throw EQ3Exception(
+            tr("Impossibile aprire il database \"%1\":\n%2").arg(target.Database, SqlDatabaseText(db.lastError())));
 }
 
 void TQ3Connection::Close()

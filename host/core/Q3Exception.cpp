@@ -1,9 +1,6 @@
 #include "Q3Exception.h"
 
-EQ3Exception::EQ3Exception(const QString &message)
-    : std::runtime_error(message.toStdString()), m_message(message)
-{
-}
+EQ3Exception::EQ3Exception(const QString &message) : std::runtime_error(message.toStdString()), m_message(message) {}
 
 QString ExceptionMessage(const std::exception &e)
 {

@@ -1,7 +1,7 @@
 #include "Q3HostSchema.h"
 
-#include "Q3Sql.h"
 #include "Q3SchemaUpgrade.h"
+#include "Q3Sql.h"
 
 namespace {
 
@@ -28,13 +28,16 @@ QList<TQ3SchemaStep> HostSteps()
                    {QStringLiteral("CREATE TABLE OPZIONI (OPZIONE VARCHAR(100) NOT NULL, VALORE VARCHAR(1000), "
                                    "CONSTRAINT PK_OPZIONI PRIMARY KEY(OPZIONE))")},
                    {QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES (%1, %2)")
-                        .arg(QuotedStr(QStringLiteral("NUMERAZIONE_UNICA_FATTURE")), QuotedStr(QStringLiteral("False")))}),
-        Q3CreateTableStep(QStringLiteral("RUOLI_UTENTE"),
-                          QStringLiteral("CREATE TABLE RUOLI_UTENTE (IDRUOLO_UTENTE INTEGER NOT NULL, RUOLO_UTENTE VARCHAR(50) NOT NULL, "
-                                         "CONSTRAINT PK_RUOLI_UTENTE PRIMARY KEY(IDRUOLO_UTENTE), "
-                                         "CONSTRAINT UK1_RUOLI_UTENTE UNIQUE(RUOLO_UTENTE))"),
-                          QStringLiteral("RUOLI_UTENTE"), QStringLiteral("RUOLO_UTENTE"),
-                          {QStringLiteral("INSERT INTO RUOLI_UTENTE VALUES(0, %1)").arg(QuotedStr(adminRole))}),
+                        .arg(QuotedStr(QStringLiteral("NUMERAZIONE_UNICA_FATTURE")),
+                             QuotedStr(QStringLiteral("False")))}),
+        Q3CreateTableStep(
+            QStringLiteral("RUOLI_UTENTE"),
+            QStringLiteral(
+                "CREATE TABLE RUOLI_UTENTE (IDRUOLO_UTENTE INTEGER NOT NULL, RUOLO_UTENTE VARCHAR(50) NOT NULL, "
+                "CONSTRAINT PK_RUOLI_UTENTE PRIMARY KEY(IDRUOLO_UTENTE), "
+                "CONSTRAINT UK1_RUOLI_UTENTE UNIQUE(RUOLO_UTENTE))"),
+            QStringLiteral("RUOLI_UTENTE"), QStringLiteral("RUOLO_UTENTE"),
+            {QStringLiteral("INSERT INTO RUOLI_UTENTE VALUES(0, %1)").arg(QuotedStr(adminRole))}),
         Q3CreateTableStep(QStringLiteral("ABILITAZIONI_UTENTE"),
                           QStringLiteral("CREATE TABLE ABILITAZIONI_UTENTE (IDABILITAZIONE_UTENTE INTEGER NOT NULL, "
                                          "ABILITAZIONE_UTENTE VARCHAR(100) NOT NULL, GRUPPO VARCHAR(50), "
@@ -43,18 +46,21 @@ QList<TQ3SchemaStep> HostSteps()
                           {QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES(0, %1, %2)")
                                .arg(QuotedStr(master), QuotedStr(QStringLiteral("Quillo 3")))}),
         CreateStep(QStringLiteral("ABILITAZIONI_RUOLI"),
-                   {QStringLiteral("CREATE TABLE ABILITAZIONI_RUOLI (IDRUOLO_UTENTE INTEGER NOT NULL, "
-                                   "IDABILITAZIONE_UTENTE INTEGER NOT NULL, "
-                                   "CONSTRAINT PK_ABILITAZIONI_RUOLI PRIMARY KEY(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE))")},
-                   {QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) "
-                                   "SELECT R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A "
-                                   "WHERE R.RUOLO_UTENTE = %1 AND A.ABILITAZIONE_UTENTE = %2")
+                   {QStringLiteral(
+                       "CREATE TABLE ABILITAZIONI_RUOLI (IDRUOLO_UTENTE INTEGER NOT NULL, "
+                       "IDABILITAZIONE_UTENTE INTEGER NOT NULL, "
+                       "CONSTRAINT PK_ABILITAZIONI_RUOLI PRIMARY KEY(IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE))")},
+                   {QStringLiteral(
+                        "INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) "
+                        "SELECT R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A "
+                        "WHERE R.RUOLO_UTENTE = %1 AND A.ABILITAZIONE_UTENTE = %2")
                         .arg(QuotedStr(adminRole), QuotedStr(master))}),
         Q3CreateTableStep(QStringLiteral("UTENTI"),
-                          QStringLiteral("CREATE TABLE UTENTI (IDUTENTE INTEGER NOT NULL, USER_NAME VARCHAR(50) NOT NULL, "
-                                         "NOME_COMPLETO VARCHAR(100), PASSWORD_HASH VARCHAR(255), "
-                                         "ATTIVO VARCHAR(5) DEFAULT 'True' NOT NULL, "
-                                         "CONSTRAINT PK_UTENTI PRIMARY KEY(IDUTENTE), CONSTRAINT UK1_UTENTI UNIQUE(USER_NAME))"),
+                          QStringLiteral(
+                              "CREATE TABLE UTENTI (IDUTENTE INTEGER NOT NULL, USER_NAME VARCHAR(50) NOT NULL, "
+                              "NOME_COMPLETO VARCHAR(100), PASSWORD_HASH VARCHAR(255), "
+                              "ATTIVO VARCHAR(5) DEFAULT 'True' NOT NULL, "
+                              "CONSTRAINT PK_UTENTI PRIMARY KEY(IDUTENTE), CONSTRAINT UK1_UTENTI UNIQUE(USER_NAME))"),
                           QStringLiteral("UTENTI"), QStringLiteral("UTENTE"),
                           {QStringLiteral("INSERT INTO UTENTI (IDUTENTE, USER_NAME, NOME_COMPLETO) VALUES (0, %1, %2)")
                                .arg(QuotedStr(admin), QuotedStr(QStringLiteral("Amministratore")))}),

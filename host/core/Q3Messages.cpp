@@ -73,8 +73,7 @@ TQ3MsgResult TQ3RecordingResponder::Answer(const TQ3Message &message)
 
 TQ3MsgResult TQ3StderrResponder::Answer(const TQ3Message &message)
 {
-    std::fprintf(stderr, "%s: %s\n", message.Title.toLocal8Bit().constData(),
-                 message.Text.toLocal8Bit().constData());
+    std::fprintf(stderr, "%s: %s\n", message.Title.toLocal8Bit().constData(), message.Text.toLocal8Bit().constData());
     std::fflush(stderr);
     return DefaultAnswer(message);
 }

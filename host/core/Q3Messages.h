@@ -30,14 +30,13 @@ public:
 };
 
 // Shows one message box and answers the button pressed.
-Q3_EXPORT TQ3MsgResult Q3MessageBox(const QString &title, const QString &text,
-                                    TQ3MsgIcon icon = TQ3MsgIcon::None,
+Q3_EXPORT TQ3MsgResult Q3MessageBox(const QString &title, const QString &text, TQ3MsgIcon icon = TQ3MsgIcon::None,
                                     TQ3MsgButtons buttons = TQ3MsgButtons::Ok);
 
 // The usual shapes.
-Q3_EXPORT void Q3ShowError(const QString &text);                 // "Errore", error icon
-Q3_EXPORT void Q3ShowWarning(const QString &text);               // "Attenzione", warning icon
-Q3_EXPORT bool Q3AskYesNo(const QString &text);                  // "Conferma", question icon
+Q3_EXPORT void Q3ShowError(const QString &text);   // "Errore", error icon
+Q3_EXPORT void Q3ShowWarning(const QString &text); // "Attenzione", warning icon
+Q3_EXPORT bool Q3AskYesNo(const QString &text);    // "Conferma", question icon
 
 // Shows a box to the user; the host's widget library installs its dialog.
 using TQ3MessagePresenter = TQ3MsgResult (*)(const TQ3Message &message);
@@ -60,7 +59,11 @@ public:
     // Runs once for every box, while it is "open" (before it is answered).
     void SetOnShow(std::function<void(const TQ3Message &)> onShow) { m_onShow = std::move(onShow); }
     const QList<TQ3Message> &Messages() const { return m_messages; }
-    void Clear() { m_messages.clear(); m_answers.clear(); }
+    void Clear()
+    {
+        m_messages.clear();
+        m_answers.clear();
+    }
 
 private:
     IQ3MessageResponder *m_previous = nullptr;

@@ -64,8 +64,9 @@ QList<TCandidate> ReadCandidates(const QString &folder, QStringList *refused)
         try {
             TCandidate candidate{fileName, dir.filePath(fileName), ReadQ3ModuleMetadata(dir.filePath(fileName))};
             if (candidate.Metadata.FileName() != fileName)
-                throw EQ3Exception(QStringLiteral("i metadati chiamano il modulo \"%1\", quindi il file deve chiamarsi \"%2\".")
-                                       .arg(candidate.Metadata.Name, candidate.Metadata.FileName()));
+                throw EQ3Exception(
+                    QStringLiteral("i metadati chiamano il modulo \"%1\", quindi il file deve chiamarsi \"%2\".")
+                        .arg(candidate.Metadata.Name, candidate.Metadata.FileName()));
             candidates << candidate;
         } catch (const EQ3Exception &e) {
             CannotLoad(fileName, e.Message());
@@ -105,8 +106,10 @@ TReadiness Readiness(const TCandidate &candidate, const QList<TCandidate> &all, 
             return TReadiness::Refused;
         }
         if (needed->Metadata.Version < dependency.Version) {
-            *cause = QStringLiteral("richiede il modulo \"%1\" nella versione %2 o successiva, ma è presente la versione %3.")
-                         .arg(needed->Metadata.Name, dependency.Version.toString(), needed->Metadata.Version.toString());
+            *cause =
+                QStringLiteral(
+                    "richiede il modulo \"%1\" nella versione %2 o successiva, ma è presente la versione %3.")
+                    .arg(needed->Metadata.Name, dependency.Version.toString(), needed->Metadata.Version.toString());
             return TReadiness::Refused;
         }
         if (!Find(ordered, dependency.Name))
@@ -162,8 +165,9 @@ void TQ3ModuleLoader::Load(const QString &folder, QObject *owner)
     for (const TCandidate &candidate : InDependencyOrder(candidates, unreadable)) {
         // A module it needs may have failed to load or to start.
         const QList<TQ3ModuleDependency> &dependencies = candidate.Metadata.Dependencies;
-        const auto missing = std::find_if(dependencies.cbegin(), dependencies.cend(),
-                                          [](const TQ3ModuleDependency &dependency) { return !Registered(dependency.Name); });
+        const auto missing =
+            std::find_if(dependencies.cbegin(), dependencies.cend(),
+                         [](const TQ3ModuleDependency &dependency) { return !Registered(dependency.Name); });
         if (missing != dependencies.cend()) {
             LeftOut(candidate.FileName, NotLoaded(missing->Name));
             continue;
@@ -171,8 +175,8 @@ void TQ3ModuleLoader::Load(const QString &folder, QObject *owner)
         QPluginLoader library(candidate.Path);
         auto plugin = qobject_cast<IQ3ModulePlugin *>(library.instance());
         if (!plugin) {
-            CannotLoad(candidate.FileName,
-                       QStringLiteral("il sistema non riesce a caricare la libreria.\n\r%1").arg(library.errorString()));
+            CannotLoad(candidate.FileName, QStringLiteral("il sistema non riesce a caricare la libreria.\n\r%1")
+                                               .arg(library.errorString()));
             continue;
         }
         RegisterPackage(candidate.FileName, candidate.Metadata.Description,
@@ -181,7 +185,8 @@ void TQ3ModuleLoader::Load(const QString &folder, QObject *owner)
     }
     for (qsizetype i = first; i < m_started.size(); ++i) {
         IQ3Module *main = m_started.at(i).Main;
-        Guarded(m_started.at(i).FileName, QStringLiteral("AllModulesInitialized"), [main] { main->AllModulesInitialized(); });
+        Guarded(m_started.at(i).FileName, QStringLiteral("AllModulesInitialized"),
+                [main] { main->AllModulesInitialized(); });
     }
 }
 

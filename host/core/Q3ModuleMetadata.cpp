@@ -61,7 +61,8 @@ TQ3ModuleMetadata ReadQ3ModuleMetadata(const QString &libraryPath)
     const QPluginLoader loader(libraryPath);
     const QJsonObject pluginMetaData = loader.metaData();
     if (pluginMetaData.isEmpty())
-        throw EQ3Exception(QStringLiteral("il file non è una libreria di modulo valida.\n\r%1").arg(loader.errorString()));
+        throw EQ3Exception(
+            QStringLiteral("il file non è una libreria di modulo valida.\n\r%1").arg(loader.errorString()));
     return Q3ModuleMetadataFromJson(pluginMetaData);
 }
 
@@ -70,7 +71,8 @@ TQ3ModuleMetadata Q3ModuleMetadataFromJson(const QJsonObject &pluginMetaData)
     if (pluginMetaData.value(QStringLiteral("IID")).toString() != QLatin1String(IQ3ModulePlugin_iid))
         throw EQ3Exception(QStringLiteral("la libreria non è un modulo di questa versione di Quillo 3."));
     if (!pluginMetaData.value(QStringLiteral("MetaData")).isObject())
-        throw EQ3Exception(QStringLiteral("la libreria non contiene i metadati del modulo (nome, versione, descrizione)."));
+        throw EQ3Exception(
+            QStringLiteral("la libreria non contiene i metadati del modulo (nome, versione, descrizione)."));
     const QJsonObject metaData = pluginMetaData.value(QStringLiteral("MetaData")).toObject();
     TQ3ModuleMetadata result;
     result.Name = Text(metaData, QStringLiteral("Name"));

@@ -32,4 +32,3 @@ Q3_EXPORT QList<IQ3Module *> CreatePackageMainObjects(QObject *owner);
 Q3_EXPORT void ReleasePackageMainObject(IQ3Module *mainObject);
 // Takes a module out of the registry.
 Q3_EXPORT void UnregisterPackage(const QString &fileName);
-

@@ -114,6 +114,7 @@ void Q3EnsureTableVersion(const QSqlDatabase &db)
 {
     if (Q3TableExists(db, QStringLiteral("TABLE_VERSION")))
         return;
-    ExecSQL(db, QStringLiteral("CREATE TABLE TABLE_VERSION (TABELLA VARCHAR(50) NOT NULL, VERSIONE VARCHAR(20) NOT NULL, "
-                               "CONSTRAINT PK_TABLE_VERSION PRIMARY KEY(TABELLA))"));
+    ExecSQL(db,
+            QStringLiteral("CREATE TABLE TABLE_VERSION (TABELLA VARCHAR(50) NOT NULL, VERSIONE VARCHAR(20) NOT NULL, "
+                           "CONSTRAINT PK_TABLE_VERSION PRIMARY KEY(TABELLA))"));
 }

@@ -13,10 +13,10 @@
 struct Q3_EXPORT TQ3SchemaStep
 {
     QString Key;
-    QString From;            // empty: the key has no row yet, the step creates it
+    QString From; // empty: the key has no row yet, the step creates it
     QString To;
-    QStringList Statements;  // run in the step's transaction, with the version row
-    QStringList Seeds;       // create steps only: after the commit, errors not caught
+    QStringList Statements; // run in the step's transaction, with the version row
+    QStringList Seeds;      // create steps only: after the commit, errors not caught
     TQ3MsgIcon FailureIcon = TQ3MsgIcon::None;
 
     bool IsCreate() const { return From.isEmpty(); }
@@ -24,9 +24,8 @@ struct Q3_EXPORT TQ3SchemaStep
 
 // A create step for a table keyed by ID<entity>, with its generator GN_ID<entity>
 // and the before-insert trigger TG_BI_<table> that assigns it.
-Q3_EXPORT TQ3SchemaStep Q3CreateTableStep(const QString &key, const QString &createTable,
-                                          const QString &table, const QString &entity,
-                                          const QStringList &seeds = {});
+Q3_EXPORT TQ3SchemaStep Q3CreateTableStep(const QString &key, const QString &createTable, const QString &table,
+                                          const QString &entity, const QStringList &seeds = {});
 
 // Runs steps in order. Each step whose "from" matches the key's recorded version
 // exactly runs in one transaction with its version row; a failing step is rolled

@@ -42,7 +42,8 @@ bool Q3VerifyPassword(const QString &hash, const QString &password)
     InitSodium();
     const QByteArray stored = hash.toLatin1();
     const QByteArray bytes = password.toUtf8();
-    return !stored.isEmpty() && crypto_pwhash_str_verify(stored.constData(), bytes.constData(), quint64(bytes.size())) == 0;
+    return !stored.isEmpty()
+           && crypto_pwhash_str_verify(stored.constData(), bytes.constData(), quint64(bytes.size())) == 0;
 }
 
 TQ3Users::TQ3Users(QSqlDatabase db) : m_db(db), m_throttle(std::move(db)) {}
@@ -111,15 +112,17 @@ int TQ3LoginThrottle::WaitSeconds(const QString &userName) const
 void TQ3LoginThrottle::Failed(const QString &userName)
 {
     const QString key = QuotedStr(ThrottleKey(userName));
-    ExecSQL(m_db, QStringLiteral("UPDATE OR INSERT INTO ACCESSI_FALLITI (USER_NAME, TENTATIVI, ULTIMO_TENTATIVO) "
-                                 "VALUES (%1, COALESCE((SELECT TENTATIVI FROM ACCESSI_FALLITI WHERE USER_NAME = %1), 0) + 1, "
-                                 "CURRENT_TIMESTAMP) MATCHING (USER_NAME)")
-                      .arg(key));
+    ExecSQL(m_db,
+            QStringLiteral("UPDATE OR INSERT INTO ACCESSI_FALLITI (USER_NAME, TENTATIVI, ULTIMO_TENTATIVO) "
+                           "VALUES (%1, COALESCE((SELECT TENTATIVI FROM ACCESSI_FALLITI WHERE USER_NAME = %1), 0) + 1, "
+                           "CURRENT_TIMESTAMP) MATCHING (USER_NAME)")
+                .arg(key));
 }
 
 void TQ3LoginThrottle::Succeeded(const QString &userName)
 {
-    ExecSQL(m_db, QStringLiteral("DELETE FROM ACCESSI_FALLITI WHERE USER_NAME = %1").arg(QuotedStr(ThrottleKey(userName))));
+    ExecSQL(m_db,
+            QStringLiteral("DELETE FROM ACCESSI_FALLITI WHERE USER_NAME = %1").arg(QuotedStr(ThrottleKey(userName))));
 }
 
 int TQ3LoginThrottle::DelaySeconds(int failures)

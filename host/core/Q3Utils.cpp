@@ -11,7 +11,8 @@
 
 int GetLastGeneratorValue(const QString &generator, const QSqlDatabase &connection)
 {
-    return QueryScalar(connection, QStringLiteral("SELECT GEN_ID(") + generator + QStringLiteral(", 0) FROM RDB$DATABASE"))
+    return QueryScalar(connection,
+                       QStringLiteral("SELECT GEN_ID(") + generator + QStringLiteral(", 0) FROM RDB$DATABASE"))
         .toInt();
 }
 
@@ -52,11 +53,12 @@ QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &t
 {
     // One statement gathers the key and every row below it with its parent;
     // the depth limit stops a damaged tree whose parents form a loop.
-    QSqlQuery rows = OpenQuery(
-        connection, QStringLiteral("WITH RECURSIVE RAMO (ID, PADRE, LIVELLO) AS (SELECT %1, CAST(NULL AS INTEGER), 0 "
-                                   "FROM RDB$DATABASE UNION ALL SELECT F.%2, F.IDPADRE, R.LIVELLO + 1 FROM %3 F "
-                                   "JOIN RAMO R ON F.IDPADRE = R.ID WHERE R.LIVELLO < 1000) SELECT ID, PADRE FROM RAMO")
-                        .arg(QString::number(key), keyColumn, table));
+    QSqlQuery rows =
+        OpenQuery(connection,
+                  QStringLiteral("WITH RECURSIVE RAMO (ID, PADRE, LIVELLO) AS (SELECT %1, CAST(NULL AS INTEGER), 0 "
+                                 "FROM RDB$DATABASE UNION ALL SELECT F.%2, F.IDPADRE, R.LIVELLO + 1 FROM %3 F "
+                                 "JOIN RAMO R ON F.IDPADRE = R.ID WHERE R.LIVELLO < 1000) SELECT ID, PADRE FROM RAMO")
+                      .arg(QString::number(key), keyColumn, table));
     QHash<int, QList<int>> children;
     while (rows.next()) {
         if (!rows.isNull(1))

@@ -13,8 +13,7 @@
 // The workbook is a BIFF8 stream: a globals part (fonts, number format, cell
 // formats, the worksheet's name and the shared string table) followed by the
 // worksheet's part (column widths, cells, window settings, merged ranges).
-namespace
-{
+namespace {
 constexpr quint16 RecBof = 0x0809;
 constexpr quint16 RecEof = 0x000A;
 constexpr quint16 RecCodepage = 0x0042;
@@ -169,7 +168,8 @@ void CheckLimits(const QString &percorso, const TQ3XlsFoglio &foglio)
     for (const QList<QVariant> &row : foglio.Celle)
         fits = fits && row.size() <= MaxColumns;
     if (!fits)
-        throw EQ3Exception(Refusal(percorso, QStringLiteral("il foglio supera i limiti del formato (65536 righe, 256 colonne).")));
+        throw EQ3Exception(
+            Refusal(percorso, QStringLiteral("il foglio supera i limiti del formato (65536 righe, 256 colonne).")));
     for (const TQ3XlsUnione &u : foglio.Unioni) {
         const bool valid = 0 <= u.RigaDa && u.RigaDa <= u.RigaA && u.RigaA < MaxRows && 0 <= u.ColonnaDa
                            && u.ColonnaDa <= u.ColonnaA && u.ColonnaA < MaxColumns;
@@ -193,14 +193,14 @@ QByteArray Bof(quint16 kind)
 QByteArray Font(bool bold)
 {
     QByteArray data;
-    AppendU16(data, 200);                // height in twips: 10 points
-    AppendU16(data, bold ? 0x0001 : 0);  // attributes; bit 0 repeats the weight for older readers
-    AppendU16(data, 0x7FFF);             // automatic colour
-    AppendU16(data, bold ? 700 : 400);   // weight
-    AppendU16(data, 0);                  // no super/subscript
-    AppendU8(data, 0);                   // no underline
-    AppendU8(data, 0);                   // family
-    AppendU8(data, 0);                   // character set
+    AppendU16(data, 200);               // height in twips: 10 points
+    AppendU16(data, bold ? 0x0001 : 0); // attributes; bit 0 repeats the weight for older readers
+    AppendU16(data, 0x7FFF);            // automatic colour
+    AppendU16(data, bold ? 700 : 400);  // weight
+    AppendU16(data, 0);                 // no super/subscript
+    AppendU8(data, 0);                  // no underline
+    AppendU8(data, 0);                  // family
+    AppendU8(data, 0);                  // character set
     AppendU8(data, 0);
     data.append(CompressedString("Arial", false));
     return data;
@@ -444,15 +444,15 @@ void WriteSheet(QByteArray &out, const TQ3XlsFoglio &foglio, const QList<QList<T
     AppendU16(window, 0);      // first column shown
     AppendU16(window, 0x40);   // automatic grid colour
     AppendU16(window, 0);
-    AppendU16(window, 0);      // page break preview zoom: default
-    AppendU16(window, 0);      // normal zoom: default
+    AppendU16(window, 0); // page break preview zoom: default
+    AppendU16(window, 0); // normal zoom: default
     AppendU32(window, 0);
     Record(out, RecWindow2, window);
 
     WriteMerges(out, foglio.Unioni);
     Record(out, RecEof, QByteArray());
 }
-}
+} // namespace
 
 void Q3ScriviXls(const QString &percorso, const TQ3XlsFoglio &foglio)
 {

@@ -9,14 +9,21 @@
 
 // One worksheet of a legacy .xls workbook: cells by row and column (a double
 // is stored as a number, anything else as text), merged ranges, column widths.
-struct TQ3XlsUnione { int RigaDa = 0; int ColonnaDa = 0; int RigaA = 0; int ColonnaA = 0; };
+struct TQ3XlsUnione
+{
+    int RigaDa = 0;
+    int ColonnaDa = 0;
+    int RigaA = 0;
+    int ColonnaA = 0;
+};
 struct TQ3XlsFoglio
 {
-    QString Nome;                       // worksheet name, e.g. "Fatturato"
-    QList<QList<QVariant>> Celle;       // Celle[riga][colonna]; an invalid/null QVariant = empty cell (still bordered)
-    QList<TQ3XlsUnione> Unioni;         // merged ranges, inclusive
-    QList<int> LarghezzeColonne;        // widths in pixels as shown on screen (convert to 1/256 char units, ~ px*256/7); may be shorter than the columns
-    QSet<int> RigheGrassetto;           // rows whose text is bold (header rows)
+    QString Nome;                 // worksheet name, e.g. "Fatturato"
+    QList<QList<QVariant>> Celle; // Celle[riga][colonna]; an invalid/null QVariant = empty cell (still bordered)
+    QList<TQ3XlsUnione> Unioni;   // merged ranges, inclusive
+    QList<int>
+        LarghezzeColonne; // widths in pixels as shown on screen (convert to 1/256 char units, ~ px*256/7); may be shorter than the columns
+    QSet<int> RigheGrassetto; // rows whose text is bold (header rows)
 };
 
 // Writes a workbook with one worksheet; every cell gets thin borders on all sides and

@@ -29,12 +29,17 @@ QCommandLineParser &Parser()
         parser.setApplicationDescription(QStringLiteral("Quillo 3: gestionale per piccole imprese"));
         parser.addHelpOption();
         parser.addOptions({
-            {QStringLiteral("database"), QStringLiteral("Database: un file, oppure host:/percorso o host/porta:/percorso."), QStringLiteral("db")},
-            {QStringLiteral("db-user"), QStringLiteral("Utente del server Firebird (altrimenti ISC_USER)."), QStringLiteral("name")},
-            {QStringLiteral("db-password-file"), QStringLiteral("File con la password del server Firebird (altrimenti ISC_PASSWORD)."), QStringLiteral("file")},
+            {QStringLiteral("database"),
+             QStringLiteral("Database: un file, oppure host:/percorso o host/porta:/percorso."), QStringLiteral("db")},
+            {QStringLiteral("db-user"), QStringLiteral("Utente del server Firebird (altrimenti ISC_USER)."),
+             QStringLiteral("name")},
+            {QStringLiteral("db-password-file"),
+             QStringLiteral("File con la password del server Firebird (altrimenti ISC_PASSWORD)."),
+             QStringLiteral("file")},
             {QStringLiteral("headless"), QStringLiteral("Senza finestre: accede, aggiorna il database ed esce.")},
             {QStringLiteral("user"), QStringLiteral("Utente di Quillo 3 (modalità headless)."), QStringLiteral("name")},
-            {QStringLiteral("password-file"), QStringLiteral("File con la password dell'utente (modalità headless)."), QStringLiteral("file")},
+            {QStringLiteral("password-file"), QStringLiteral("File con la password dell'utente (modalità headless)."),
+             QStringLiteral("file")},
         });
         ready = true;
     }

@@ -11,13 +11,13 @@
 // How the host was asked to start.
 struct Q3_EXPORT TQ3StartOptions
 {
-    QString Database;          // empty: the embedded default in the user's data folder
+    QString Database; // empty: the embedded default in the user's data folder
     QString DbUser;
     QString DbPasswordFile;
     QString User;
     QString PasswordFile;
     bool Headless = false;
-    bool Help = false;         // print the options and stop
+    bool Help = false; // print the options and stop
 
     // Reads the command line; answers false with a message when it is wrong.
     bool Parse(const QStringList &arguments, QString *error);

@@ -52,8 +52,10 @@ TQ3LoginDialog::TQ3LoginDialog(TQ3Users &users, const QString &database, QWidget
     lblAttesa->setObjectName(QStringLiteral("lblAttesa"));
     layout->addWidget(lblAttesa);
     m_buttons = new QDialogButtonBox;
-    m_buttons->addButton(QStringLiteral("Accedi"), QDialogButtonBox::AcceptRole)->setObjectName(QStringLiteral("cmdAccedi"));
-    m_buttons->addButton(QStringLiteral("Annulla"), QDialogButtonBox::RejectRole)->setObjectName(QStringLiteral("cmdAnnulla"));
+    m_buttons->addButton(QStringLiteral("Accedi"), QDialogButtonBox::AcceptRole)
+        ->setObjectName(QStringLiteral("cmdAccedi"));
+    m_buttons->addButton(QStringLiteral("Annulla"), QDialogButtonBox::RejectRole)
+        ->setObjectName(QStringLiteral("cmdAnnulla"));
     layout->addWidget(m_buttons);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &TQ3LoginDialog::TryLogin);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -98,7 +100,8 @@ void TQ3LoginDialog::UpdateWait()
 {
     const bool waiting = m_waitLeft > 0;
     m_buttons->buttons().first()->setEnabled(!waiting);
-    lblAttesa->setText(waiting ? QStringLiteral("Attendere %1 secondi prima di riprovare.").arg(m_waitLeft) : QString());
+    lblAttesa->setText(waiting ? QStringLiteral("Attendere %1 secondi prima di riprovare.").arg(m_waitLeft)
+                               : QString());
     if (waiting && !m_waitTimer.isActive())
         m_waitTimer.start();
     if (!waiting)
@@ -122,7 +125,8 @@ TQ3SetPasswordDialog::TQ3SetPasswordDialog(const QString &userName, QWidget *par
     layout->addLayout(form);
     auto buttons = new QDialogButtonBox;
     buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole)->setObjectName(QStringLiteral("cmdOK"));
-    buttons->addButton(QStringLiteral("Annulla"), QDialogButtonBox::RejectRole)->setObjectName(QStringLiteral("cmdAnnulla"));
+    buttons->addButton(QStringLiteral("Annulla"), QDialogButtonBox::RejectRole)
+        ->setObjectName(QStringLiteral("cmdAnnulla"));
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &TQ3SetPasswordDialog::Confirm);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

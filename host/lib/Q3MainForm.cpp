@@ -39,8 +39,11 @@ TQ3MainForm::TQ3MainForm(QWidget *parent)
     exit->setObjectName(QStringLiteral("actEsci"));
     exit->setShortcut(QKeySequence::Quit);
 
-    const struct { const char *name; const char *caption; } shared[] = {
-        {"mnAnagrafiche", "Anagrafiche"}, {"mnDocumenti", "Documenti"}, {"mnTabelle", "Tabelle"}};
+    const struct
+    {
+        const char *name;
+        const char *caption;
+    } shared[] = {{"mnAnagrafiche", "Anagrafiche"}, {"mnDocumenti", "Documenti"}, {"mnTabelle", "Tabelle"}};
     for (const auto &item : shared) {
         QMenu *menu = menuBar()->addMenu(QString::fromUtf8(item.caption));
         menu->setObjectName(QString::fromLatin1(item.name));

@@ -34,7 +34,8 @@ struct Q3_EXPORT TCommonToolBarProperties
 
 Q3_EXPORT void GetQ3CommonToolBarProperties(TQ3CommonToolBars kind, TCommonToolBarProperties &properties);
 // Adds a toolbar to the host's toolbar dock, styled with the given properties.
-Q3_EXPORT void MergeAdvToolBarItems(QObject *hostApplication, const TCommonToolBarProperties &properties, QToolBar *toolBar);
+Q3_EXPORT void MergeAdvToolBarItems(QObject *hostApplication, const TCommonToolBarProperties &properties,
+                                    QToolBar *toolBar);
 
 // A toolbar button's rich hint: a title and a note.
 Q3_EXPORT void SetRichHint(QWidget *button, const QString &title, const QString &note);

@@ -16,11 +16,16 @@ namespace {
 QMessageBox::Icon DialogIcon(TQ3MsgIcon icon)
 {
     switch (icon) {
-    case TQ3MsgIcon::Information: return QMessageBox::Information;
-    case TQ3MsgIcon::Warning: return QMessageBox::Warning;
-    case TQ3MsgIcon::Error: return QMessageBox::Critical;
-    case TQ3MsgIcon::Question: return QMessageBox::Question;
-    case TQ3MsgIcon::None: break;
+    case TQ3MsgIcon::Information:
+        return QMessageBox::Information;
+    case TQ3MsgIcon::Warning:
+        return QMessageBox::Warning;
+    case TQ3MsgIcon::Error:
+        return QMessageBox::Critical;
+    case TQ3MsgIcon::Question:
+        return QMessageBox::Question;
+    case TQ3MsgIcon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }

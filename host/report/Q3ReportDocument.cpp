@@ -70,8 +70,7 @@ class TQ3Paginator
 public:
     TQ3Paginator(TQ3ReportDocument &document, const std::function<void(int)> &onPage)
         : m_document(document), m_layout(*document.m_layout), m_area(Printable(m_layout)), m_onPage(onPage)
-    {
-    }
+    {}
 
     void Run()
     {
@@ -140,7 +139,8 @@ private:
         if (!section.Order.isEmpty()) {
             std::stable_sort(rows.begin(), rows.end(), [&section, data](int left, int right) {
                 for (const TQ3ReportSortKey &key : section.Order) {
-                    const int order = CompareValues(data->Value(left, key.ColumnIndex), data->Value(right, key.ColumnIndex));
+                    const int order =
+                        CompareValues(data->Value(left, key.ColumnIndex), data->Value(right, key.ColumnIndex));
                     if (order != 0)
                         return key.Descending ? order > 0 : order < 0;
                 }
@@ -160,8 +160,8 @@ private:
         TQ3ReportScope All;
 
         TDetailRun(const TQ3ReportSection &section, const QList<int> &rows, const IQ3ReportData *data)
-            : Section(section), Rows(rows), Starts(rows.size(), int(section.Groups.size())),
-              All{section.Connection, rows, 0, rows.size()}
+            : Section(section), Rows(rows),
+              Starts(rows.size(), int(section.Groups.size())), All{section.Connection, rows, 0, rows.size()}
         {
             for (qsizetype i = 0; i < rows.size(); ++i) {
                 int level = 0;
@@ -193,7 +193,8 @@ private:
         const TDetailRun run(section, DetailRows(section), m_document.m_context.Connections.value(section.Connection));
         // The header goes with the first row and its group headers: they move to a new page together.
         if (!section.Header.IsEmpty()) {
-            const qreal needed = m_document.Measure(section.Header, m_rows, run.All) + (run.Rows.isEmpty() ? 0 : Opening(run, 0));
+            const qreal needed =
+                m_document.Measure(section.Header, m_rows, run.All) + (run.Rows.isEmpty() ? 0 : Opening(run, 0));
             if (!Fits(needed))
                 Break();
             Place(section.Header, run.All);
@@ -341,8 +342,9 @@ void TQ3ReportDocument::Resolve()
                 continue;
             segment.Column = segment.Data->FieldIndex(segment.Text);
             if (segment.Column < 0)
-                throw EQ3Exception(QStringLiteral("Il report \"%1\" legge la colonna \"%2\", che la connessione \"%3\" non ha.")
-                                       .arg(m_layout->Name, segment.Text, segment.Connection));
+                throw EQ3Exception(
+                    QStringLiteral("Il report \"%1\" legge la colonna \"%2\", che la connessione \"%3\" non ha.")
+                        .arg(m_layout->Name, segment.Text, segment.Connection));
         }
     };
     auto resolveBand = [this, &resolveSegments](const TQ3ReportBand &band) {
@@ -359,25 +361,27 @@ void TQ3ReportDocument::Resolve()
     auto columnIndex = [this](const TQ3ReportSection &section, const QString &column, const QString &verb) {
         const int index = m_context.Connections.value(section.Connection)->FieldIndex(column);
         if (index < 0)
-            throw EQ3Exception(QStringLiteral("Il report \"%1\" %2 per la colonna \"%3\", che la connessione \"%4\" non ha.")
-                                   .arg(m_layout->Name, verb, column, section.Connection));
+            throw EQ3Exception(
+                QStringLiteral("Il report \"%1\" %2 per la colonna \"%3\", che la connessione \"%4\" non ha.")
+                    .arg(m_layout->Name, verb, column, section.Connection));
         return index;
     };
-    std::function<void(const QList<TQ3ReportSection> &)> resolveSections = [&](const QList<TQ3ReportSection> &sections) {
-        for (const TQ3ReportSection &section : sections) {
-            resolveBand(section.Band);
-            resolveBand(section.Header);
-            resolveBand(section.Footer);
-            for (const TQ3ReportSortKey &key : section.Order)
-                key.ColumnIndex = columnIndex(section, key.Column, QStringLiteral("ordina"));
-            for (const TQ3ReportGroup &group : section.Groups) {
-                group.ColumnIndex = columnIndex(section, group.Column, QStringLiteral("raggruppa"));
-                resolveBand(group.Header);
-                resolveBand(group.Footer);
+    std::function<void(const QList<TQ3ReportSection> &)> resolveSections =
+        [&](const QList<TQ3ReportSection> &sections) {
+            for (const TQ3ReportSection &section : sections) {
+                resolveBand(section.Band);
+                resolveBand(section.Header);
+                resolveBand(section.Footer);
+                for (const TQ3ReportSortKey &key : section.Order)
+                    key.ColumnIndex = columnIndex(section, key.Column, QStringLiteral("ordina"));
+                for (const TQ3ReportGroup &group : section.Groups) {
+                    group.ColumnIndex = columnIndex(section, group.Column, QStringLiteral("raggruppa"));
+                    resolveBand(group.Header);
+                    resolveBand(group.Footer);
+                }
+                resolveSections(section.Sections);
             }
-            resolveSections(section.Sections);
-        }
-    };
+        };
     resolveBand(m_layout->PageHeader);
     resolveBand(m_layout->PageFooter);
     resolveSections(m_layout->Body);
@@ -412,7 +416,7 @@ QVariant TQ3ReportDocument::Total(const TQ3ReportSegment &segment, const TQ3Repo
 }
 
 QVariant TQ3ReportDocument::SegmentValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows,
-                                          const TQ3ReportScope &totals) const
+                                         const TQ3ReportScope &totals) const
 {
     switch (segment.Kind) {
     case TQ3ReportSegment::TKind::Field:

@@ -66,7 +66,8 @@ public:
                      const TQ3ReportScope &totals = {}) const;
     // The colour of a text for the given rows: its negative colour when a
     // number it prints is below zero, else its own.
-    QColor ItemColor(const TQ3ReportItem &item, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;
+    QColor ItemColor(const TQ3ReportItem &item, const QHash<QString, int> &rows,
+                     const TQ3ReportScope &totals = {}) const;
     // Whether a band prints for the given rows: always, or when its condition
     // prints something other than the number zero.
     bool BandShown(const TQ3ReportBand &band, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;

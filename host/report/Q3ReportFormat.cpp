@@ -54,7 +54,8 @@ QString Q3FormatReportValue(const QVariant &value, const QString &format, bool b
         const QDate date = value.metaType().id() == QMetaType::QDateTime ? value.toDateTime().date() : value.toDate();
         if (!date.isValid())
             return value.toString();
-        return format == QLatin1String("year") ? QString::number(date.year()) : date.toString(QStringLiteral("dd/MM/yyyy"));
+        return format == QLatin1String("year") ? QString::number(date.year())
+                                               : date.toString(QStringLiteral("dd/MM/yyyy"));
     }
     if (format.isEmpty() && !plusSign && !blankZero)
         return value.toString();

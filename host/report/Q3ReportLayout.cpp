@@ -60,7 +60,8 @@ TNode ReadDocument(const QByteArray &content)
         }
     }
     if (reader.hasError())
-        throw EQ3Exception(QStringLiteral("Progetto delle stampe, riga %1: %2").arg(reader.lineNumber()).arg(reader.errorString()));
+        throw EQ3Exception(
+            QStringLiteral("Progetto delle stampe, riga %1: %2").arg(reader.lineNumber()).arg(reader.errorString()));
     if (root.Name != QLatin1String("project"))
         throw EQ3Exception(QStringLiteral("Il progetto delle stampe non inizia con <project>."));
     return root;
@@ -202,9 +203,10 @@ private:
                                 Length(node, QStringLiteral("top"), 1000) / Q3ReportUnitsPerMm,
                                 Length(node, QStringLiteral("right"), 1000) / Q3ReportUnitsPerMm,
                                 Length(node, QStringLiteral("bottom"), 1000) / Q3ReportUnitsPerMm);
-        layout.Page = QPageLayout(pageSize,
-                                  orientation == QLatin1String("portrait") ? QPageLayout::Portrait : QPageLayout::Landscape,
-                                  margins, QPageLayout::Millimeter);
+        layout.Page =
+            QPageLayout(pageSize,
+                        orientation == QLatin1String("portrait") ? QPageLayout::Portrait : QPageLayout::Landscape,
+                        margins, QPageLayout::Millimeter);
     }
 
     void Style(const TNode &node)
@@ -236,7 +238,8 @@ private:
                 else if (child.Name == QLatin1String("group") && section.Groups.isEmpty())
                     Group(child, section.Connection, section.Groups);
                 else if (child.Name == QLatin1String("group"))
-                    Fail(child, QStringLiteral("un <detail> contiene un solo <group>: un gruppo interno va dentro l'altro"));
+                    Fail(child,
+                         QStringLiteral("un <detail> contiene un solo <group>: un gruppo interno va dentro l'altro"));
                 else
                     Fail(child, QStringLiteral("un <detail> contiene <header>, <group>, <band> e <footer>"));
             }
@@ -261,10 +264,13 @@ private:
             return keys;
         for (const QString &part : order.split(QLatin1Char(','))) {
             const QStringList words = part.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-            const bool known = words.size() == 1
-                               || (words.size() == 2 && (words.at(1) == QLatin1String("asc") || words.at(1) == QLatin1String("desc")));
+            const bool known =
+                words.size() == 1
+                || (words.size() == 2 && (words.at(1) == QLatin1String("asc") || words.at(1) == QLatin1String("desc")));
             if (!known)
-                Fail(node, QStringLiteral("order elenca colonne separate da virgole, ciascuna con \"asc\" o \"desc\" facoltativo"));
+                Fail(node,
+                     QStringLiteral(
+                         "order elenca colonne separate da virgole, ciascuna con \"asc\" o \"desc\" facoltativo"));
             keys << TQ3ReportSortKey{words.at(0), words.size() == 2 && words.at(1) == QLatin1String("desc"), -1};
         }
         return keys;
@@ -284,7 +290,8 @@ private:
             else if (child.Name == QLatin1String("group") && !inner)
                 inner = &child;
             else
-                Fail(child, QStringLiteral("un <group> contiene <groupHeader>, <groupFooter> e al più un <group> interno"));
+                Fail(child,
+                     QStringLiteral("un <group> contiene <groupHeader>, <groupFooter> e al più un <group> interno"));
         }
         groups << group;
         if (inner)
@@ -329,7 +336,8 @@ private:
         }
         for (const TQ3ReportSegment &segment : std::as_const(segments)) {
             if (!segment.Connection.isEmpty() && !m_report->Connections.contains(segment.Connection))
-                Fail(node, QStringLiteral("la connessione \"%1\" non è dichiarata con <connection>").arg(segment.Connection));
+                Fail(node,
+                     QStringLiteral("la connessione \"%1\" non è dichiarata con <connection>").arg(segment.Connection));
             if (segment.Kind == TQ3ReportSegment::TKind::Parameter && !m_report->Parameters.contains(segment.Text))
                 Fail(node, QStringLiteral("il parametro \"%1\" non è dichiarato con <parameter>").arg(segment.Text));
         }
@@ -378,7 +386,8 @@ private:
     void Text(const TNode &node, const QString &connection, TQ3ReportItem &item)
     {
         TStyle style = m_styles.value(node.Attr(QStringLiteral("style")));
-        if (node.Attributes.hasAttribute(QStringLiteral("style")) && !m_styles.contains(node.Attr(QStringLiteral("style"))))
+        if (node.Attributes.hasAttribute(QStringLiteral("style"))
+            && !m_styles.contains(node.Attr(QStringLiteral("style"))))
             Fail(node, QStringLiteral("lo stile \"%1\" non è definito").arg(node.Attr(QStringLiteral("style"))));
         style.Apply(node);
         item.Font = style.Font();
@@ -471,8 +480,9 @@ TQ3ReportSegment Placeholder(const QString &inner, const QString &defaultConnect
             segment.PlusSign = true;
         else if (option == QLatin1String("trim"))
             segment.Trim = true;
-        else if (option == QLatin1String("currency") || option == QLatin1String("money") || option == QLatin1String("date")
-                 || option == QLatin1String("year") || option == QLatin1String("percent") || option == QLatin1String("integer")
+        else if (option == QLatin1String("currency") || option == QLatin1String("money")
+                 || option == QLatin1String("date") || option == QLatin1String("year")
+                 || option == QLatin1String("percent") || option == QLatin1String("integer")
                  || option.startsWith(QLatin1String("number:")))
             segment.Format = option;
         else

@@ -44,18 +44,18 @@ struct Q3_EXPORT TQ3ReportItem
 {
     enum class TKind { Text, Line, Box, Image };
     TKind Kind = TKind::Text;
-    QRectF Rect;  // within the band; for lines, from top-left to bottom-right
+    QRectF Rect; // within the band; for lines, from top-left to bottom-right
     QList<TQ3ReportSegment> Segments;
     QFont Font;
     QColor Color = Qt::black;
     // Texts: the colour when a number the text prints is below zero; invalid for none.
     QColor NegativeColor;
-    QColor Fill;  // boxes; invalid for none
+    QColor Fill;         // boxes; invalid for none
     qreal PenWidth = 20; // lines and box borders
     int Flags = Qt::AlignLeft | Qt::AlignTop;
     bool Wrap = false;
-    bool Grow = false;    // wraps and makes its band as tall as its text needs
-    bool Stretch = false; // follows its band's growth downwards
+    bool Grow = false;         // wraps and makes its band as tall as its text needs
+    bool Stretch = false;      // follows its band's growth downwards
     bool AnchorBottom = false; // moves down with its band's growth
     QImage Image;
 };
@@ -96,15 +96,15 @@ struct Q3_EXPORT TQ3ReportSection
 {
     enum class TKind { Band, Detail, Master };
     TKind Kind = TKind::Band;
-    TQ3ReportBand Band;   // Band; the row band of a Detail
-    TQ3ReportBand Header; // Detail: the column header, repeated on each page
-    TQ3ReportBand Footer; // Detail
-    QList<TQ3ReportGroup> Groups; // Detail: the outermost first
+    TQ3ReportBand Band;            // Band; the row band of a Detail
+    TQ3ReportBand Header;          // Detail: the column header, repeated on each page
+    TQ3ReportBand Footer;          // Detail
+    QList<TQ3ReportGroup> Groups;  // Detail: the outermost first
     QList<TQ3ReportSortKey> Order; // Detail: empty for the connection's own order
-    QString Connection;   // Detail, Master
-    QString Link;         // Detail: only rows whose column equals the master row's
+    QString Connection;            // Detail, Master
+    QString Link;                  // Detail: only rows whose column equals the master row's
     bool RepeatHeader = true;
-    bool PageBreak = false; // Master: each row after the first on a new page
+    bool PageBreak = false;           // Master: each row after the first on a new page
     QList<TQ3ReportSection> Sections; // Master
 };
 
@@ -122,8 +122,7 @@ struct Q3_EXPORT TQ3ReportLayout
 
 // Reads the reports of a project document; raises EQ3Exception naming the
 // element at fault. Image files are looked for beside the project file.
-Q3_EXPORT QList<std::shared_ptr<TQ3ReportLayout>> Q3ReadReportProject(const QByteArray &content,
-                                                                     const QString &folder);
+Q3_EXPORT QList<std::shared_ptr<TQ3ReportLayout>> Q3ReadReportProject(const QByteArray &content, const QString &folder);
 
 // Parses an item text: "{connection.COLUMN|format}", "{param:Name|format}",
 // "{sum:connection.COLUMN|format}", "{count}", "{count:connection}", "{page}",

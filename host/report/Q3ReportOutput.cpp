@@ -55,7 +55,8 @@ void Q3DrawReport(const TQ3ReportDocument &document, QPagedPaintDevice &device, 
                   qreal scaleY, const std::function<void(int)> &onPage)
 {
     const QPageLayout &page = document.Layout().Page;
-    device.setPageLayout(QPageLayout(page.pageSize(), page.orientation(), QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
+    device.setPageLayout(
+        QPageLayout(page.pageSize(), page.orientation(), QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
     QPainter painter;
     if (!painter.begin(&device))
         throw EQ3Exception(QStringLiteral("Impossibile iniziare la stampa."));

@@ -58,7 +58,8 @@ std::unique_ptr<QTemporaryDir> TestQ3CaricamentoModuli::Folder(const QStringList
     for (const QString &module : modules) {
         const QString source = module.section(QLatin1Char('>'), 0, 0);
         const QString target = module.section(QLatin1Char('>'), -1);
-        if (!QFile::copy(QStringLiteral(Q3_MODULI_PROVA "/%1.so").arg(source), folder->filePath(target + QStringLiteral(".so"))))
+        if (!QFile::copy(QStringLiteral(Q3_MODULI_PROVA "/%1.so").arg(source),
+                         folder->filePath(target + QStringLiteral(".so"))))
             qFatal("Modulo di prova mancante: %s", qPrintable(source));
     }
     return folder;
@@ -105,8 +106,8 @@ void TestQ3CaricamentoModuli::twoModulesStartInTheOrderOfTheirDependencies()
 
     qApp->setProperty(Q3ProvaEventi, QStringList());
     loader.Unload();
-    QCOMPARE(Events(), (QStringList{"Aggiunta.ModuloFinalize", "Base.ModuloFinalize", "Aggiunta.Finalize", "Base.Finalize",
-                                    "Aggiunta.Destroyed", "Base.Destroyed"}));
+    QCOMPARE(Events(), (QStringList{"Aggiunta.ModuloFinalize", "Base.ModuloFinalize", "Aggiunta.Finalize",
+                                    "Base.Finalize", "Aggiunta.Destroyed", "Base.Destroyed"}));
     QCOMPARE(GetPackageIndex(QStringLiteral("Base.so")), -1);
     QCOMPARE(loader.Started(), QStringList());
 }
@@ -133,13 +134,14 @@ void TestQ3CaricamentoModuli::brokenLibraryIsToldAndTheOthersStart_data()
     QFile base(QStringLiteral(Q3_MODULI_PROVA "/Base.so"));
     QVERIFY(base.open(QIODevice::ReadOnly));
     const QString notALibrary = QStringLiteral("il file non è una libreria di modulo valida.");
-    QTest::newRow("a text") << "Testo.so" << QByteArray("Questo non è un modulo.\n") << notALibrary << "not a valid ELF object";
+    QTest::newRow("a text") << "Testo.so" << QByteArray("Questo non è un modulo.\n") << notALibrary
+                            << "not a valid ELF object";
     QTest::newRow("an empty file") << "Vuoto.so" << QByteArray() << notALibrary << "not a valid Qt plugin";
     QTest::newRow("a cut library") << "Tronco.so" << base.read(200) << notALibrary << "not a valid ELF object";
     // Empty content: the test module of that name, whose metadata is right.
-    QTest::newRow("a symbol nobody defines") << "Irrisolto.so" << QByteArray()
-                                             << QStringLiteral("il sistema non riesce a caricare la libreria.")
-                                             << "q3ProvaDatoAssente";
+    QTest::newRow("a symbol nobody defines")
+        << "Irrisolto.so" << QByteArray() << QStringLiteral("il sistema non riesce a caricare la libreria.")
+        << "q3ProvaDatoAssente";
 }
 
 void TestQ3CaricamentoModuli::brokenLibraryIsToldAndTheOthersStart()
@@ -257,8 +259,8 @@ void TestQ3CaricamentoModuli::failedStartLeavesTheModuleOut_data()
         << QStringList{"Errore: Impossibile avviare il modulo \"Aggiunta.so\": il programma continua senza.\n\r"
                        "Guasto di prova in Aggiunta.Initialize."}
         << QStringList{"Base.so"}
-        << QStringList{"Base.Created", "Base.Initialize", "Aggiunta.Created", "Aggiunta.Initialize", "Aggiunta.Destroyed",
-                       "Base.AllModulesInitialized"};
+        << QStringList{"Base.Created",        "Base.Initialize",    "Aggiunta.Created",
+                       "Aggiunta.Initialize", "Aggiunta.Destroyed", "Base.AllModulesInitialized"};
     QTest::newRow("its main object cannot be made")
         << "Aggiunta.Created"
         << QStringList{"Errore: Impossibile avviare il modulo \"Aggiunta.so\": il programma continua senza.\n\r"
@@ -287,7 +289,8 @@ void TestQ3CaricamentoModuli::failedStartLeavesTheModuleOut()
 
 void TestQ3CaricamentoModuli::failuresLaterInLifeAreShownAndTheOthersGoOn()
 {
-    qApp->setProperty(Q3ProvaGuasti, QStringList{"Base.AllModulesInitialized", "Aggiunta.ModuloFinalize", "Aggiunta.Finalize"});
+    qApp->setProperty(Q3ProvaGuasti,
+                      QStringList{"Base.AllModulesInitialized", "Aggiunta.ModuloFinalize", "Aggiunta.Finalize"});
     const auto folder = Folder({QStringLiteral("Aggiunta"), QStringLiteral("Base")});
     TQ3ModuleLoader loader;
     loader.Load(folder->path(), qApp);
@@ -301,8 +304,8 @@ void TestQ3CaricamentoModuli::failuresLaterInLifeAreShownAndTheOthersGoOn()
                                       "Guasto di prova in Aggiunta.Finalize."}));
     QCOMPARE(Events(), (QStringList{"Base.Created", "Base.Initialize", "Aggiunta.Created", "Aggiunta.Initialize",
                                     "Base.AllModulesInitialized", "Aggiunta.AllModulesInitialized",
-                                    "Aggiunta.ModuloFinalize", "Base.ModuloFinalize", "Aggiunta.Finalize", "Base.Finalize",
-                                    "Aggiunta.Destroyed", "Base.Destroyed"}));
+                                    "Aggiunta.ModuloFinalize", "Base.ModuloFinalize", "Aggiunta.Finalize",
+                                    "Base.Finalize", "Aggiunta.Destroyed", "Base.Destroyed"}));
 }
 
 void TestQ3CaricamentoModuli::metadataFieldsAreChecked_data()
@@ -312,16 +315,19 @@ void TestQ3CaricamentoModuli::metadataFieldsAreChecked_data()
 
     QTest::newRow("no name") << QByteArray(R"({"Version": "1.0", "Description": "D"})") << "Name";
     QTest::newRow("blank name") << QByteArray(R"({"Name": " ", "Version": "1.0", "Description": "D"})") << "Name";
-    QTest::newRow("version with words") << QByteArray(R"({"Name": "N", "Version": "1.0 beta", "Description": "D"})") << "Version";
+    QTest::newRow("version with words") << QByteArray(R"({"Name": "N", "Version": "1.0 beta", "Description": "D"})")
+                                        << "Version";
     QTest::newRow("version a number") << QByteArray(R"({"Name": "N", "Version": 1, "Description": "D"})") << "Version";
     QTest::newRow("no description") << QByteArray(R"({"Name": "N", "Version": "1.0"})") << "Description";
     QTest::newRow("dependencies an object")
-        << QByteArray(R"({"Name": "N", "Version": "1", "Description": "D", "Dependencies": {"Name": "A"}})") << "Dependencies";
-    QTest::newRow("dependency a text")
-        << QByteArray(R"({"Name": "N", "Version": "1", "Description": "D", "Dependencies": ["A"]})") << "Dependencies";
-    QTest::newRow("dependency with a wrong version")
-        << QByteArray(R"({"Name": "N", "Version": "1", "Description": "D", "Dependencies": [{"Name": "A", "Version": "x"}]})")
+        << QByteArray(R"({"Name": "N", "Version": "1", "Description": "D", "Dependencies": {"Name": "A"}})")
         << "Dependencies";
+    QTest::newRow("dependency a text") << QByteArray(
+        R"({"Name": "N", "Version": "1", "Description": "D", "Dependencies": ["A"]})")
+                                       << "Dependencies";
+    QTest::newRow("dependency with a wrong version") << QByteArray(
+        R"({"Name": "N", "Version": "1", "Description": "D", "Dependencies": [{"Name": "A", "Version": "x"}]})")
+                                                     << "Dependencies";
     QTest::newRow("right") << QByteArray(R"({"Name": "N", "Version": "1.2.3", "Description": "D",
                                              "Dependencies": [{"Name": "A", "Version": "2.1"}, {"Name": "B"}]})")
                            << QString();
@@ -346,7 +352,8 @@ void TestQ3CaricamentoModuli::metadataFieldsAreChecked()
         QVERIFY(read.Dependencies.at(1).Version.isNull());
         QCOMPARE(read.FileName(), QStringLiteral("N.so"));
     } catch (const EQ3Exception &e) {
-        QCOMPARE(e.Message(), QStringLiteral("nei metadati del modulo il campo \"%1\" manca o non è valido.").arg(field));
+        QCOMPARE(e.Message(),
+                 QStringLiteral("nei metadati del modulo il campo \"%1\" manca o non è valido.").arg(field));
     }
 }
 
@@ -386,7 +393,9 @@ void TestQ3CaricamentoModuli::documentiStartsAsTheHostStartsIt()
     QCOMPARE(entry.MainObject->AsObject()->parent(), qApp);
     // Initialised: its menus are in the host's, its tables in the database.
     QVERIFY(mainForm->TopMenu(QStringLiteral("Statistiche")));
-    QCOMPARE(database.Scalar(QStringLiteral("SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = 'FATT_VEND'")).toInt(), 1);
+    QCOMPARE(database.Scalar(QStringLiteral("SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = 'FATT_VEND'"))
+                 .toInt(),
+             1);
 
     loader.Unload();
     QCOMPARE(GetPackageIndex(QStringLiteral("Documenti.so")), -1);

@@ -41,7 +41,8 @@ void TestQ3Connection::valuesSurviveTheConnectionString()
 
 void TestQ3Connection::plainValuesStayAsTheyWere()
 {
-    const TQ3DatabaseTarget target{QStringLiteral("/dati/ditta.fdb"), QStringLiteral("SYSDBA"), QStringLiteral("masterkey")};
+    const TQ3DatabaseTarget target{QStringLiteral("/dati/ditta.fdb"), QStringLiteral("SYSDBA"),
+                                   QStringLiteral("masterkey")};
     QCOMPARE(target.ConnectionString(),
              QStringLiteral("Provider=Firebird;Data Source=/dati/ditta.fdb;User ID=SYSDBA;Password=masterkey;"));
 }

@@ -62,7 +62,8 @@ void TestQ3Dataset::editedRowIsUpdated()
     m_dataset->Post();
 
     QCOMPARE(m_dataset->State(), TQ3Dataset::TState::Browse);
-    QCOMPARE(m_database->Rows(QStringLiteral("SELECT IDPROVA, NOME FROM PROVA")), QStringList{QStringLiteral("1|Primo")});
+    QCOMPARE(m_database->Rows(QStringLiteral("SELECT IDPROVA, NOME FROM PROVA")),
+             QStringList{QStringLiteral("1|Primo")});
 }
 
 void TestQ3Dataset::updateOfAVanishedRowFails()

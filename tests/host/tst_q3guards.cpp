@@ -77,7 +77,8 @@ void TestQ3Guards::responderAnswersFromItsQueueThenDefaults()
     responder.Enqueue(TQ3MsgResult::No);
     responder.Enqueue(TQ3MsgResult::Cancel);
     QVERIFY(!Q3AskYesNo(QStringLiteral("Continuare?")));
-    QCOMPARE(Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Salvare?"), TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel),
+    QCOMPARE(Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Salvare?"), TQ3MsgIcon::Question,
+                          TQ3MsgButtons::YesNoCancel),
              TQ3MsgResult::Cancel);
     QVERIFY(Q3AskYesNo(QStringLiteral("Ancora?")));
     QCOMPARE(responder.Messages().at(0).Title, QStringLiteral("Conferma"));
@@ -97,7 +98,8 @@ void TestQ3Guards::boxesWithoutResponderGoToTheDialogPresenter()
         QCOMPARE(box->windowTitle(), QStringLiteral("Conferma"));
         QTest::keyClick(box, Qt::Key_Escape);
     });
-    QCOMPARE(Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Uscire?"), TQ3MsgIcon::Question, TQ3MsgButtons::YesNo),
+    QCOMPARE(Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Uscire?"), TQ3MsgIcon::Question,
+                          TQ3MsgButtons::YesNo),
              TQ3MsgResult::No);
 }
 

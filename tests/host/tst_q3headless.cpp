@@ -30,8 +30,13 @@ private:
     static QStringList Arguments(const QString &database, const QString &passwordFile,
                                  const QString &user = QStringLiteral("admin"))
     {
-        return {QStringLiteral("--headless"), QStringLiteral("--database"), database, QStringLiteral("--user"), user,
-                QStringLiteral("--password-file"), passwordFile};
+        return {QStringLiteral("--headless"),
+                QStringLiteral("--database"),
+                database,
+                QStringLiteral("--user"),
+                user,
+                QStringLiteral("--password-file"),
+                passwordFile};
     }
     // A connection of the test to the file, closed again before the next start.
     static std::unique_ptr<TQ3Connection> Connect(const QString &database)
@@ -45,14 +50,18 @@ private:
     {
         const std::unique_ptr<TQ3Connection> connection = Connect(database);
         QStringList rows;
-        QSqlQuery query = OpenQuery(connection->Database(), QStringLiteral(
-            "SELECT TABELLA || '=' || VERSIONE FROM TABLE_VERSION ORDER BY 1"));
+        QSqlQuery query = OpenQuery(connection->Database(),
+                                    QStringLiteral("SELECT TABELLA || '=' || VERSIONE FROM TABLE_VERSION ORDER BY 1"));
         while (query.next())
             rows << query.value(0).toString();
         for (const char *table : {"UTENTI", "ABILITAZIONI_UTENTE", "OPZIONI", "AZIENDA"})
             rows << QString::fromLatin1(table) + QLatin1Char('#')
-                        + QueryScalar(connection->Database(), QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromLatin1(table)).toString();
-        rows << QueryScalar(connection->Database(), QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME='admin'")).toString();
+                        + QueryScalar(connection->Database(),
+                                      QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromLatin1(table))
+                              .toString();
+        rows << QueryScalar(connection->Database(),
+                            QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME='admin'"))
+                    .toString();
         return rows;
     }
 };
@@ -69,7 +78,10 @@ void TestQ3Headless::newDatabaseIsCreatedAndUpgraded()
     QVERIFY(snapshot.contains(QStringLiteral("UTENTI=1.0.0")));
     QVERIFY(snapshot.last().startsWith(QLatin1String("$argon2id$")));
     // The module was loaded and initialised: its permissions are in the catalogue.
-    QCOMPARE(QueryScalar(Connect(database)->Database(), QStringLiteral("SELECT COUNT(*) FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'")).toInt(), 7);
+    QCOMPARE(QueryScalar(Connect(database)->Database(),
+                         QStringLiteral("SELECT COUNT(*) FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'"))
+                 .toInt(),
+             7);
 }
 
 void TestQ3Headless::secondRunChangesNothing()
@@ -88,13 +100,18 @@ void TestQ3Headless::wrongPasswordFails()
 {
     QTemporaryDir dir;
     const QString database = dir.filePath(QStringLiteral("db.fdb"));
-    QCOMPARE(RunQuillo3Process(Arguments(database, WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1")))).ExitCode, 0);
+    QCOMPARE(RunQuillo3Process(
+                 Arguments(database, WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"))))
+                 .ExitCode,
+             0);
     const QStringList before = Snapshot(database);
-    const TQ3HostRun run = RunQuillo3Process(Arguments(database, WriteQ3TestFile(dir.path(), QStringLiteral("bad"), QStringLiteral("sbagliata"))));
+    const TQ3HostRun run = RunQuillo3Process(
+        Arguments(database, WriteQ3TestFile(dir.path(), QStringLiteral("bad"), QStringLiteral("sbagliata"))));
     QVERIFY(run.ExitCode != 0);
     QVERIFY2(run.StdErr.contains(QLatin1String("nome utente o password non validi")), qPrintable(run.StdErr));
     QCOMPARE(Snapshot(database), before);
-    QVERIFY(RunQuillo3Process(Arguments(database, dir.filePath(QStringLiteral("pw")), QStringLiteral("mario"))).ExitCode != 0);
+    QVERIFY(RunQuillo3Process(Arguments(database, dir.filePath(QStringLiteral("pw")), QStringLiteral("mario"))).ExitCode
+            != 0);
 }
 
 void TestQ3Headless::failedLoginsHoldAcrossStarts()
@@ -139,7 +156,8 @@ void TestQ3Headless::missingDatabaseFolderFails()
 {
     QTemporaryDir dir;
     const QString password = WriteQ3TestFile(dir.path(), QStringLiteral("pw"), QStringLiteral("segreto1"));
-    const TQ3HostRun run = RunQuillo3Process(Arguments(QStringLiteral("127.0.0.1/1:/nessuna/cartella/db.fdb"), password));
+    const TQ3HostRun run =
+        RunQuillo3Process(Arguments(QStringLiteral("127.0.0.1/1:/nessuna/cartella/db.fdb"), password));
     QVERIFY(run.ExitCode != 0);
     QVERIFY2(run.StdErr.contains(QLatin1String("Impossibile aprire il database")), qPrintable(run.StdErr));
 }
@@ -152,10 +170,12 @@ void TestQ3Headless::messageBoxesGoToStandardError()
     QCOMPARE(RunQuillo3Process(Arguments(database, password)).ExitCode, 0);
     // A version row whose key differs only in case makes the module try to
     // create a table that exists: the failure is reported as a box.
-    ExecSQL(Connect(database)->Database(), QStringLiteral("UPDATE TABLE_VERSION SET TABELLA = 'fatt_vend' WHERE TABELLA = 'FATT_VEND'"));
+    ExecSQL(Connect(database)->Database(),
+            QStringLiteral("UPDATE TABLE_VERSION SET TABELLA = 'fatt_vend' WHERE TABELLA = 'FATT_VEND'"));
     const TQ3HostRun run = RunQuillo3Process(Arguments(database, password));
     QCOMPARE(run.ExitCode, 0);
-    QVERIFY2(run.StdErr.contains(QLatin1String("Errore: Errore durante l'aggiornamento del database!")), qPrintable(run.StdErr));
+    QVERIFY2(run.StdErr.contains(QLatin1String("Errore: Errore durante l'aggiornamento del database!")),
+             qPrintable(run.StdErr));
 }
 
 void TestQ3Headless::helpPrintsTheOptionsAndCreatesNothing()
@@ -169,7 +189,8 @@ void TestQ3Headless::helpPrintsTheOptionsAndCreatesNothing()
     const TQ3HostRun run = RunQuillo3Process({QStringLiteral("--help")}, environment);
 
     QCOMPARE(run.ExitCode, 0);
-    for (const char *option : {"--database", "--db-user", "--db-password-file", "--headless", "--user", "--password-file"})
+    for (const char *option :
+         {"--database", "--db-user", "--db-password-file", "--headless", "--user", "--password-file"})
         QVERIFY2(run.StdOut.contains(QLatin1String(option)), qPrintable(run.StdOut));
     QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
 }

@@ -19,16 +19,18 @@ void TestQ3HostSchema::newDatabaseGetsHostTablesAndSeeds()
     TQ3TestDatabase db;
     QCOMPARE(db.Rows(QStringLiteral("SELECT TABELLA, VERSIONE FROM TABLE_VERSION ORDER BY TABELLA")),
              (QStringList{"ABILITAZIONI_RUOLI|1.0.0", "ABILITAZIONI_UTENTE|1.0.0", "ACCESSI_FALLITI|1.0.0",
-                          "AZIENDA|1.0.0", "OPZIONI|1.0.0",
-                          "RUOLI_UTENTE|1.0.0", "TABLE_VERSION|1.0.0", "UTENTI|1.0.0", "UTENTI_RUOLI|1.0.0"}));
+                          "AZIENDA|1.0.0", "OPZIONI|1.0.0", "RUOLI_UTENTE|1.0.0", "TABLE_VERSION|1.0.0", "UTENTI|1.0.0",
+                          "UTENTI_RUOLI|1.0.0"}));
     QCOMPARE(db.Rows(QStringLiteral("SELECT OPZIONE, VALORE FROM OPZIONI")),
              QStringList{"NUMERAZIONE_UNICA_FATTURE|False"});
-    QCOMPARE(db.Rows(QStringLiteral("SELECT ABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE")), QStringList{"Controllo completo"});
+    QCOMPARE(db.Rows(QStringLiteral("SELECT ABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE")),
+             QStringList{"Controllo completo"});
     QCOMPARE(db.Rows(QStringLiteral("SELECT RUOLO_UTENTE FROM RUOLI_UTENTE")), QStringList{"Amministratore"});
-    QCOMPARE(db.Rows(QStringLiteral("SELECT U.USER_NAME, R.RUOLO_UTENTE, A.ABILITAZIONE_UTENTE FROM UTENTI_RUOLI U "
-                                    "JOIN RUOLI_UTENTE R ON R.IDRUOLO_UTENTE = U.IDRUOLO_UTENTE "
-                                    "JOIN ABILITAZIONI_RUOLI AR ON AR.IDRUOLO_UTENTE = R.IDRUOLO_UTENTE "
-                                    "JOIN ABILITAZIONI_UTENTE A ON A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE")),
+    QCOMPARE(db.Rows(
+                 QStringLiteral("SELECT U.USER_NAME, R.RUOLO_UTENTE, A.ABILITAZIONE_UTENTE FROM UTENTI_RUOLI U "
+                                "JOIN RUOLI_UTENTE R ON R.IDRUOLO_UTENTE = U.IDRUOLO_UTENTE "
+                                "JOIN ABILITAZIONI_RUOLI AR ON AR.IDRUOLO_UTENTE = R.IDRUOLO_UTENTE "
+                                "JOIN ABILITAZIONI_UTENTE A ON A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE")),
              QStringList{"admin|Amministratore|Controllo completo"});
     QCOMPARE(db.Rows(QStringLiteral("SELECT USER_NAME, PASSWORD_HASH FROM UTENTI")), QStringList{"admin|<null>"});
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM AZIENDA")).toInt(), 1);
@@ -44,7 +46,10 @@ void TestQ3HostSchema::permissionCatalogueHasThreeColumnsInOrder()
              (QStringList{"IDABILITAZIONE_UTENTE", "ABILITAZIONE_UTENTE", "GRUPPO"}));
     // Modules insert positionally with a placeholder key that the trigger replaces.
     db.Exec(QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES(0, 'Prova', 'Documenti')"));
-    QCOMPARE(db.Scalar(QStringLiteral("SELECT IDABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE WHERE ABILITAZIONE_UTENTE = 'Prova'")).toInt(), 2);
+    QCOMPARE(db.Scalar(QStringLiteral(
+                           "SELECT IDABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE WHERE ABILITAZIONE_UTENTE = 'Prova'"))
+                 .toInt(),
+             2);
 }
 
 void TestQ3HostSchema::secondUpgradeChangesNothing()

@@ -2,8 +2,8 @@
 #include "Q3HostSchema.h"
 #include "Q3LoginDialog.h"
 #include "Q3Messages.h"
-#include "Q3TestDatabase.h"
 #include "Q3Sql.h"
+#include "Q3TestDatabase.h"
 #include "Q3Users.h"
 
 #include <QDialogButtonBox>
@@ -47,10 +47,12 @@ void TestQ3Login::passwordStoredOnlyAsSaltedHash()
     TQ3TestDatabase db;
     TQ3Users users(db.Db());
     users.SetPassword(QStringLiteral("admin"), QStringLiteral("segreto1"));
-    const QString hash = db.Scalar(QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME = 'admin'")).toString();
+    const QString hash =
+        db.Scalar(QStringLiteral("SELECT PASSWORD_HASH FROM UTENTI WHERE USER_NAME = 'admin'")).toString();
     QVERIFY(hash.startsWith(QLatin1String("$argon2id$")));
     QVERIFY(!hash.contains(QLatin1String("segreto1")));
-    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM UTENTI WHERE PASSWORD_HASH CONTAINING 'segreto1'")).toInt(), 0);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM UTENTI WHERE PASSWORD_HASH CONTAINING 'segreto1'")).toInt(),
+             0);
     // The same password hashes differently each time: the salt is random.
     QVERIFY(Q3HashPassword(QStringLiteral("segreto1")) != Q3HashPassword(QStringLiteral("segreto1")));
     QVERIFY(!users.NeedsPassword(QStringLiteral("admin")));
@@ -182,7 +184,8 @@ void TestQ3Login::throttleOutlivesTheWindowAndTheConnection()
     auto login = dialog.findChild<QPushButton *>(QStringLiteral("cmdAccedi"));
     QVERIFY(!login->isEnabled());
     static const QRegularExpression waitText(QStringLiteral("^Attendere (\\d+) secondi prima di riprovare\\.$"));
-    const QRegularExpressionMatch match = waitText.match(dialog.findChild<QLabel *>(QStringLiteral("lblAttesa"))->text());
+    const QRegularExpressionMatch match =
+        waitText.match(dialog.findChild<QLabel *>(QStringLiteral("lblAttesa"))->text());
     QVERIFY(match.hasMatch());
     // Sixteen seconds after the fifth failure, less the time this test took to get here.
     QVERIFY(match.captured(1).toInt() > 10 && match.captured(1).toInt() <= 16);
@@ -243,7 +246,8 @@ void TestQ3Login::dialogAcceptsRightPassword()
 void TestQ3Login::newPasswordFieldsReadTheirLabels()
 {
     TQ3SetPasswordDialog dialog(QStringLiteral("admin"));
-    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("txtPassword"))->accessibleName(), QStringLiteral("Password"));
+    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("txtPassword"))->accessibleName(),
+             QStringLiteral("Password"));
     QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("txtConferma"))->accessibleName(),
              QStringLiteral("Conferma password"));
 }

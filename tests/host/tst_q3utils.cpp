@@ -69,7 +69,9 @@ void TestQ3Utils::dateTextIsAFirebirdDateLiteral()
     const QDate date(2024, 3, 9);
     const QString text = DateToString_YYYYMMDD(date);
     QCOMPARE(text, QStringLiteral("2024-03-09"));
-    QCOMPARE(m_database->Scalar(QStringLiteral("SELECT CAST(") + QuotedStr(text) + QStringLiteral(" AS DATE) FROM RDB$DATABASE"))
+    QCOMPARE(m_database
+                 ->Scalar(QStringLiteral("SELECT CAST(") + QuotedStr(text)
+                          + QStringLiteral(" AS DATE) FROM RDB$DATABASE"))
                  .toDate(),
              date);
 }
@@ -105,8 +107,9 @@ void TestQ3Utils::elencoIdFiglioListsParentsBeforeChildren()
     //  └─ 3
     // 6 (another root)
     m_database->Exec(QStringLiteral("CREATE TABLE ALBERO (IDNODO INTEGER NOT NULL, IDPADRE INTEGER)"));
-    for (const QString &row : {QStringLiteral("1, NULL"), QStringLiteral("2, 1"), QStringLiteral("3, 1"), QStringLiteral("4, 2"),
-                               QStringLiteral("5, 2"), QStringLiteral("6, NULL"), QStringLiteral("7, 5")})
+    for (const QString &row :
+         {QStringLiteral("1, NULL"), QStringLiteral("2, 1"), QStringLiteral("3, 1"), QStringLiteral("4, 2"),
+          QStringLiteral("5, 2"), QStringLiteral("6, NULL"), QStringLiteral("7, 5")})
         m_database->Exec(QStringLiteral("INSERT INTO ALBERO VALUES (") + row + QStringLiteral(")"));
 
     QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 1, QStringLiteral("ALBERO"), m_database->Db()),
@@ -117,14 +120,17 @@ void TestQ3Utils::elencoIdFiglioListsParentsBeforeChildren()
 
 void TestQ3Utils::elencoIdFiglioOfLeafIsTheKeyAlone()
 {
-    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 6, QStringLiteral("ALBERO"), m_database->Db()), (QList<int>{6}));
-    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 99, QStringLiteral("ALBERO"), m_database->Db()), (QList<int>{99}));
+    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 6, QStringLiteral("ALBERO"), m_database->Db()),
+             (QList<int>{6}));
+    QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 99, QStringLiteral("ALBERO"), m_database->Db()),
+             (QList<int>{99}));
 }
 
 void TestQ3Utils::elencoIdFiglioOrdersChildrenByKey()
 {
     // Children written in another order than their keys': 6 ── 12, 10 ── 13, 11.
-    for (const QString &row : {QStringLiteral("12, 6"), QStringLiteral("10, 6"), QStringLiteral("13, 10"), QStringLiteral("11, 6")})
+    for (const QString &row :
+         {QStringLiteral("12, 6"), QStringLiteral("10, 6"), QStringLiteral("13, 10"), QStringLiteral("11, 6")})
         m_database->Exec(QStringLiteral("INSERT INTO ALBERO VALUES (") + row + QStringLiteral(")"));
     QCOMPARE(GetElencoIdFiglio(QStringLiteral("IDNODO"), 6, QStringLiteral("ALBERO"), m_database->Db()),
              (QList<int>{6, 10, 13, 11, 12}));

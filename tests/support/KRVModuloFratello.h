@@ -23,14 +23,12 @@ class TKRVModuloFratello : public QObject, public IQ3Module
 public:
     explicit TKRVModuloFratello(const QString &nome) : m_fileName(nome + QString::fromLatin1(Q3ModuleFileExtension))
     {
-        RegisterPackage(m_fileName, QStringLiteral("Modulo ") + nome, [this](QObject *) -> IQ3Module * { return this; });
+        RegisterPackage(m_fileName, QStringLiteral("Modulo ") + nome,
+                        [this](QObject *) -> IQ3Module * { return this; });
         PackageList()[GetPackageIndex(m_fileName)].MainObject = this;
     }
 
-    ~TKRVModuloFratello() override
-    {
-        UnregisterPackage(m_fileName);
-    }
+    ~TKRVModuloFratello() override { UnregisterPackage(m_fileName); }
 
     TKRVModuloFratello(const TKRVModuloFratello &) = delete;
     TKRVModuloFratello &operator=(const TKRVModuloFratello &) = delete;

@@ -84,6 +84,5 @@ public:
                                        ? TQ3TestDatabase::Schema::Upgraded
                                        : TQ3TestDatabase::Schema::Host),
           TKRVModuloInizializzato(Database.ConnectionString(), initialize)
-    {
-    }
+    {}
 };

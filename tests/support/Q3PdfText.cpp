@@ -36,7 +36,8 @@ QString Q3PdfInfo(const QString &fileName)
 
 int Q3PdfToPng(const QString &fileName, const QString &prefix, int dpi)
 {
-    Run(QStringLiteral("pdftoppm"), {QStringLiteral("-png"), QStringLiteral("-r"), QString::number(dpi), fileName, prefix});
+    Run(QStringLiteral("pdftoppm"),
+        {QStringLiteral("-png"), QStringLiteral("-r"), QString::number(dpi), fileName, prefix});
     const QFileInfo info(prefix);
     return int(QDir(info.absolutePath()).entryList({info.fileName() + QStringLiteral("*.png")}).size());
 }

@@ -16,8 +16,7 @@
 
 TQ3TestDatabase::TQ3TestDatabase(Where where, bool hostSchema)
     : TQ3TestDatabase(where, hostSchema ? Schema::Host : Schema::None)
-{
-}
+{}
 
 TQ3TestDatabase::TQ3TestDatabase(Where where, Schema schema)
 {
@@ -28,7 +27,8 @@ TQ3TestDatabase::TQ3TestDatabase(Where where, Schema schema)
         QFile::setPermissions(m_dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther
                                                 | QFile::WriteOther | QFile::ExeOther | QFile::ReadGroup
                                                 | QFile::WriteGroup | QFile::ExeGroup);
-        m_target.Database = qEnvironmentVariable("Q3_TEST_SERVER") + QLatin1Char(':') + m_dir.filePath(QStringLiteral("test.fdb"));
+        m_target.Database =
+            qEnvironmentVariable("Q3_TEST_SERVER") + QLatin1Char(':') + m_dir.filePath(QStringLiteral("test.fdb"));
         m_target.User = qEnvironmentVariable("Q3_TEST_SERVER_USER");
         m_target.Password = qEnvironmentVariable("Q3_TEST_SERVER_PASSWORD");
     } else {

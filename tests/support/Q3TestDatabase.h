@@ -60,13 +60,13 @@ QString Q3TestTemplateDatabase();
 
 // For the init() of a suite that needs the test server: without one the test
 // fails when the server is required, and is skipped, visibly, otherwise.
-#define Q3_REQUIRE_TEST_SERVER()                                                                                     \
-    do {                                                                                                             \
-        if (!TQ3TestDatabase::ServerConfigured()) {                                                                  \
-            if (TQ3TestDatabase::ServerRequired())                                                                   \
-                QFAIL("No Firebird server configured (Q3_TEST_SERVER), but Q3_TEST_SERVER_REQUIRED is set.");        \
-            QSKIP("No Firebird server configured (Q3_TEST_SERVER).");                                                \
-        }                                                                                                            \
+#define Q3_REQUIRE_TEST_SERVER()                                                                                       \
+    do {                                                                                                               \
+        if (!TQ3TestDatabase::ServerConfigured()) {                                                                    \
+            if (TQ3TestDatabase::ServerRequired())                                                                     \
+                QFAIL("No Firebird server configured (Q3_TEST_SERVER), but Q3_TEST_SERVER_REQUIRED is set.");          \
+            QSKIP("No Firebird server configured (Q3_TEST_SERVER).");                                                  \
+        }                                                                                                              \
     } while (false)
 
 // Writes a text to a file of the folder and answers its path.

@@ -12,8 +12,8 @@ void SetQ3TestForcedWrites(const QString &file, bool forced)
     ISC_STATUS_ARRAY status{};
     isc_db_handle db = 0;
     if (isc_attach_database(status, 0, name.constData(), &db, short(sizeof dpb), dpb))
-        throw EQ3Exception(QStringLiteral("Impossibile aprire il database \"%1\":\n%2")
-                               .arg(file, Q3FirebirdStatusText(status)));
+        throw EQ3Exception(
+            QStringLiteral("Impossibile aprire il database \"%1\":\n%2").arg(file, Q3FirebirdStatusText(status)));
     isc_detach_database(status, &db);
 }
 

@@ -18,7 +18,8 @@ TQ3TestServer::TQ3TestServer()
     const QList<QByteArray> values = Run(QStringLiteral("start"));
     for (int i = 0; i < ServerVariables.size(); ++i) {
         const char *name = ServerVariables.at(i).constData();
-        m_previous.append({ServerVariables.at(i), qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt});
+        m_previous.append(
+            {ServerVariables.at(i), qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt});
         qputenv(name, values.at(i));
     }
 }
@@ -58,8 +59,9 @@ QList<QByteArray> TQ3TestServer::Run(const QString &command)
     // the values back separated by NULs, whatever characters they hold.
     process.start(QStringLiteral("bash"),
                   {QStringLiteral("-c"),
-                   QStringLiteral("set -e; if [ \"$1\" = stop ]; then \"$0\" stop; exit; fi; eval \"$(\"$0\" \"$1\")\"; "
-                                  "printf '%s\\0' \"$Q3_TEST_SERVER\" \"$Q3_TEST_SERVER_USER\" \"$Q3_TEST_SERVER_PASSWORD\""),
+                   QStringLiteral(
+                       "set -e; if [ \"$1\" = stop ]; then \"$0\" stop; exit; fi; eval \"$(\"$0\" \"$1\")\"; "
+                       "printf '%s\\0' \"$Q3_TEST_SERVER\" \"$Q3_TEST_SERVER_USER\" \"$Q3_TEST_SERVER_PASSWORD\""),
                    QStringLiteral(Q3_TEST_SERVER_SCRIPT), command});
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         throw EQ3Exception(QStringLiteral("Server di prova (%1) non riuscito: %2")

@@ -60,9 +60,12 @@ bool PartitaIvaValida(const QString &piva)
 
 bool CodiceFiscaleValido(const QString &cf)
 {
-    if (!QRegularExpression(QStringLiteral("^[A-Z]{6}[0-9]{2}[ABCDEHLMPRST][0-9]{2}[A-Z][0-9]{3}[A-Z]$")).match(cf).hasMatch())
+    if (!QRegularExpression(QStringLiteral("^[A-Z]{6}[0-9]{2}[ABCDEHLMPRST][0-9]{2}[A-Z][0-9]{3}[A-Z]$"))
+             .match(cf)
+             .hasMatch())
         return false;
-    static const int odd[26] = {1, 0, 5, 7, 9, 13, 15, 17, 19, 21, 2, 4, 18, 20, 11, 3, 6, 8, 12, 14, 16, 10, 22, 25, 24, 23};
+    static const int odd[26] = {1,  0,  5, 7, 9, 13, 15, 17, 19, 21, 2,  4,  18,
+                                20, 11, 3, 6, 8, 12, 14, 16, 10, 22, 25, 24, 23};
     int sum = 0;
     for (int i = 0; i < 15; ++i) {
         const QChar c = cf.at(i);
@@ -126,16 +129,20 @@ void TestGeneraAzienda::mastersAreFilled()
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM SERVIZI")).toInt(), size.Servizi);
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toLongLong(), m_riepilogo.Fatture);
     QCOMPARE(m_riepilogo.Fatture, qint64(size.Anni * size.FattureAnno));
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toLongLong(), m_riepilogo.RigheFatture);
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toLongLong(),
+             m_riepilogo.RigheFatture);
     QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_DOCUMENTI")).toInt() >= 5);
     // Sub-categories hang under categories that exist.
-    QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA WHERE IDPADRE IS NOT NULL")).toInt() > 0);
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA C WHERE IDPADRE IS NOT NULL AND NOT EXISTS "
-                                         "(SELECT 1 FROM CATEGORIE_ANA_MAGA P WHERE P.IDCATEGORIA_ANA_MAGA = C.IDPADRE)"))
+    QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA WHERE IDPADRE IS NOT NULL")).toInt()
+            > 0);
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA C WHERE IDPADRE IS NOT NULL AND NOT EXISTS "
+                              "(SELECT 1 FROM CATEGORIE_ANA_MAGA P WHERE P.IDCATEGORIA_ANA_MAGA = C.IDPADRE)"))
                  .toInt(),
              0);
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM ANA_MAGA A WHERE NOT EXISTS (SELECT 1 FROM CATEGORIE_ANA_MAGA C "
-                                         "WHERE C.IDCATEGORIA_ANA_MAGA = A.IDCATEGORIA_ANA_MAGA)"))
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM ANA_MAGA A WHERE NOT EXISTS (SELECT 1 FROM CATEGORIE_ANA_MAGA C "
+                              "WHERE C.IDCATEGORIA_ANA_MAGA = A.IDCATEGORIA_ANA_MAGA)"))
                  .toInt(),
              0);
     // The generators followed the keys: the next key the editors take is free.
@@ -149,9 +156,12 @@ void TestGeneraAzienda::invoiceNumbersUniqueAndConsecutivePerYear()
 {
     QCOMPARE(m_db->Rows(QStringLiteral("SELECT ANNO, NUMERO FROM FATT_VEND GROUP BY ANNO, NUMERO HAVING COUNT(*) > 1")),
              QStringList());
-    QCOMPARE(m_db->Rows(QStringLiteral("SELECT ANNO, MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM FATT_VEND GROUP BY ANNO ORDER BY ANNO")),
+    QCOMPARE(m_db->Rows(QStringLiteral(
+                 "SELECT ANNO, MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM FATT_VEND GROUP BY ANNO ORDER BY ANNO")),
              QStringList({QStringLiteral("2023|1|40|40"), QStringLiteral("2024|1|40|40")}));
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE EXTRACT(YEAR FROM DATA) <> ANNO")).toInt(), 0);
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE EXTRACT(YEAR FROM DATA) <> ANNO"))
+                 .toInt(),
+             0);
     // Numbers follow the dates.
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND A JOIN FATT_VEND B ON A.ANNO = B.ANNO "
                                          "AND A.NUMERO < B.NUMERO AND A.DATA > B.DATA"))
@@ -162,14 +172,18 @@ void TestGeneraAzienda::invoiceNumbersUniqueAndConsecutivePerYear()
 void TestGeneraAzienda::creditNoteNumbersUniqueAndConsecutivePerYear()
 {
     QVERIFY(m_riepilogo.NoteAccredito >= 2);
-    QCOMPARE(m_db->Rows(QStringLiteral("SELECT ANNO, NUMERO FROM NOTE_ACCREDITO GROUP BY ANNO, NUMERO HAVING COUNT(*) > 1")),
+    QCOMPARE(m_db->Rows(
+                 QStringLiteral("SELECT ANNO, NUMERO FROM NOTE_ACCREDITO GROUP BY ANNO, NUMERO HAVING COUNT(*) > 1")),
              QStringList());
-    for (const QString &row : m_db->Rows(QStringLiteral("SELECT MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM NOTE_ACCREDITO GROUP BY ANNO"))) {
+    for (const QString &row :
+         m_db->Rows(QStringLiteral("SELECT MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM NOTE_ACCREDITO GROUP BY ANNO"))) {
         const QStringList v = row.split(QLatin1Char('|'));
         QCOMPARE(v.at(0), QStringLiteral("1"));
         QCOMPARE(v.at(1), v.at(2));
     }
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE EXTRACT(YEAR FROM DATA) <> ANNO")).toInt(), 0);
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE EXTRACT(YEAR FROM DATA) <> ANNO"))
+                 .toInt(),
+             0);
 }
 
 void TestGeneraAzienda::lineAmountsAsTheEditorComputesThem()
@@ -187,9 +201,10 @@ void TestGeneraAzienda::lineAmountsAsTheEditorComputesThem()
         QVERIFY2(s >= 0, qPrintable(row));
         QVERIFY2(ImportoEditor(q * (p - s * p / 100)) == Centesimi(v.at(3)), qPrintable(row));
     }
-    for (const QString &row : m_db->Rows(QStringLiteral("SELECT CAST(PREZZO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), "
-                                                        "CAST(IMPORTO AS VARCHAR(20)) FROM NOTE_ACCREDITO_DETT "
-                                                        "WHERE TIPO_RIGA <> 'Testo'"))) {
+    for (const QString &row :
+         m_db->Rows(QStringLiteral("SELECT CAST(PREZZO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), "
+                                   "CAST(IMPORTO AS VARCHAR(20)) FROM NOTE_ACCREDITO_DETT "
+                                   "WHERE TIPO_RIGA <> 'Testo'"))) {
         const QStringList v = row.split(QLatin1Char('|'));
         const double amount = double(Centesimi(v.at(1))) / 100.0 * (double(Centesimi(v.at(0))) / 100.0);
         QVERIFY2(ImportoEditor(amount) == Centesimi(v.at(2)), qPrintable(row));
@@ -235,7 +250,8 @@ void TestGeneraAzienda::invoiceTotalsEqualTheSumOfTheirLines()
         const TSomme s = somme.value(v.at(0).toInt());
         QVERIFY2(Centesimi(v.at(1)) == Salvato(s.Imponibile), qPrintable(header));
         QVERIFY2(Centesimi(v.at(2)) == Salvato(s.Imposta), qPrintable(header));
-        QVERIFY2(Centesimi(v.at(3)) == Salvato(s.Imponibile + s.Imposta + s.Esente + s.NonImponibile), qPrintable(header));
+        QVERIFY2(Centesimi(v.at(3)) == Salvato(s.Imponibile + s.Imposta + s.Esente + s.NonImponibile),
+                 qPrintable(header));
         if (v.at(4) == QLatin1String("True")) {
             ++esenti;
             QCOMPARE(v.at(1), QStringLiteral("0.00"));
@@ -277,8 +293,9 @@ void TestGeneraAzienda::documentsAreWhatTheEditorsLineModelComputes_data()
     QTest::addColumn<QString>("righe");
     QTest::addColumn<bool>("fattura");
     QTest::newRow("fatture") << QStringLiteral("SELECT IDFATT_VEND, IVA_ESENTE, %1 FROM FATT_VEND ORDER BY 1")
-                             << QStringLiteral("SELECT IDFATT_VEND, %1, CAST(SCONTO AS VARCHAR(20)) FROM FATT_VEND_DETT "
-                                               "ORDER BY IDFATT_VEND, IDFATT_VEND_DETT")
+                             << QStringLiteral(
+                                    "SELECT IDFATT_VEND, %1, CAST(SCONTO AS VARCHAR(20)) FROM FATT_VEND_DETT "
+                                    "ORDER BY IDFATT_VEND, IDFATT_VEND_DETT")
                              << true;
     QTest::newRow("note di accredito")
         << QStringLiteral("SELECT IDNOTA_ACCREDITO, 'False', %1 FROM NOTE_ACCREDITO ORDER BY 1")
@@ -295,7 +312,8 @@ void TestGeneraAzienda::documentsAreWhatTheEditorsLineModelComputes()
     QFETCH(QString, righe);
     QFETCH(bool, fattura);
     QHash<int, double> percentuali;
-    for (const QString &row : m_db->Rows(QStringLiteral("SELECT IDALIQUOTA_IVA, CAST(ALIQUOTA AS VARCHAR(20)) FROM ALIQUOTE_IVA"))) {
+    for (const QString &row :
+         m_db->Rows(QStringLiteral("SELECT IDALIQUOTA_IVA, CAST(ALIQUOTA AS VARCHAR(20)) FROM ALIQUOTE_IVA"))) {
         const QStringList v = row.split(QLatin1Char('|'));
         percentuali.insert(v.at(0).toInt(), double(Centesimi(v.at(1))) / 100.0);
     }
@@ -306,13 +324,13 @@ void TestGeneraAzienda::documentsAreWhatTheEditorsLineModelComputes()
     };
     const TKRVLayoutRighe &l = fattura ? KRVLayoutFattura() : KRVLayoutNotaAccredito();
     QHash<int, QStringList> perDocumento;
-    for (const QString &row : m_db->Rows(righe.arg(QStringLiteral(
-             "TIPO_RIGA, CAST(PREZZO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), "
-             "COALESCE(IVA_IDALIQUOTA_IVA, 0), CAST(IMPORTO AS VARCHAR(20))"))))
+    for (const QString &row :
+         m_db->Rows(righe.arg(QStringLiteral("TIPO_RIGA, CAST(PREZZO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), "
+                                             "COALESCE(IVA_IDALIQUOTA_IVA, 0), CAST(IMPORTO AS VARCHAR(20))"))))
         perDocumento[row.section(QLatin1Char('|'), 0, 0).toInt()] << row;
-    const QStringList headers = m_db->Rows(testate.arg(QStringLiteral(
-        "CAST(TOTALE_IMPONIBILE AS VARCHAR(20)), CAST(TOTALE_IMPOSTA AS VARCHAR(20)), "
-        "CAST(TOTALE_DOCUMENTO AS VARCHAR(20))")));
+    const QStringList headers = m_db->Rows(
+        testate.arg(QStringLiteral("CAST(TOTALE_IMPONIBILE AS VARCHAR(20)), CAST(TOTALE_IMPOSTA AS VARCHAR(20)), "
+                                   "CAST(TOTALE_DOCUMENTO AS VARCHAR(20))")));
     QVERIFY(headers.size() >= 3);
     int importi = 0;
     for (const QString &header : headers) {
@@ -336,7 +354,8 @@ void TestGeneraAzienda::documentsAreWhatTheEditorsLineModelComputes()
             const QStringList v = lines.at(riga).split(QLatin1Char('|'));
             if (v.at(1) == KRVRigaTesto)
                 continue;
-            QVERIFY2(std::llround(modello.Numero(riga, l.Importo) * 100.0) == Centesimi(v.at(5)), qPrintable(lines.at(riga)));
+            QVERIFY2(std::llround(modello.Numero(riga, l.Importo) * 100.0) == Centesimi(v.at(5)),
+                     qPrintable(lines.at(riga)));
             ++importi;
         }
         QVERIFY2(Centesimi(h.at(2)) == Salvato(totali.Imponibile), qPrintable(header));
@@ -351,42 +370,49 @@ void TestGeneraAzienda::everyLineKindIsValid()
     QCOMPARE(m_db->Rows(QStringLiteral("SELECT DISTINCT TIPO_RIGA FROM FATT_VEND_DETT ORDER BY 1")),
              QStringList({QStringLiteral("Articolo"), QStringLiteral("Non imponibile"), QStringLiteral("Servizio"),
                           QStringLiteral("Testo")}));
-    QCOMPARE(m_db->Rows(QStringLiteral("SELECT DISTINCT TIPO_RIGA FROM NOTE_ACCREDITO_DETT ORDER BY 1")).size() >= 2, true);
+    QCOMPARE(m_db->Rows(QStringLiteral("SELECT DISTINCT TIPO_RIGA FROM NOTE_ACCREDITO_DETT ORDER BY 1")).size() >= 2,
+             true);
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE TIPO_RIGA NOT IN "
                                          "('Articolo', 'Servizio', 'Testo')"))
                  .toInt(),
              0);
     // Text lines carry their text only.
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT WHERE TIPO_RIGA = 'Testo' AND (DESCRIZIONE IS NULL "
-                                         "OR CODICE IS NOT NULL OR PREZZO IS NOT NULL OR SCONTO IS NOT NULL OR QUANTITA IS NOT NULL "
-                                         "OR IMPORTO IS NOT NULL OR IVA_IDALIQUOTA_IVA IS NOT NULL OR IDUM IS NOT NULL "
-                                         "OR COSTO IS NOT NULL OR IDCATEGORIA IS NOT NULL)"))
+    QCOMPARE(m_db
+                 ->Scalar(QStringLiteral(
+                     "SELECT COUNT(*) FROM FATT_VEND_DETT WHERE TIPO_RIGA = 'Testo' AND (DESCRIZIONE IS NULL "
+                     "OR CODICE IS NOT NULL OR PREZZO IS NOT NULL OR SCONTO IS NOT NULL OR QUANTITA IS NOT NULL "
+                     "OR IMPORTO IS NOT NULL OR IVA_IDALIQUOTA_IVA IS NOT NULL OR IDUM IS NOT NULL "
+                     "OR COSTO IS NOT NULL OR IDCATEGORIA IS NOT NULL)"))
                  .toInt(),
              0);
     // Non-taxable lines have no code, category, VAT or unit.
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT WHERE TIPO_RIGA = 'Non imponibile' AND "
-                                         "(CODICE IS NOT NULL OR IDCATEGORIA IS NOT NULL OR IVA_IDALIQUOTA_IVA IS NOT NULL "
-                                         "OR IVA_CODICE IS NOT NULL OR IDUM IS NOT NULL OR UM IS NOT NULL OR IMPORTO IS NULL)"))
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM FATT_VEND_DETT WHERE TIPO_RIGA = 'Non imponibile' AND "
+                              "(CODICE IS NOT NULL OR IDCATEGORIA IS NOT NULL OR IVA_IDALIQUOTA_IVA IS NOT NULL "
+                              "OR IVA_CODICE IS NOT NULL OR IDUM IS NOT NULL OR UM IS NOT NULL OR IMPORTO IS NULL)"))
                  .toInt(),
              0);
     // Article and service lines copy an existing article or service, its category, rate and unit.
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT D WHERE TIPO_RIGA = 'Articolo' AND NOT EXISTS "
-                                         "(SELECT 1 FROM ANA_MAGA A JOIN CATEGORIE_ANA_MAGA C ON C.IDCATEGORIA_ANA_MAGA = "
-                                         "A.IDCATEGORIA_ANA_MAGA JOIN UM U ON U.IDUM = A.IDUM WHERE A.CODICE = D.CODICE "
-                                         "AND C.IDCATEGORIA_ANA_MAGA = D.IDCATEGORIA AND C.CATEGORIA = D.CATEGORIA "
-                                         "AND A.IDALIQUOTA_IVA = D.IVA_IDALIQUOTA_IVA AND U.UM = D.UM AND A.COSTO = D.COSTO)"))
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM FATT_VEND_DETT D WHERE TIPO_RIGA = 'Articolo' AND NOT EXISTS "
+                              "(SELECT 1 FROM ANA_MAGA A JOIN CATEGORIE_ANA_MAGA C ON C.IDCATEGORIA_ANA_MAGA = "
+                              "A.IDCATEGORIA_ANA_MAGA JOIN UM U ON U.IDUM = A.IDUM WHERE A.CODICE = D.CODICE "
+                              "AND C.IDCATEGORIA_ANA_MAGA = D.IDCATEGORIA AND C.CATEGORIA = D.CATEGORIA "
+                              "AND A.IDALIQUOTA_IVA = D.IVA_IDALIQUOTA_IVA AND U.UM = D.UM AND A.COSTO = D.COSTO)"))
                  .toInt(),
              0);
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT D WHERE TIPO_RIGA = 'Servizio' AND NOT EXISTS "
-                                         "(SELECT 1 FROM SERVIZI S JOIN CATEGORIE_SERVIZI C ON C.IDCATEGORIA_SERVIZI = "
-                                         "S.IDCATEGORIA_SERVIZI JOIN ALIQUOTE_IVA A ON A.IDALIQUOTA_IVA = S.IDALIQUOTA_IVA "
-                                         "WHERE S.CODICE = D.CODICE AND C.CATEGORIA = D.CATEGORIA AND A.CODICE = D.IVA_CODICE "
-                                         "AND A.ALIQUOTA = D.IVA_ALIQUOTA AND A.DESCRIZIONE = D.IVA_DESCRIZIONE)"))
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM FATT_VEND_DETT D WHERE TIPO_RIGA = 'Servizio' AND NOT EXISTS "
+                              "(SELECT 1 FROM SERVIZI S JOIN CATEGORIE_SERVIZI C ON C.IDCATEGORIA_SERVIZI = "
+                              "S.IDCATEGORIA_SERVIZI JOIN ALIQUOTE_IVA A ON A.IDALIQUOTA_IVA = S.IDALIQUOTA_IVA "
+                              "WHERE S.CODICE = D.CODICE AND C.CATEGORIA = D.CATEGORIA AND A.CODICE = D.IVA_CODICE "
+                              "AND A.ALIQUOTA = D.IVA_ALIQUOTA AND A.DESCRIZIONE = D.IVA_DESCRIZIONE)"))
                  .toInt(),
              0);
     // From 1 to 40 lines per invoice.
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND F WHERE (SELECT COUNT(*) FROM FATT_VEND_DETT D "
-                                         "WHERE D.IDFATT_VEND = F.IDFATT_VEND) NOT BETWEEN 1 AND 40"))
+    QCOMPARE(m_db->Scalar(
+                     QStringLiteral("SELECT COUNT(*) FROM FATT_VEND F WHERE (SELECT COUNT(*) FROM FATT_VEND_DETT D "
+                                    "WHERE D.IDFATT_VEND = F.IDFATT_VEND) NOT BETWEEN 1 AND 40"))
                  .toInt(),
              0);
 }
@@ -395,26 +421,33 @@ void TestGeneraAzienda::exemptRecurringAndNotedInvoicesEveryYear()
 {
     for (int year = AnnoFinale - 1; year <= AnnoFinale; ++year) {
         const QString where = QStringLiteral(" AND ANNO = %1").arg(year);
-        QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE IVA_ESENTE = 'True'") + where).toInt() >= 1);
-        QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FC_ABILITATO = 'True'") + where).toInt() >= 1);
+        QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE IVA_ESENTE = 'True'") + where).toInt()
+                >= 1);
+        QVERIFY(
+            m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FC_ABILITATO = 'True'") + where).toInt()
+            >= 1);
         QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE 1 = 1") + where).toInt() >= 1);
     }
     // Recurring invoices carry their settings as the editor writes them; the others none.
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FC_ABILITATO = 'True' AND (FC_GENERA_OGNI IS NULL "
-                                         "OR FC_GENERA_OGNI_UM NOT IN ('Giorno', 'Settimana', 'Mese', 'Anno') "
-                                         "OR FC_DATA_INIZIO IS NULL OR FC_DATA_FINE IS NULL OR FC_DATA_NUOVA_FATTURA NOT IN "
-                                         "('Primo giorno del mese', 'Il giorno 15 del mese', 'Il giorno esatto', "
-                                         "'Ultimo giorno del mese'))"))
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM FATT_VEND WHERE FC_ABILITATO = 'True' AND (FC_GENERA_OGNI IS NULL "
+                              "OR FC_GENERA_OGNI_UM NOT IN ('Giorno', 'Settimana', 'Mese', 'Anno') "
+                              "OR FC_DATA_INIZIO IS NULL OR FC_DATA_FINE IS NULL OR FC_DATA_NUOVA_FATTURA NOT IN "
+                              "('Primo giorno del mese', 'Il giorno 15 del mese', 'Il giorno esatto', "
+                              "'Ultimo giorno del mese'))"))
                  .toInt(),
              0);
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FC_ABILITATO = 'False' AND (FC_GENERA_OGNI IS NOT NULL "
-                                         "OR FC_GENERA_OGNI_UM IS NOT NULL OR FC_DATA_INIZIO IS NOT NULL OR FC_DATA_FINE IS NOT NULL "
-                                         "OR FC_DATA_NUOVA_FATTURA IS NOT NULL)"))
+    QCOMPARE(m_db
+                 ->Scalar(QStringLiteral(
+                     "SELECT COUNT(*) FROM FATT_VEND WHERE FC_ABILITATO = 'False' AND (FC_GENERA_OGNI IS NOT NULL "
+                     "OR FC_GENERA_OGNI_UM IS NOT NULL OR FC_DATA_INIZIO IS NOT NULL OR FC_DATA_FINE IS NOT NULL "
+                     "OR FC_DATA_NUOVA_FATTURA IS NOT NULL)"))
                  .toInt(),
              0);
     QVERIFY(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE NOTE IS NOT NULL")).toInt() >= 2);
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE PAGATO NOT IN ('True', 'False') "
-                                         "OR NOTIFICATO NOT IN ('True', 'False') OR IVA_ESENTE NOT IN ('True', 'False')"))
+    QCOMPARE(m_db->Scalar(
+                     QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE PAGATO NOT IN ('True', 'False') "
+                                    "OR NOTIFICATO NOT IN ('True', 'False') OR IVA_ESENTE NOT IN ('True', 'False')"))
                  .toInt(),
              0);
 }
@@ -461,8 +494,9 @@ void TestGeneraAzienda::documentsCopyTheCustomer()
                                          "AND C.INDIRIZZO = F.CLI_INDIRIZZO AND C.CITTA = F.CLI_CITTA)"))
                  .toInt(),
              0);
-    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND F WHERE NOT EXISTS (SELECT 1 FROM TIPI_PAGAMENTO T "
-                                         "WHERE T.IDTIPO_PAGAMENTO = F.IDTIPO_PAGAMENTO AND T.TIPO_PAGAMENTO = F.TIPO_PAGAMENTO)"))
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM FATT_VEND F WHERE NOT EXISTS (SELECT 1 FROM TIPI_PAGAMENTO T "
+                              "WHERE T.IDTIPO_PAGAMENTO = F.IDTIPO_PAGAMENTO AND T.TIPO_PAGAMENTO = F.TIPO_PAGAMENTO)"))
                  .toInt(),
              0);
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE SCADENZA_PAGAMENTO < DATA")).toInt(), 0);
@@ -470,10 +504,13 @@ void TestGeneraAzienda::documentsCopyTheCustomer()
 
 QString TestGeneraAzienda::Firma(const TQ3TestDatabase &db) const
 {
-    return (db.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE, CODICEFISCALE, PARTITAIVA FROM CLIENTI ORDER BY CODICE"))
+    return (db.Rows(
+                QStringLiteral("SELECT CODICE, RAGIONESOCIALE, CODICEFISCALE, PARTITAIVA FROM CLIENTI ORDER BY CODICE"))
             + db.Rows(QStringLiteral("SELECT CODICE, DESCRIZIONE, PREZZO FROM ANA_MAGA ORDER BY CODICE"))
-            + db.Rows(QStringLiteral("SELECT ANNO, NUMERO, DATA, CLI_CODICE, TOTALE_DOCUMENTO FROM FATT_VEND ORDER BY ANNO, NUMERO"))
-            + db.Rows(QStringLiteral("SELECT ANNO, NUMERO, DATA, TOTALE_DOCUMENTO FROM NOTE_ACCREDITO ORDER BY ANNO, NUMERO")))
+            + db.Rows(QStringLiteral(
+                "SELECT ANNO, NUMERO, DATA, CLI_CODICE, TOTALE_DOCUMENTO FROM FATT_VEND ORDER BY ANNO, NUMERO"))
+            + db.Rows(QStringLiteral(
+                "SELECT ANNO, NUMERO, DATA, TOTALE_DOCUMENTO FROM NOTE_ACCREDITO ORDER BY ANNO, NUMERO")))
         .join(QLatin1Char('\n'));
 }
 
@@ -512,7 +549,8 @@ void TestGeneraAzienda::currentYearEndsOnTheDayOfTheGeneration()
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE DATA > CURRENT_DATE")).toInt(), 0);
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE DATA > CURRENT_DATE")).toInt(), 0);
     // The year before is whole; the current one has no more invoices than a whole year.
-    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE ANNO = %1").arg(oggi.year() - 1)).toInt(), 40);
+    QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE ANNO = %1").arg(oggi.year() - 1)).toInt(),
+             40);
     QVERIFY(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE ANNO = %1").arg(oggi.year())).toInt() <= 40);
     QCOMPARE(riepilogo.Fatture, db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toLongLong());
 }
@@ -532,7 +570,8 @@ void TestGeneraAzienda::endDateCutsTheLastYearAndKeepsTheSeed()
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE DATA > '2024-03-15'")).toInt(), 0);
     QVERIFY(UltimaData(db, QStringLiteral("FATT_VEND")).isValid());
     // 54 of the year's 244 working days: 8 of its 40 invoices.
-    QCOMPARE(db.Rows(QStringLiteral("SELECT ANNO, MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM FATT_VEND GROUP BY ANNO ORDER BY ANNO")),
+    QCOMPARE(db.Rows(QStringLiteral(
+                 "SELECT ANNO, MIN(NUMERO), MAX(NUMERO), COUNT(*) FROM FATT_VEND GROUP BY ANNO ORDER BY ANNO")),
              QStringList({QStringLiteral("2023|1|40|40"), QStringLiteral("2024|1|8|8")}));
 
     TQ3TestDatabase same;
@@ -540,8 +579,9 @@ void TestGeneraAzienda::endDateCutsTheLastYearAndKeepsTheSeed()
     KRVGeneraAzienda(same.Target(), opzioni);
     QCOMPARE(Firma(same), Firma(db));
     // The whole year before is the one of the firm generated to the year's end.
-    const QString anno = QStringLiteral("SELECT NUMERO, DATA, CLI_CODICE, TOTALE_DOCUMENTO FROM FATT_VEND WHERE ANNO = 2023 "
-                                        "ORDER BY NUMERO");
+    const QString anno =
+        QStringLiteral("SELECT NUMERO, DATA, CLI_CODICE, TOTALE_DOCUMENTO FROM FATT_VEND WHERE ANNO = 2023 "
+                       "ORDER BY NUMERO");
     QCOMPARE(db.Rows(anno), m_db->Rows(anno));
 }
 
@@ -570,7 +610,8 @@ void TestGeneraAzienda::aFirmWithInvoicesIsRefused()
     } catch (const EQ3Exception &e) {
         failure = e.Message();
     }
-    QCOMPARE(failure, QStringLiteral("Il database contiene già clienti o fatture: la generazione richiede un'azienda vuota."));
+    QCOMPARE(failure,
+             QStringLiteral("Il database contiene già clienti o fatture: la generazione richiede un'azienda vuota."));
     QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), before);
 }
 

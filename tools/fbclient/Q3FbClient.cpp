@@ -78,8 +78,8 @@ TQ3FbClient::~TQ3FbClient()
 
 void TQ3FbClient::Begin(bool bulk)
 {
-    static const char tpb[] = {isc_tpb_version3, isc_tpb_write, isc_tpb_read_committed, isc_tpb_rec_version,
-                               isc_tpb_wait, isc_tpb_no_auto_undo};
+    static const char tpb[] = {isc_tpb_version3,    isc_tpb_write, isc_tpb_read_committed,
+                               isc_tpb_rec_version, isc_tpb_wait,  isc_tpb_no_auto_undo};
     ISC_STATUS_ARRAY status{};
     isc_start_transaction(status, &d->Tr, 1, &d->Db, short(bulk ? sizeof tpb : sizeof tpb - 1), tpb);
     Check(status, "isc_start_transaction");
@@ -121,8 +121,7 @@ struct TQ3FbStatement::TPrivate
     std::vector<int> Capacity;
 };
 
-TQ3FbStatement::TQ3FbStatement(TQ3FbClient &client, const QByteArray &sql)
-    : d(std::make_unique<TPrivate>(*client.d))
+TQ3FbStatement::TQ3FbStatement(TQ3FbClient &client, const QByteArray &sql) : d(std::make_unique<TPrivate>(*client.d))
 {
     if (!client.InTransaction())
         throw EQ3Exception(QStringLiteral("TQ3FbStatement: nessuna transazione aperta."));
@@ -218,7 +217,8 @@ qint64 TQ3FbStatement::FetchAll()
             Check(status, "isc_open_blob2");
             unsigned short read = 0;
             for (;;) {
-                const ISC_STATUS got = isc_get_segment(status, &blob, &read, ISC_USHORT(segment.size()), segment.data());
+                const ISC_STATUS got =
+                    isc_get_segment(status, &blob, &read, ISC_USHORT(segment.size()), segment.data());
                 if (got != 0 && status[1] != isc_segment)
                     break;
             }

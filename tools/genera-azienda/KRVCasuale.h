@@ -10,7 +10,8 @@ class TKRVCasuale
 {
 public:
     // stream separates the sequences of one seed (customers, articles, invoices...).
-    TKRVCasuale(std::uint64_t seed, std::uint64_t stream) : m_state(seed * 0x9E3779B97F4A7C15ULL + stream * 0xD1B54A32D192ED03ULL)
+    TKRVCasuale(std::uint64_t seed, std::uint64_t stream)
+        : m_state(seed * 0x9E3779B97F4A7C15ULL + stream * 0xD1B54A32D192ED03ULL)
     {
         Next();
     }

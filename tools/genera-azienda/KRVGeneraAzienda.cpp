@@ -21,8 +21,7 @@
 #include <numeric>
 #include <optional>
 
-namespace
-{
+namespace {
 
 // A parameter value as text; no value is SQL null.
 using TValore = std::optional<QByteArray>;
@@ -51,8 +50,8 @@ TValore Data(const QDate &date)
 QByteArray Centesimi(qint64 hundredths)
 {
     const qint64 whole = hundredths < 0 ? -hundredths : hundredths;
-    return (hundredths < 0 ? QByteArrayLiteral("-") : QByteArray()) + QByteArray::number(whole / 100) + '.' +
-           QByteArray::number(whole % 100).rightJustified(2, '0');
+    return (hundredths < 0 ? QByteArrayLiteral("-") : QByteArray()) + QByteArray::number(whole / 100) + '.'
+           + QByteArray::number(whole % 100).rightJustified(2, '0');
 }
 
 TValore Cent(qint64 hundredths)
@@ -112,14 +111,16 @@ qint64 CentesimiSalvati(double value)
     return qint64(std::floor(0.5 + value * 100.0));
 }
 
-struct TAliquota {
+struct TAliquota
+{
     int Id;
     QString Codice;
     QString Descrizione;
     qint64 Percentuale; // hundredths
 };
 
-struct TCategoria {
+struct TCategoria
+{
     int Id;
     QString Nome;
 };
@@ -137,7 +138,8 @@ struct TProdotto // an article or a service
     QString Um;
 };
 
-struct TCliente {
+struct TCliente
+{
     QString Codice;
     QString RagioneSociale;
     QString Indirizzo;
@@ -151,7 +153,8 @@ struct TCliente {
     bool Estero;
 };
 
-struct TTipoPagamento {
+struct TTipoPagamento
+{
     int Id;
     QString Testo;
     int Giorni;
@@ -163,7 +166,8 @@ const char *const RigaServizio = "Servizio";
 const char *const RigaTesto = "Testo";
 const char *const RigaNonImponibile = "Non imponibile";
 
-struct TRiga {
+struct TRiga
+{
     QString Tipo;
     const TProdotto *Prodotto = nullptr;
     QString Descrizione;
@@ -175,7 +179,8 @@ struct TRiga {
 };
 
 // What a credit note needs of the invoice it refers to.
-struct TRiferimento {
+struct TRiferimento
+{
     QDate Data;
     int Numero;
     int Cliente;
@@ -269,8 +274,8 @@ TKRVRiepilogoGenerazione TGeneratore::Esegui()
     QElapsedTimer timer;
     timer.start();
     const QSqlDatabase db = m_connection.Database();
-    if (QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt() > 0 ||
-        QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM CLIENTI")).toInt() > 0)
+    if (QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt() > 0
+        || QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM CLIENTI")).toInt() > 0)
         throw EQ3Exception(
             QStringLiteral("Il database contiene già clienti o fatture: la generazione richiede un'azienda vuota."));
 
@@ -334,8 +339,9 @@ void TGeneratore::Tabelle()
     m_client.Commit();
     m_client.Begin();
 
-    QSqlQuery rates = OpenQuery(
-        db, QStringLiteral("SELECT IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA FROM ALIQUOTE_IVA ORDER BY 1"));
+    QSqlQuery rates =
+        OpenQuery(db,
+                  QStringLiteral("SELECT IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA FROM ALIQUOTE_IVA ORDER BY 1"));
     while (rates.next()) {
         m_aliquotaPerCodice.insert(rates.value(1).toString(), int(m_aliquote.size()));
         m_aliquote.append({rates.value(0).toInt(), rates.value(1).toString(), rates.value(2).toString(),
@@ -376,12 +382,13 @@ void TGeneratore::Azienda()
 
 void TGeneratore::NoteDocumenti()
 {
-    TQ3FbStatement insert(
-        m_client, Insert("NOTE_DOCUMENTI", Colonne("IDNOTA_DOCUMENTI TITOLO TESTO"), {QStringLiteral("TESTO")}));
+    TQ3FbStatement insert(m_client, Insert("NOTE_DOCUMENTI", Colonne("IDNOTA_DOCUMENTI TITOLO TESTO"),
+                                           {QStringLiteral("TESTO")}));
     for (const auto &[titolo, testo] : KRVDati::NoteDocumenti()) {
         if (QueryScalar(m_connection.Database(),
                         QStringLiteral("SELECT COUNT(*) FROM NOTE_DOCUMENTI WHERE TITOLO = %1").arg(QuotedStr(titolo)))
-                .toInt() == 0)
+                .toInt()
+            == 0)
             Scrivi(insert, {Num(0), Txt(titolo), Txt(testo)});
         m_noteFattura << testo;
         if (titolo.startsWith(QLatin1String("Dichiarazione")))
@@ -396,8 +403,9 @@ QList<TCategoria> TGeneratore::Categorie(const char *table, const char *generato
                                          const QList<QStringList> &children, const QStringList &third,
                                          QHash<QString, QList<TCategoria>> *leaves)
 {
-    const QString keyColumn = QStringLiteral("ID") + QString::fromLatin1(table).replace(QLatin1String("CATEGORIE"),
-                                                                                        QLatin1String("CATEGORIA"));
+    const QString keyColumn =
+        QStringLiteral("ID")
+        + QString::fromLatin1(table).replace(QLatin1String("CATEGORIE"), QLatin1String("CATEGORIA"));
     TQ3FbStatement insert(m_client, Insert(table, {keyColumn, QStringLiteral("CATEGORIA"), QStringLiteral("IDPADRE")}));
     int key = ChiaveSuccessiva(generator);
     QList<TCategoria> all;
@@ -436,7 +444,8 @@ void TGeneratore::Articoli()
     const QStringList third = m_opzioni.Dimensione.TerzoLivello ? KRVDati::Marchi() : QStringList();
     Categorie("CATEGORIE_ANA_MAGA", "GN_IDCATEGORIA_ANA_MAGA", tops, children, third, &leaves);
 
-    struct TFamigliaScelta {
+    struct TFamigliaScelta
+    {
         const TKRVCategoriaBase *Base;
         const TKRVFamiglia *Famiglia;
     };
@@ -459,8 +468,8 @@ void TGeneratore::Articoli()
         const TCategoria &categoria = casuale.Scelta(leaves.value(f.Sottocategoria));
         TProdotto p;
         p.Codice = scelta.Base->Prefisso + QStringLiteral("%1").arg(i, 6, 10, QLatin1Char('0'));
-        p.Descrizione = (casuale.Scelta(f.Nomi) + QLatin1Char(' ') + casuale.Scelta(f.Varianti) + QLatin1Char(' ') +
-                         casuale.Scelta(f.Misure))
+        p.Descrizione = (casuale.Scelta(f.Nomi) + QLatin1Char(' ') + casuale.Scelta(f.Varianti) + QLatin1Char(' ')
+                         + casuale.Scelta(f.Misure))
                             .left(100);
         p.IdCategoria = categoria.Id;
         p.Categoria = categoria.Nome;
@@ -469,8 +478,8 @@ void TGeneratore::Articoli()
         p.Aliquota = m_aliquotaPerCodice.value(f.Iva);
         p.IdUm = m_idUm.value(f.Um);
         p.Um = f.Um;
-        const bool decimals = f.Um == QLatin1String("KG") || f.Um == QLatin1String("MT") ||
-                              f.Um == QLatin1String("LT") || f.Um == QLatin1String("Q.LI");
+        const bool decimals = f.Um == QLatin1String("KG") || f.Um == QLatin1String("MT") || f.Um == QLatin1String("LT")
+                              || f.Um == QLatin1String("Q.LI");
         const int scorta = casuale.Intero(1, 20) * (decimals ? 10 : 1);
         Scrivi(insert, {Num(0), Txt(p.Codice), Txt(p.Descrizione), Txt(QString::number(scorta)),
                         Txt(QString::number(scorta * 3)), Num(p.IdCategoria), Cent(p.Prezzo), Cent(p.Costo),
@@ -497,9 +506,9 @@ void TGeneratore::Servizi()
     const QList<TCategoria> all = Categorie("CATEGORIE_SERVIZI", "GN_IDCATEGORIA_SERVIZI", tops, children, {}, &leaves);
 
     TKRVCasuale casuale(m_opzioni.Seme, 3);
-    TQ3FbStatement insert(
-        m_client, Insert("SERVIZI", Colonne("IDSERVIZIO CODICE DESCRIZIONE IDCATEGORIA_SERVIZI PREZZO COSTO "
-                                            "IDALIQUOTA_IVA IDUM")));
+    TQ3FbStatement insert(m_client,
+                          Insert("SERVIZI", Colonne("IDSERVIZIO CODICE DESCRIZIONE IDCATEGORIA_SERVIZI PREZZO COSTO "
+                                                    "IDALIQUOTA_IVA IDUM")));
     const QList<TKRVServizioBase> &bases = KRVDati::CategorieServizi();
     for (int i = 1; i <= m_opzioni.Dimensione.Servizi; ++i) {
         const int b = (i - 1) % int(bases.size());
@@ -538,7 +547,8 @@ void TGeneratore::Clienti()
                                         "COORDBAN_BANCA COORDBAN_AGENZIA");
     TQ3FbStatement insert(m_client, Insert("CLIENTI", columns, {QStringLiteral("NOTE")}));
     const QList<TKRVComune> &comuni = KRVDati::Comuni();
-    const struct {
+    const struct
+    {
         const char *Citta;
         const char *Cap;
         const char *Nazione;
@@ -572,8 +582,8 @@ void TGeneratore::Clienti()
                 c.RagioneSociale = cognome + QLatin1Char(' ') + attivita + QLatin1Char(' ') + forma;
                 break;
             case 2:
-                c.RagioneSociale = attivita + QStringLiteral(" di ") + cognome + QLatin1Char(' ') + nome +
-                                   QStringLiteral(" & C. S.a.s.");
+                c.RagioneSociale = attivita + QStringLiteral(" di ") + cognome + QLatin1Char(' ') + nome
+                                   + QStringLiteral(" & C. S.a.s.");
                 break;
             default:
                 c.RagioneSociale = QStringLiteral("F.lli ") + cognome + QLatin1Char(' ') + forma;
@@ -582,8 +592,8 @@ void TGeneratore::Clienti()
             slug = (cognome + attivita).toLower().remove(QLatin1Char(' ')).remove(QLatin1Char('\''));
         }
         // The copy kept in documents holds 50 characters of the address.
-        c.Indirizzo = (casuale.Scelta(KRVDati::TipiVia()) + QLatin1Char(' ') + casuale.Scelta(KRVDati::Vie()) +
-                       QStringLiteral(", ") + QString::number(casuale.Intero(1, 180)))
+        c.Indirizzo = (casuale.Scelta(KRVDati::TipiVia()) + QLatin1Char(' ') + casuale.Scelta(KRVDati::Vie())
+                       + QStringLiteral(", ") + QString::number(casuale.Intero(1, 180)))
                           .left(50);
         QString prefisso;
         if (c.Estero) {
@@ -636,8 +646,8 @@ void TGeneratore::Clienti()
                         opzionale(casuale.Vero(0.1), telefono),
                         opzionale(!persona && casuale.Vero(0.3),
                                   prefisso + QStringLiteral(" ") + QString::number(casuale.Intero(200000, 9999999))),
-                        Txt((persona ? slug : QStringLiteral("info")) + QLatin1Char('@') +
-                            (persona ? QStringLiteral("gmail.com") : dominio)),
+                        Txt((persona ? slug : QStringLiteral("info")) + QLatin1Char('@')
+                            + (persona ? QStringLiteral("gmail.com") : dominio)),
                         opzionale(!persona, QStringLiteral("www.") + dominio),
                         opzionale(casuale.Vero(0.08), casuale.Scelta(KRVDati::NoteClienti())),
                         opzionale(banca, coordinate.Paese),
@@ -837,8 +847,8 @@ QList<QDate> Date(TKRVCasuale &casuale, int year, int perYear, const QDate &last
     QList<QDate> working;
     qint64 all = 0;
     for (QDate d(year, 1, 2); d.year() == year; d = d.addDays(1)) {
-        if (d.dayOfWeek() <= 5 && !(d.month() == 8 && d.day() >= 8 && d.day() <= 22) &&
-            !(d.month() == 12 && d.day() >= 24)) {
+        if (d.dayOfWeek() <= 5 && !(d.month() == 8 && d.day() >= 8 && d.day() <= 22)
+            && !(d.month() == 12 && d.day() >= 24)) {
             ++all;
             if (d <= last)
                 working << d;

@@ -34,8 +34,10 @@ int main(int argc, char **argv)
         QStringLiteral("Crea (se manca) e riempie il database di un'azienda con dati italiani generati."));
     parser.addHelpOption();
     parser.addOptions({
-        {QStringLiteral("database"), QStringLiteral("Database: un file, oppure host:/percorso o host/porta:/percorso."), QStringLiteral("db")},
-        {QStringLiteral("dimensione"), QStringLiteral("Dimensione: %1 (predefinita: demo).").arg(sizes.join(QStringLiteral(", "))),
+        {QStringLiteral("database"), QStringLiteral("Database: un file, oppure host:/percorso o host/porta:/percorso."),
+         QStringLiteral("db")},
+        {QStringLiteral("dimensione"),
+         QStringLiteral("Dimensione: %1 (predefinita: demo).").arg(sizes.join(QStringLiteral(", "))),
          QStringLiteral("nome"), QStringLiteral("demo")},
         {QStringLiteral("seme"), QStringLiteral("Seme dei dati: lo stesso seme dà la stessa azienda (predefinito: 1)."),
          QStringLiteral("n"), QStringLiteral("1")},
@@ -45,9 +47,10 @@ int main(int argc, char **argv)
          QStringLiteral("Nessun documento è datato dopo questo giorno, AAAA-MM-GG (predefinito: oggi): lo stesso "
                         "giorno ridà la stessa azienda."),
          QStringLiteral("data")},
-        {QStringLiteral("db-user"), QStringLiteral("Utente del server Firebird (altrimenti ISC_USER)."), QStringLiteral("name")},
-        {QStringLiteral("db-password-file"), QStringLiteral("File con la password del server Firebird (altrimenti ISC_PASSWORD)."),
-         QStringLiteral("file")},
+        {QStringLiteral("db-user"), QStringLiteral("Utente del server Firebird (altrimenti ISC_USER)."),
+         QStringLiteral("name")},
+        {QStringLiteral("db-password-file"),
+         QStringLiteral("File con la password del server Firebird (altrimenti ISC_PASSWORD)."), QStringLiteral("file")},
     });
     parser.process(app);
     if (!parser.isSet(QStringLiteral("database"))) {
@@ -75,8 +78,9 @@ int main(int argc, char **argv)
                                  : QDate::currentDate();
         if (!opzioni.DataFinale.isValid())
             throw EQ3Exception(QStringLiteral("Data finale non valida."));
-        opzioni.AnnoFinale = parser.isSet(QStringLiteral("anno-finale")) ? parser.value(QStringLiteral("anno-finale")).toInt()
-                                                                         : opzioni.DataFinale.year();
+        opzioni.AnnoFinale = parser.isSet(QStringLiteral("anno-finale"))
+                                 ? parser.value(QStringLiteral("anno-finale")).toInt()
+                                 : opzioni.DataFinale.year();
         opzioni.Avanzamento = Print;
         if (opzioni.AnnoFinale < 1900)
             throw EQ3Exception(QStringLiteral("Anno finale non valido."));

@@ -29,9 +29,9 @@ const QString DocumentHeaderColumns = QStringLiteral(
     "TOTALE_DOCUMENTO DECIMAL(13, 2) NOT NULL");
 
 // The columns of a document line up to its prices; invoice lines add the discount.
-const QString LineItemColumns = QStringLiteral(
-    "CODICE VARCHAR(20), DESCRIZIONE BLOB SUB_TYPE 1, IDCATEGORIA INTEGER, CATEGORIA VARCHAR(50), "
-    "PREZZO DECIMAL(13, 2)");
+const QString LineItemColumns =
+    QStringLiteral("CODICE VARCHAR(20), DESCRIZIONE BLOB SUB_TYPE 1, IDCATEGORIA INTEGER, CATEGORIA VARCHAR(50), "
+                   "PREZZO DECIMAL(13, 2)");
 const QString LineAmountColumns = QStringLiteral(
     "QUANTITA DECIMAL(13, 2), IMPORTO DECIMAL(13, 2), IVA_IDALIQUOTA_IVA INTEGER, IVA_CODICE VARCHAR(2), "
     "IVA_DESCRIZIONE VARCHAR(30), IVA_ALIQUOTA DECIMAL(13, 2), IDUM INTEGER, UM VARCHAR(5), "
@@ -56,8 +56,9 @@ QString AddFlagColumn(const QString &table, const QString &column)
 
 QString CostFromMaster(const QString &master, const QString &lineKind)
 {
-    return QStringLiteral("UPDATE FATT_VEND_DETT SET COSTO=(SELECT %1.COSTO FROM %1 WHERE %1.CODICE=FATT_VEND_DETT.CODICE ) "
-                          "WHERE TIPO_RIGA=")
+    return QStringLiteral(
+               "UPDATE FATT_VEND_DETT SET COSTO=(SELECT %1.COSTO FROM %1 WHERE %1.CODICE=FATT_VEND_DETT.CODICE ) "
+               "WHERE TIPO_RIGA=")
                .arg(master)
            + QuotedStr(lineKind);
 }
@@ -88,10 +89,11 @@ TQ3SchemaStep CreateFattVend()
     return Q3CreateTableStep(
         QStringLiteral("FATT_VEND"),
         QStringLiteral("CREATE TABLE FATT_VEND (IDFATT_VEND INTEGER NOT NULL, ") + DocumentHeaderColumns
-            + QStringLiteral(", FC_ABILITATO VARCHAR(5) NOT NULL, FC_GENERA_OGNI INTEGER, FC_GENERA_OGNI_UM VARCHAR(255), "
-                             "FC_DATA_INIZIO DATE, FC_DATA_FINE DATE, FC_DATA_NUOVA_FATTURA VARCHAR(255), "
-                             "NOTE BLOB SUB_TYPE 1, "
-                             "CONSTRAINT PK_FATT_VEND PRIMARY KEY(IDFATT_VEND), CONSTRAINT UK1_FATT_VEND UNIQUE(NUMERO, ANNO))"),
+            + QStringLiteral(
+                ", FC_ABILITATO VARCHAR(5) NOT NULL, FC_GENERA_OGNI INTEGER, FC_GENERA_OGNI_UM VARCHAR(255), "
+                "FC_DATA_INIZIO DATE, FC_DATA_FINE DATE, FC_DATA_NUOVA_FATTURA VARCHAR(255), "
+                "NOTE BLOB SUB_TYPE 1, "
+                "CONSTRAINT PK_FATT_VEND PRIMARY KEY(IDFATT_VEND), CONSTRAINT UK1_FATT_VEND UNIQUE(NUMERO, ANNO))"),
         QStringLiteral("FATT_VEND"), QStringLiteral("FATT_VEND"));
 }
 
@@ -117,13 +119,13 @@ TQ3SchemaStep CreateNoteAccredito()
 
 TQ3SchemaStep CreateNoteAccreditoDett()
 {
-    return Q3CreateTableStep(
-        QStringLiteral("NOTE_ACCREDITO_DETT"),
-        QStringLiteral("CREATE TABLE NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO_DETT INTEGER NOT NULL, "
-                       "IDNOTA_ACCREDITO INTEGER NOT NULL, ")
-            + LineItemColumns + QStringLiteral(", ") + LineAmountColumns
-            + QStringLiteral(", CONSTRAINT PK_NOTE_ACCREDITO_DETT PRIMARY KEY(IDNOTA_ACCREDITO_DETT))"),
-        QStringLiteral("NOTE_ACCREDITO_DETT"), QStringLiteral("NOTA_ACCREDITO_DETT"));
+    return Q3CreateTableStep(QStringLiteral("NOTE_ACCREDITO_DETT"),
+                             QStringLiteral("CREATE TABLE NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO_DETT INTEGER NOT NULL, "
+                                            "IDNOTA_ACCREDITO INTEGER NOT NULL, ")
+                                 + LineItemColumns + QStringLiteral(", ") + LineAmountColumns
+                                 + QStringLiteral(
+                                     ", CONSTRAINT PK_NOTE_ACCREDITO_DETT PRIMARY KEY(IDNOTA_ACCREDITO_DETT))"),
+                             QStringLiteral("NOTE_ACCREDITO_DETT"), QStringLiteral("NOTA_ACCREDITO_DETT"));
 }
 
 TQ3SchemaStep CreateAliquoteIVA()
@@ -131,16 +133,17 @@ TQ3SchemaStep CreateAliquoteIVA()
     const QString table = QStringLiteral("ALIQUOTE_IVA");
     return Q3CreateTableStep(
         table,
-        QStringLiteral("CREATE TABLE ALIQUOTE_IVA (IDALIQUOTA_IVA INTEGER NOT NULL, CODICE VARCHAR(2) NOT NULL, "
-                       "DESCRIZIONE VARCHAR(30) NOT NULL, ALIQUOTA DECIMAL(13, 2) NOT NULL, "
-                       "CONSTRAINT PK_ALIQUOTE_IVA PRIMARY KEY(IDALIQUOTA_IVA), CONSTRAINT UK1_ALIQUOTE_IVA UNIQUE(CODICE))"),
+        QStringLiteral(
+            "CREATE TABLE ALIQUOTE_IVA (IDALIQUOTA_IVA INTEGER NOT NULL, CODICE VARCHAR(2) NOT NULL, "
+            "DESCRIZIONE VARCHAR(30) NOT NULL, ALIQUOTA DECIMAL(13, 2) NOT NULL, "
+            "CONSTRAINT PK_ALIQUOTE_IVA PRIMARY KEY(IDALIQUOTA_IVA), CONSTRAINT UK1_ALIQUOTE_IVA UNIQUE(CODICE))"),
         table, QStringLiteral("ALIQUOTA_IVA"),
-        {SeedRow(table, {QStringLiteral("1"), QuotedStr(QStringLiteral("20")), QuotedStr(QStringLiteral("Aliquota standard")),
-                         QStringLiteral("20")}),
-         SeedRow(table, {QStringLiteral("2"), QuotedStr(QStringLiteral("N0")), QuotedStr(QStringLiteral("Aliquota esente")),
-                         QStringLiteral("0")}),
-         SeedRow(table, {QStringLiteral("3"), QuotedStr(QStringLiteral("N1")), QuotedStr(QStringLiteral("Aliquota esclusa")),
-                         QStringLiteral("0")})});
+        {SeedRow(table, {QStringLiteral("1"), QuotedStr(QStringLiteral("20")),
+                         QuotedStr(QStringLiteral("Aliquota standard")), QStringLiteral("20")}),
+         SeedRow(table, {QStringLiteral("2"), QuotedStr(QStringLiteral("N0")),
+                         QuotedStr(QStringLiteral("Aliquota esente")), QStringLiteral("0")}),
+         SeedRow(table, {QStringLiteral("3"), QuotedStr(QStringLiteral("N1")),
+                         QuotedStr(QStringLiteral("Aliquota esclusa")), QStringLiteral("0")})});
 }
 
 // Seed rows of a table whose columns are its key and one text, keyed 1, 2, 3 ... in order.
@@ -159,8 +162,8 @@ TQ3SchemaStep CreateUM()
                              QStringLiteral("CREATE TABLE UM (IDUM INTEGER NOT NULL, UM VARCHAR(5) NOT NULL, "
                                             "CONSTRAINT PK_UM PRIMARY KEY(IDUM), CONSTRAINT UK1_UM UNIQUE(UM))"),
                              table, QStringLiteral("UM"),
-                             NumberedSeeds(table, {QStringLiteral("PEZZI"), QStringLiteral("ORE"), QStringLiteral("Q.LI"),
-                                                   QStringLiteral("KG")}));
+                             NumberedSeeds(table, {QStringLiteral("PEZZI"), QStringLiteral("ORE"),
+                                                   QStringLiteral("Q.LI"), QStringLiteral("KG")}));
 }
 
 TQ3SchemaStep CreateTipiPagamento()
@@ -168,9 +171,10 @@ TQ3SchemaStep CreateTipiPagamento()
     const QString table = QStringLiteral("TIPI_PAGAMENTO");
     return Q3CreateTableStep(
         table,
-        QStringLiteral("CREATE TABLE TIPI_PAGAMENTO (IDTIPO_PAGAMENTO INTEGER NOT NULL, TIPO_PAGAMENTO VARCHAR(30) NOT NULL, "
-                       "CONSTRAINT PK_TIPI_PAGAMENTO PRIMARY KEY(IDTIPO_PAGAMENTO), "
-                       "CONSTRAINT UK1_TIPI_PAGAMENTO UNIQUE(TIPO_PAGAMENTO))"),
+        QStringLiteral(
+            "CREATE TABLE TIPI_PAGAMENTO (IDTIPO_PAGAMENTO INTEGER NOT NULL, TIPO_PAGAMENTO VARCHAR(30) NOT NULL, "
+            "CONSTRAINT PK_TIPI_PAGAMENTO PRIMARY KEY(IDTIPO_PAGAMENTO), "
+            "CONSTRAINT UK1_TIPI_PAGAMENTO UNIQUE(TIPO_PAGAMENTO))"),
         table, QStringLiteral("TIPO_PAGAMENTO"),
         NumberedSeeds(table, {QStringLiteral("Rimessa diretta"), QStringLiteral("Bonifico 30 gg Data Fattura"),
                               QStringLiteral("Bonifico 30 gg Fine Mese"), QStringLiteral("Ri.Ba. 30 gg Data Fattura"),
@@ -191,11 +195,12 @@ TQ3SchemaStep CreateServizi()
 {
     return Q3CreateTableStep(
         QStringLiteral("SERVIZI"),
-        QStringLiteral("CREATE TABLE SERVIZI (IDSERVIZIO INTEGER NOT NULL, CODICE VARCHAR(20) NOT NULL, "
-                       "DESCRIZIONE VARCHAR(100) NOT NULL, IDCATEGORIA_SERVIZI INTEGER NOT NULL, "
-                       "PREZZO DECIMAL(13, 2) NOT NULL, COSTO DECIMAL(13, 2) NOT NULL, IDALIQUOTA_IVA INTEGER NOT NULL, "
-                       "IDUM INTEGER NOT NULL, CONSTRAINT PK_SERVIZI PRIMARY KEY(IDSERVIZIO), "
-                       "CONSTRAINT UK1_SERVIZI UNIQUE(CODICE))"),
+        QStringLiteral(
+            "CREATE TABLE SERVIZI (IDSERVIZIO INTEGER NOT NULL, CODICE VARCHAR(20) NOT NULL, "
+            "DESCRIZIONE VARCHAR(100) NOT NULL, IDCATEGORIA_SERVIZI INTEGER NOT NULL, "
+            "PREZZO DECIMAL(13, 2) NOT NULL, COSTO DECIMAL(13, 2) NOT NULL, IDALIQUOTA_IVA INTEGER NOT NULL, "
+            "IDUM INTEGER NOT NULL, CONSTRAINT PK_SERVIZI PRIMARY KEY(IDSERVIZIO), "
+            "CONSTRAINT UK1_SERVIZI UNIQUE(CODICE))"),
         QStringLiteral("SERVIZI"), QStringLiteral("SERVIZIO"));
 }
 
@@ -203,12 +208,13 @@ TQ3SchemaStep CreateClienti()
 {
     return Q3CreateTableStep(
         QStringLiteral("CLIENTI"),
-        QStringLiteral("CREATE TABLE CLIENTI (IDCLIENTE INTEGER NOT NULL, CODICE VARCHAR(20) NOT NULL, "
-                       "RAGIONESOCIALE VARCHAR(100) NOT NULL, INDIRIZZO VARCHAR(50), CITTA VARCHAR(30), CAP VARCHAR(5), "
-                       "PROVINCIA VARCHAR(2), NAZIONE VARCHAR(30), CODICEFISCALE VARCHAR(16), PARTITAIVA VARCHAR(11), "
-                       "IDTIPO_PAGAMENTO INTEGER, TELEFONO1 VARCHAR(20), TELEFONO2 VARCHAR(20), TELEFONO3 VARCHAR(20), "
-                       "FAX VARCHAR(20), EMAIL VARCHAR(100), WEB VARCHAR(100), NOTE BLOB SUB_TYPE 1, "
-                       "CONSTRAINT PK_CLIENTI PRIMARY KEY(IDCLIENTE), CONSTRAINT UK1_CLIENTI UNIQUE(CODICE))"),
+        QStringLiteral(
+            "CREATE TABLE CLIENTI (IDCLIENTE INTEGER NOT NULL, CODICE VARCHAR(20) NOT NULL, "
+            "RAGIONESOCIALE VARCHAR(100) NOT NULL, INDIRIZZO VARCHAR(50), CITTA VARCHAR(30), CAP VARCHAR(5), "
+            "PROVINCIA VARCHAR(2), NAZIONE VARCHAR(30), CODICEFISCALE VARCHAR(16), PARTITAIVA VARCHAR(11), "
+            "IDTIPO_PAGAMENTO INTEGER, TELEFONO1 VARCHAR(20), TELEFONO2 VARCHAR(20), TELEFONO3 VARCHAR(20), "
+            "FAX VARCHAR(20), EMAIL VARCHAR(100), WEB VARCHAR(100), NOTE BLOB SUB_TYPE 1, "
+            "CONSTRAINT PK_CLIENTI PRIMARY KEY(IDCLIENTE), CONSTRAINT UK1_CLIENTI UNIQUE(CODICE))"),
         QStringLiteral("CLIENTI"), QStringLiteral("CLIENTE"));
 }
 
@@ -216,12 +222,13 @@ TQ3SchemaStep CreateAnaMaga()
 {
     return Q3CreateTableStep(
         QStringLiteral("ANA_MAGA"),
-        QStringLiteral("CREATE TABLE ANA_MAGA (IDANA_MAGA INTEGER NOT NULL, CODICE VARCHAR(20) NOT NULL, "
-                       "DESCRIZIONE VARCHAR(100) NOT NULL, SOTTOSCORTA DECIMAL(13, 1) NOT NULL, "
-                       "RIORDINO DECIMAL(13, 1) NOT NULL, IDCATEGORIA_ANA_MAGA INTEGER NOT NULL, "
-                       "PREZZO DECIMAL(13, 2) NOT NULL, COSTO DECIMAL(13, 2) NOT NULL, IDALIQUOTA_IVA INTEGER NOT NULL, "
-                       "IDUM INTEGER NOT NULL, CONSTRAINT PK_ANA_MAGA PRIMARY KEY(IDANA_MAGA), "
-                       "CONSTRAINT UK1_ANA_MAGA UNIQUE(CODICE))"),
+        QStringLiteral(
+            "CREATE TABLE ANA_MAGA (IDANA_MAGA INTEGER NOT NULL, CODICE VARCHAR(20) NOT NULL, "
+            "DESCRIZIONE VARCHAR(100) NOT NULL, SOTTOSCORTA DECIMAL(13, 1) NOT NULL, "
+            "RIORDINO DECIMAL(13, 1) NOT NULL, IDCATEGORIA_ANA_MAGA INTEGER NOT NULL, "
+            "PREZZO DECIMAL(13, 2) NOT NULL, COSTO DECIMAL(13, 2) NOT NULL, IDALIQUOTA_IVA INTEGER NOT NULL, "
+            "IDUM INTEGER NOT NULL, CONSTRAINT PK_ANA_MAGA PRIMARY KEY(IDANA_MAGA), "
+            "CONSTRAINT UK1_ANA_MAGA UNIQUE(CODICE))"),
         QStringLiteral("ANA_MAGA"), QStringLiteral("ANA_MAGA"));
 }
 
@@ -238,9 +245,10 @@ TQ3SchemaStep CreateNoteDocumenti()
 QStringList CoordinateBancarie()
 {
     QStringList statements;
-    for (const char *column : {"COORDBAN_PAESE VARCHAR(2)", "COORDBAN_CIN_EUR VARCHAR(2)", "COORDBAN_CIN VARCHAR(1)",
-                               "COORDBAN_ABI VARCHAR(5)", "COORDBAN_CAB VARCHAR(5)", "COORDBAN_CONTO VARCHAR(20)",
-                               "COORDBAN_SWIFT VARCHAR(50)", "COORDBAN_BANCA VARCHAR(100)", "COORDBAN_AGENZIA VARCHAR(100)"})
+    for (const char *column :
+         {"COORDBAN_PAESE VARCHAR(2)", "COORDBAN_CIN_EUR VARCHAR(2)", "COORDBAN_CIN VARCHAR(1)",
+          "COORDBAN_ABI VARCHAR(5)", "COORDBAN_CAB VARCHAR(5)", "COORDBAN_CONTO VARCHAR(20)",
+          "COORDBAN_SWIFT VARCHAR(50)", "COORDBAN_BANCA VARCHAR(100)", "COORDBAN_AGENZIA VARCHAR(100)"})
         statements << QStringLiteral("ALTER TABLE CLIENTI ADD ") + QString::fromLatin1(column);
     return statements;
 }
@@ -261,20 +269,20 @@ QStringList CoordinateBancarie()
 TQ3SchemaStep CreateIndici()
 {
     QStringList statements;
-    for (const char *statement : {
-             "CREATE INDEX IX_FATT_VEND_DETT_IDFATT_VEND ON FATT_VEND_DETT (IDFATT_VEND)",
-             "CREATE INDEX IX_NOTE_ACCREDITO_DETT_IDNOTA ON NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO)",
-             "CREATE DESCENDING INDEX IX_FATT_VEND_ANNO_NUMERO ON FATT_VEND (ANNO, NUMERO)",
-             "CREATE DESCENDING INDEX IX_NOTE_ACCREDITO_ANNO_NUMERO ON NOTE_ACCREDITO (ANNO, NUMERO)",
-             "CREATE INDEX IX_FATT_VEND_CLI_CODICE_ANNO ON FATT_VEND (CLI_CODICE, ANNO)",
-             "CREATE INDEX IX_FATT_VEND_DETT_CODICE ON FATT_VEND_DETT (CODICE)",
-             "CREATE INDEX IX_FATT_VEND_DATA ON FATT_VEND (DATA)",
-             "CREATE INDEX IX_CATEGORIE_ANA_MAGA_IDPADRE ON CATEGORIE_ANA_MAGA (IDPADRE)",
-             "CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)",
-             "CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)",
-             "CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)",
-             "CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))",
-             "CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY (UPPER(RAGIONESOCIALE))"})
+    for (const char *statement :
+         {"CREATE INDEX IX_FATT_VEND_DETT_IDFATT_VEND ON FATT_VEND_DETT (IDFATT_VEND)",
+          "CREATE INDEX IX_NOTE_ACCREDITO_DETT_IDNOTA ON NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO)",
+          "CREATE DESCENDING INDEX IX_FATT_VEND_ANNO_NUMERO ON FATT_VEND (ANNO, NUMERO)",
+          "CREATE DESCENDING INDEX IX_NOTE_ACCREDITO_ANNO_NUMERO ON NOTE_ACCREDITO (ANNO, NUMERO)",
+          "CREATE INDEX IX_FATT_VEND_CLI_CODICE_ANNO ON FATT_VEND (CLI_CODICE, ANNO)",
+          "CREATE INDEX IX_FATT_VEND_DETT_CODICE ON FATT_VEND_DETT (CODICE)",
+          "CREATE INDEX IX_FATT_VEND_DATA ON FATT_VEND (DATA)",
+          "CREATE INDEX IX_CATEGORIE_ANA_MAGA_IDPADRE ON CATEGORIE_ANA_MAGA (IDPADRE)",
+          "CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)",
+          "CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)",
+          "CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)",
+          "CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))",
+          "CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY (UPPER(RAGIONESOCIALE))"})
         statements << QString::fromLatin1(statement);
     return Upgrade(QStringLiteral("KRV_INDICI"), QString(), V1_0_0, statements, TQ3MsgIcon::Error);
 }
@@ -304,19 +312,22 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
         CreateClienti(),
         CreateAnaMaga(),
         // The widening of SERVIZI is recorded under FATT_VEND: existing databases depend on it.
-        Upgrade(fattVend, V1_0_0, V1_1_0, {QStringLiteral("ALTER TABLE SERVIZI ALTER COLUMN DESCRIZIONE TYPE VARCHAR(150)")}),
+        Upgrade(fattVend, V1_0_0, V1_1_0,
+                {QStringLiteral("ALTER TABLE SERVIZI ALTER COLUMN DESCRIZIONE TYPE VARCHAR(150)")}),
         Upgrade(QStringLiteral("TIPI_PAGAMENTO"), V1_0_0, V1_1_0,
                 {QStringLiteral("ALTER TABLE TIPI_PAGAMENTO DROP CONSTRAINT UK1_TIPI_PAGAMENTO"),
                  QStringLiteral("ALTER TABLE TIPI_PAGAMENTO ALTER COLUMN TIPO_PAGAMENTO TYPE VARCHAR(50)"),
-                 QStringLiteral("ALTER TABLE TIPI_PAGAMENTO ADD CONSTRAINT UK1_TIPI_PAGAMENTO UNIQUE(TIPO_PAGAMENTO)")}),
+                 QStringLiteral(
+                     "ALTER TABLE TIPI_PAGAMENTO ADD CONSTRAINT UK1_TIPI_PAGAMENTO UNIQUE(TIPO_PAGAMENTO)")}),
         Upgrade(fattVendDett, V1_0_0, V1_1_0, {QStringLiteral("ALTER TABLE FATT_VEND_DETT ADD COSTO DECIMAL(13,2)")}),
         Upgrade(fattVendDett, V1_1_0, V1_2_0, {CostFromMaster(QStringLiteral("ANA_MAGA"), QStringLiteral("Articolo"))}),
         Upgrade(fattVendDett, V1_2_0, V1_3_0, {CostFromMaster(QStringLiteral("SERVIZI"), QStringLiteral("Servizio"))}),
         CreateNoteDocumenti(),
-        Upgrade(QStringLiteral("ANA_MAGA"), V1_0_0, V1_1_0, {QStringLiteral("ALTER TABLE ANA_MAGA ADD NOTE BLOB SUB_TYPE 1")}),
+        Upgrade(QStringLiteral("ANA_MAGA"), V1_0_0, V1_1_0,
+                {QStringLiteral("ALTER TABLE ANA_MAGA ADD NOTE BLOB SUB_TYPE 1")}),
         Upgrade(clienti, V1_0_0, V1_1_0, CoordinateBancarie()),
-        Upgrade(clienti, V1_1_0, V1_2_0, {QStringLiteral("ALTER TABLE CLIENTI ALTER COLUMN INDIRIZZO TYPE VARCHAR(100)")},
-                error),
+        Upgrade(clienti, V1_1_0, V1_2_0,
+                {QStringLiteral("ALTER TABLE CLIENTI ALTER COLUMN INDIRIZZO TYPE VARCHAR(100)")}, error),
         Upgrade(fattVend, V1_1_0, V1_2_0, {AddFlagColumn(fattVend, QStringLiteral("NOTIFICATO"))}, error),
         Upgrade(noteAccredito, V1_0_0, V1_1_0, {AddFlagColumn(noteAccredito, QStringLiteral("NOTIFICATO"))}, error),
         // KRV_ABILITAZIONI is no table: its "create" step adds the first permissions and the key's row.
@@ -324,8 +335,8 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
                 Permissions({QStringLiteral("Fatture di vendita (eliminazione)"),
                              QStringLiteral("Note di accredito (eliminazione)"),
                              QStringLiteral("Statistiche (visualizzazione)")})),
-        Upgrade(clienti, V1_2_0, V1_3_0, {QStringLiteral("ALTER TABLE CLIENTI ALTER COLUMN PARTITAIVA TYPE VARCHAR(13)")},
-                error),
+        Upgrade(clienti, V1_2_0, V1_3_0,
+                {QStringLiteral("ALTER TABLE CLIENTI ALTER COLUMN PARTITAIVA TYPE VARCHAR(13)")}, error),
         Upgrade(fattVend, V1_2_0, V1_3_0,
                 {QStringLiteral("ALTER TABLE FATT_VEND ALTER COLUMN CLI_PARTITAIVA TYPE VARCHAR(13)")}, error),
         Upgrade(noteAccredito, V1_1_0, V1_2_0,
@@ -337,7 +348,8 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
                              QStringLiteral("Note di accredito (modifica)")}),
                 error),
         Upgrade(fattVend, V1_3_0, V1_4_0, {AddFlagColumn(fattVend, QStringLiteral("IVA_ESENTE"))}, error),
-        Upgrade(fattVend, V1_4_0, V1_5_0, {QStringLiteral("UPDATE FATT_VEND SET IVA_ESENTE = ") + QuotedFalse()}, error),
+        Upgrade(fattVend, V1_4_0, V1_5_0, {QStringLiteral("UPDATE FATT_VEND SET IVA_ESENTE = ") + QuotedFalse()},
+                error),
         // After the recorded history, under a key of its own.
         CreateIndici(),
     };

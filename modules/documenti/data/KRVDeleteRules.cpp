@@ -53,7 +53,9 @@ const QHash<QString, TDeleteRule> &DeleteRules()
         {QStringLiteral("CanDeleteTipoPagamento"),
          {"TIPI_PAGAMENTO",
           false,
-          {{"FATT_VEND", "IDTIPO_PAGAMENTO"}, {"NOTE_ACCREDITO", "IDTIPO_PAGAMENTO"}, {"CLIENTI", "IDTIPO_PAGAMENTO"}}}},
+          {{"FATT_VEND", "IDTIPO_PAGAMENTO"},
+           {"NOTE_ACCREDITO", "IDTIPO_PAGAMENTO"},
+           {"CLIENTI", "IDTIPO_PAGAMENTO"}}}},
         {QStringLiteral("CanDeleteCategoriaAnaMaga"),
          {"CATEGORIE_ANA_MAGA",
           false,
@@ -76,7 +78,9 @@ const QHash<QString, TDeleteRule> &DeleteRules()
         {QStringLiteral("CanDeleteServizio"),
          {"SERVIZI", true, {{"FATT_VEND_DETT", "CODICE", "Servizio"}, {"NOTE_ACCREDITO_DETT", "CODICE", "Servizio"}}}},
         {QStringLiteral("CanDeleteCliente"),
-         {"CLIENTI", true, {{"DDT_SCARICO", "CLI_CODICE"}, {"FATT_VEND", "CLI_CODICE"}, {"NOTE_ACCREDITO", "CLI_CODICE"}}}},
+         {"CLIENTI",
+          true,
+          {{"DDT_SCARICO", "CLI_CODICE"}, {"FATT_VEND", "CLI_CODICE"}, {"NOTE_ACCREDITO", "CLI_CODICE"}}}},
         {QStringLiteral("CanDeleteCausaleTrasporto"),
          {"CAUSALI_TRASPORTO", false, {{"DDT_SCARICO", "IDCAUSALE_TRASPORTO"}}}},
         {QStringLiteral("CanDeleteFatturaVendita"), {}},
@@ -88,9 +92,10 @@ const QHash<QString, TDeleteRule> &DeleteRules()
 QString SubCountSQL(const TSubCount &subCount, bool byCode, const QString &argument)
 {
     const QString column = QLatin1String(subCount.Column);
-    QString sql = QStringLiteral("(SELECT COUNT(*) FROM ") + QLatin1String(subCount.Table) + QStringLiteral(" WHERE ")
-                  + (byCode ? QStringLiteral("UPPER(") + column + QStringLiteral(")=") + QuotedStr(KRVMaiuscole(argument))
-                            : column + QLatin1Char('=') + argument);
+    QString sql =
+        QStringLiteral("(SELECT COUNT(*) FROM ") + QLatin1String(subCount.Table) + QStringLiteral(" WHERE ")
+        + (byCode ? QStringLiteral("UPPER(") + column + QStringLiteral(")=") + QuotedStr(KRVMaiuscole(argument))
+                  : column + QLatin1Char('=') + argument);
     if (subCount.TipoRiga)
         sql += QStringLiteral(" AND TIPO_RIGA=") + QuotedStr(QLatin1String(subCount.TipoRiga));
     return sql + QLatin1Char(')');
@@ -149,8 +154,8 @@ QString CanDeleteSQL(const QString &rule, const QString &argument)
     QStringList subCounts;
     for (const TSubCount &subCount : found->SubCounts)
         subCounts << SubCountSQL(subCount, found->ByCode, argument);
-    return QStringLiteral("SELECT FIRST 1 (") + subCounts.join(QStringLiteral(" + ")) + QStringLiteral(") AS NUMERO FROM ")
-           + QLatin1String(found->Table);
+    return QStringLiteral("SELECT FIRST 1 (") + subCounts.join(QStringLiteral(" + "))
+           + QStringLiteral(") AS NUMERO FROM ") + QLatin1String(found->Table);
 }
 
 bool CanDeleteAliquotaIVA(const QSqlDatabase &, int id)
@@ -210,19 +215,24 @@ bool CanDeleteNotaAccredito(const QSqlDatabase &, int id)
 
 bool DeleteNotaDocumenti(const QSqlDatabase &db, int id, bool ask)
 {
-    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=") + QString::number(id)}, ask);
+    return KRVDeleteInTransaction(db,
+                                  {QStringLiteral("DELETE FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=")
+                                   + QString::number(id)},
+                                  ask);
 }
 
 bool DeleteTipiPagamento(const QSqlDatabase &db, int id, bool ask)
 {
     return WrappedDelete(db, "DeleteTipiPagamento",
-                         {QStringLiteral("DELETE FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO = ") + QString::number(id)}, ask);
+                         {QStringLiteral("DELETE FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO = ") + QString::number(id)},
+                         ask);
 }
 
 bool DeleteAliquotaIVA(const QSqlDatabase &db, int id, bool ask)
 {
     return WrappedDelete(db, "DeleteAliquotaIVA",
-                         {QStringLiteral("DELETE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = ") + QString::number(id)}, ask);
+                         {QStringLiteral("DELETE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = ") + QString::number(id)},
+                         ask);
 }
 
 bool DeleteUM(const QSqlDatabase &db, int id, bool ask)
@@ -250,15 +260,18 @@ bool DeleteNotaAccredito(const QSqlDatabase &db, int id, bool ask)
 
 bool KRVEliminaCliente(const QSqlDatabase &db, int id)
 {
-    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM CLIENTI WHERE IDCLIENTE=") + QString::number(id)}, false);
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM CLIENTI WHERE IDCLIENTE=") + QString::number(id)},
+                                  false);
 }
 
 bool KRVEliminaAnaMaga(const QSqlDatabase &db, int id)
 {
-    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM ANA_MAGA WHERE IDANA_MAGA=") + QString::number(id)}, false);
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM ANA_MAGA WHERE IDANA_MAGA=") + QString::number(id)},
+                                  false);
 }
 
 bool KRVEliminaServizio(const QSqlDatabase &db, int id)
 {
-    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM SERVIZI WHERE IDSERVIZIO=") + QString::number(id)}, false);
+    return KRVDeleteInTransaction(db, {QStringLiteral("DELETE FROM SERVIZI WHERE IDSERVIZIO=") + QString::number(id)},
+                                  false);
 }

@@ -13,6 +13,7 @@ auto KRVWrapped(const char *routine, Body &&body) -> decltype(body())
     try {
         return body();
     } catch (const std::exception &e) {
-        throw EQ3Exception(QLatin1Char('[') + QString::fromLatin1(routine) + QStringLiteral("]\n\r") + ExceptionMessage(e));
+        throw EQ3Exception(QLatin1Char('[') + QString::fromLatin1(routine) + QStringLiteral("]\n\r")
+                           + ExceptionMessage(e));
     }
 }

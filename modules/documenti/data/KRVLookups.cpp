@@ -73,12 +73,13 @@ QString UpperQuoted(const QString &value)
 TAliquotaIVA GetAliquotaIVA(const QSqlDatabase &db, int id)
 {
     TAliquotaIVA aliquota;
-    KRVReadFirstRow(db, QStringLiteral("SELECT * FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=") + Id(id), [&](const QSqlRecord &row) {
-        aliquota.IDALIQUOTA_IVA = Int(row, "IDALIQUOTA_IVA");
-        aliquota.CODICE = Text(row, "CODICE");
-        aliquota.DESCRIZIONE = Text(row, "DESCRIZIONE");
-        aliquota.ALIQUOTA = Number(row, "ALIQUOTA");
-    });
+    KRVReadFirstRow(db, QStringLiteral("SELECT * FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=") + Id(id),
+                    [&](const QSqlRecord &row) {
+                        aliquota.IDALIQUOTA_IVA = Int(row, "IDALIQUOTA_IVA");
+                        aliquota.CODICE = Text(row, "CODICE");
+                        aliquota.DESCRIZIONE = Text(row, "DESCRIZIONE");
+                        aliquota.ALIQUOTA = Number(row, "ALIQUOTA");
+                    });
     return aliquota;
 }
 
@@ -89,7 +90,8 @@ QString GetUM(const QSqlDatabase &db, int id)
 
 QString GetTipoPagamento(const QSqlDatabase &db, int id)
 {
-    return LookupText(db, QStringLiteral("SELECT * FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO=") + Id(id), "TIPO_PAGAMENTO");
+    return LookupText(db, QStringLiteral("SELECT * FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO=") + Id(id),
+                      "TIPO_PAGAMENTO");
 }
 
 TCliente GetCliente(const QSqlDatabase &db, int id)
@@ -125,19 +127,20 @@ TArticolo GetArticolo(const QSqlDatabase &db, int id)
 {
     return KRVWrapped("GetArticolo", [&] {
         TArticolo articolo;
-        KRVReadFirstRow(db, QStringLiteral("SELECT * FROM ANA_MAGA WHERE IDANA_MAGA =") + Id(id), [&](const QSqlRecord &row) {
-            articolo.IDANA_MAGA = Int(row, "IDANA_MAGA");
-            articolo.CODICE = Text(row, "CODICE");
-            articolo.DESCRIZIONE = Text(row, "DESCRIZIONE");
-            articolo.SOTTOSCORTA = Number(row, "SOTTOSCORTA");
-            articolo.RIORDINO = Number(row, "RIORDINO");
-            articolo.IDCATEGORIA_ANA_MAGA = Int(row, "IDCATEGORIA_ANA_MAGA");
-            articolo.CATEGORIA_ANA_MAGA = GetCategoriaAnaMaga(db, articolo.IDCATEGORIA_ANA_MAGA);
-            articolo.PREZZO = Number(row, "PREZZO");
-            articolo.COSTO = Number(row, "COSTO");
-            articolo.IDALIQUOTA_IVA = Int(row, "IDALIQUOTA_IVA");
-            articolo.IDUM = Int(row, "IDUM");
-        });
+        KRVReadFirstRow(db, QStringLiteral("SELECT * FROM ANA_MAGA WHERE IDANA_MAGA =") + Id(id),
+                        [&](const QSqlRecord &row) {
+                            articolo.IDANA_MAGA = Int(row, "IDANA_MAGA");
+                            articolo.CODICE = Text(row, "CODICE");
+                            articolo.DESCRIZIONE = Text(row, "DESCRIZIONE");
+                            articolo.SOTTOSCORTA = Number(row, "SOTTOSCORTA");
+                            articolo.RIORDINO = Number(row, "RIORDINO");
+                            articolo.IDCATEGORIA_ANA_MAGA = Int(row, "IDCATEGORIA_ANA_MAGA");
+                            articolo.CATEGORIA_ANA_MAGA = GetCategoriaAnaMaga(db, articolo.IDCATEGORIA_ANA_MAGA);
+                            articolo.PREZZO = Number(row, "PREZZO");
+                            articolo.COSTO = Number(row, "COSTO");
+                            articolo.IDALIQUOTA_IVA = Int(row, "IDALIQUOTA_IVA");
+                            articolo.IDUM = Int(row, "IDUM");
+                        });
         return articolo;
     });
 }
@@ -145,62 +148,67 @@ TArticolo GetArticolo(const QSqlDatabase &db, int id)
 QString GetCategoriaAnaMaga(const QSqlDatabase &db, int id)
 {
     return KRVWrapped("GetCategoriaAnaMaga", [&] {
-        return LookupText(db, QStringLiteral("SELECT * FROM CATEGORIE_ANA_MAGA WHERE IDCATEGORIA_ANA_MAGA =") + Id(id), "CATEGORIA");
+        return LookupText(db, QStringLiteral("SELECT * FROM CATEGORIE_ANA_MAGA WHERE IDCATEGORIA_ANA_MAGA =") + Id(id),
+                          "CATEGORIA");
     });
 }
 
 QString GetCategoriaServizio(const QSqlDatabase &db, int id)
 {
     return KRVWrapped("GetCategoriaServizio", [&] {
-        return LookupText(db, QStringLiteral("SELECT * FROM CATEGORIE_SERVIZI WHERE IDCATEGORIA_SERVIZI =") + Id(id), "CATEGORIA");
+        return LookupText(db, QStringLiteral("SELECT * FROM CATEGORIE_SERVIZI WHERE IDCATEGORIA_SERVIZI =") + Id(id),
+                          "CATEGORIA");
     });
 }
 
 QString GetNotaDocumento(const QSqlDatabase &db, int id)
 {
     return KRVWrapped("GetNotaDocumento", [&] {
-        return LookupText(db, QStringLiteral("SELECT * FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI =") + Id(id), "TESTO");
+        return LookupText(db, QStringLiteral("SELECT * FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI =") + Id(id),
+                          "TESTO");
     });
 }
 
 bool CodiceAliquotaIvaExists(const QSqlDatabase &db, const QString &codice, int id)
 {
     return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM ALIQUOTE_IVA WHERE UPPER(CODICE) = ")
-                             + UpperQuoted(codice) + QStringLiteral(" AND NOT IDALIQUOTA_IVA = ") + Id(id));
+                                     + UpperQuoted(codice) + QStringLiteral(" AND NOT IDALIQUOTA_IVA = ") + Id(id));
 }
 
 bool CodiceUMExists(const QSqlDatabase &db, const QString &um, int id)
 {
-    return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM UM WHERE UPPER(UM) = ") + UpperQuoted(um)
-                             + QStringLiteral(" AND NOT IDUM = ") + Id(id));
+    return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM UM WHERE UPPER(UM) = ")
+                                     + UpperQuoted(um) + QStringLiteral(" AND NOT IDUM = ") + Id(id));
 }
 
 bool CodiceTipoPagamentoExists(const QSqlDatabase &db, const QString &tipoPagamento, int id)
 {
-    return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM TIPI_PAGAMENTO WHERE UPPER(TIPO_PAGAMENTO) = ")
-                             + UpperQuoted(tipoPagamento) + QStringLiteral(" AND NOT IDTIPO_PAGAMENTO = ") + Id(id));
+    return KRVCountAboveZero(db, QStringLiteral(
+                                     "SELECT COUNT(*) AS NUMERO FROM TIPI_PAGAMENTO WHERE UPPER(TIPO_PAGAMENTO) = ")
+                                     + UpperQuoted(tipoPagamento) + QStringLiteral(" AND NOT IDTIPO_PAGAMENTO = ")
+                                     + Id(id));
 }
 
 bool CodiceAnaMagaExists(const QSqlDatabase &db, const QString &codice, int id)
 {
     return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM ANA_MAGA WHERE UPPER(CODICE) = ")
-                             + UpperQuoted(codice) + QStringLiteral(" AND NOT IDANA_MAGA=") + Id(id));
+                                     + UpperQuoted(codice) + QStringLiteral(" AND NOT IDANA_MAGA=") + Id(id));
 }
 
 bool CodiceServizioExists(const QSqlDatabase &db, const QString &codice, int id)
 {
     return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM SERVIZI WHERE UPPER(CODICE) = ")
-                             + UpperQuoted(codice) + QStringLiteral(" AND NOT IDSERVIZIO=") + Id(id));
+                                     + UpperQuoted(codice) + QStringLiteral(" AND NOT IDSERVIZIO=") + Id(id));
 }
 
 bool CodiceClienteExists(const QSqlDatabase &db, const QString &codice, int id)
 {
     return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUMERO FROM CLIENTI WHERE UPPER(CODICE) = ")
-                             + UpperQuoted(codice) + QStringLiteral(" AND NOT IDCLIENTE=") + Id(id));
+                                     + UpperQuoted(codice) + QStringLiteral(" AND NOT IDCLIENTE=") + Id(id));
 }
 
 bool TitoloNotaDocumentiExists(const QSqlDatabase &db, const QString &titolo, int id)
 {
     return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUM FROM NOTE_DOCUMENTI WHERE UPPER(TITOLO) = ")
-                             + UpperQuoted(titolo) + QStringLiteral(" AND NOT IDNOTA_DOCUMENTI=") + Id(id));
+                                     + UpperQuoted(titolo) + QStringLiteral(" AND NOT IDNOTA_DOCUMENTI=") + Id(id));
 }

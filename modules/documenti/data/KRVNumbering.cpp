@@ -51,7 +51,8 @@ int GetNextNumeroFattVend(const QSqlDatabase &db, int anno)
 int GetNextNumeroNotaAccredito(const QSqlDatabase &db, int anno)
 {
     return KRVWrapped("GetNextNumeroNotaAccredito", [&] {
-        return NextNumero(db, QStringLiteral("SELECT MAX(NUMERO) AS NUMERO FROM NOTE_ACCREDITO WHERE ANNO=") + QString::number(anno));
+        return NextNumero(db, QStringLiteral("SELECT MAX(NUMERO) AS NUMERO FROM NOTE_ACCREDITO WHERE ANNO=")
+                                  + QString::number(anno));
     });
 }
 
@@ -60,11 +61,11 @@ bool FattVendExists(const QSqlDatabase &db, int numero, int anno, int id)
     const QString number = QString::number(numero);
     const QString year = QString::number(anno);
     bool exists = KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUM FROM FATT_VEND WHERE NUMERO = ") + number
-                                    + QStringLiteral(" AND ANNO = ") + year + QStringLiteral(" AND NOT IDFATT_VEND=")
-                                    + QString::number(id));
+                                            + QStringLiteral(" AND ANNO = ") + year
+                                            + QStringLiteral(" AND NOT IDFATT_VEND=") + QString::number(id));
     if (NumerazioneUnicaFatture(db)
         && KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUM FROM FATT_ACC WHERE NUMERO = ") + number
-                             + QStringLiteral(" AND ANNO = ") + year))
+                                     + QStringLiteral(" AND ANNO = ") + year))
         exists = true;
     return exists;
 }
@@ -72,6 +73,6 @@ bool FattVendExists(const QSqlDatabase &db, int numero, int anno, int id)
 bool NotaAccreditoExists(const QSqlDatabase &db, int numero, int anno, int id)
 {
     return KRVCountAboveZero(db, QStringLiteral("SELECT COUNT(*) AS NUM FROM NOTE_ACCREDITO WHERE NUMERO = ")
-                             + QString::number(numero) + QStringLiteral(" AND ANNO = ") + QString::number(anno)
-                             + QStringLiteral(" AND NOT IDNOTA_ACCREDITO=") + QString::number(id));
+                                     + QString::number(numero) + QStringLiteral(" AND ANNO = ") + QString::number(anno)
+                                     + QStringLiteral(" AND NOT IDNOTA_ACCREDITO=") + QString::number(id));
 }

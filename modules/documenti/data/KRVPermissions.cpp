@@ -7,10 +7,11 @@ bool UserHasAbilitazione(const QString &abilitazione, const QString &userName, c
 {
     return KRVWrapped("UserHasAbilitazione", [&] {
         const QString sql =
-            QStringLiteral("SELECT ABILITAZIONI_UTENTE.* FROM UTENTI_RUOLI "
-                           "LEFT JOIN ABILITAZIONI_RUOLI ON ABILITAZIONI_RUOLI.IDRUOLO_UTENTE = UTENTI_RUOLI.IDRUOLO_UTENTE "
-                           "LEFT JOIN ABILITAZIONI_UTENTE ON ABILITAZIONI_UTENTE.IDABILITAZIONE_UTENTE = ABILITAZIONI_RUOLI.IDABILITAZIONE_UTENTE "
-                           "WHERE UPPER(UTENTI_RUOLI.USER_NAME) = ")
+            QStringLiteral(
+                "SELECT ABILITAZIONI_UTENTE.* FROM UTENTI_RUOLI "
+                "LEFT JOIN ABILITAZIONI_RUOLI ON ABILITAZIONI_RUOLI.IDRUOLO_UTENTE = UTENTI_RUOLI.IDRUOLO_UTENTE "
+                "LEFT JOIN ABILITAZIONI_UTENTE ON ABILITAZIONI_UTENTE.IDABILITAZIONE_UTENTE = ABILITAZIONI_RUOLI.IDABILITAZIONE_UTENTE "
+                "WHERE UPPER(UTENTI_RUOLI.USER_NAME) = ")
             + QuotedStr(userName.toUpper());
         QSqlQuery query = OpenQuery(connection, sql);
         QStringList granted;

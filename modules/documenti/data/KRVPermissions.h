@@ -9,4 +9,5 @@
 bool UserHasAbilitazione(const QString &abilitazione, const QString &userName, const QSqlDatabase &connection);
 
 // The message shown when a permission is missing.
-inline constexpr char KRVMsgDirittiInsufficienti[] = "Non si dispone di diritti sufficienti per eseguire questa operazione.";
+inline constexpr char KRVMsgDirittiInsufficienti[] =
+    "Non si dispone di diritti sufficienti per eseguire questa operazione.";

@@ -46,11 +46,12 @@ QString KRVCaratteriNonAmmessi(const QString &testo)
 QHash<QString, int> KRVLunghezzeColonne(const QSqlDatabase &db, const QString &tabella)
 {
     return KRVWrapped("KRVLunghezzeColonne", [&] {
-        QSqlQuery query = OpenQuery(
-            db,
-            QStringLiteral("SELECT TRIM(RF.RDB$FIELD_NAME), F.RDB$CHARACTER_LENGTH FROM RDB$RELATION_FIELDS RF "
-                           "JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE WHERE RF.RDB$RELATION_NAME = ")
-                + QuotedStr(tabella) + QStringLiteral(" AND F.RDB$FIELD_TYPE IN (14, 37)"));
+        QSqlQuery query =
+            OpenQuery(db,
+                      QStringLiteral(
+                          "SELECT TRIM(RF.RDB$FIELD_NAME), F.RDB$CHARACTER_LENGTH FROM RDB$RELATION_FIELDS RF "
+                          "JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE WHERE RF.RDB$RELATION_NAME = ")
+                          + QuotedStr(tabella) + QStringLiteral(" AND F.RDB$FIELD_TYPE IN (14, 37)"));
         QHash<QString, int> lunghezze;
         while (query.next())
             lunghezze.insert(query.value(0).toString(), query.value(1).toInt());

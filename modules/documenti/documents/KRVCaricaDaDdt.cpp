@@ -42,17 +42,19 @@ QStringList RigaTesto(const QString &descrizione)
 struct TKRVCampiRigaDdt
 {
     explicit TKRVCampiRigaDdt(const QSqlRecord &layout)
-        : Numero(FieldIndex(layout, QStringLiteral("DDT_NUMERO"))), Data(FieldIndex(layout, QStringLiteral("DDT_DATA"))),
+        : Numero(FieldIndex(layout, QStringLiteral("DDT_NUMERO"))),
+          Data(FieldIndex(layout, QStringLiteral("DDT_DATA"))),
           TipoRiga(FieldIndex(layout, QStringLiteral("TIPO_RIGA"))), Costo(FieldIndex(layout, QStringLiteral("COSTO"))),
           Codice(FieldIndex(layout, QStringLiteral("CODICE"))),
           Descrizione(FieldIndex(layout, QStringLiteral("DESCRIZIONE"))),
-          IdCategoria(FieldIndex(layout, QStringLiteral("IDCATEGORIA"))), Prezzo(FieldIndex(layout, QStringLiteral("PREZZO"))),
-          Quantita(FieldIndex(layout, QStringLiteral("QUANTITA"))), Importo(FieldIndex(layout, QStringLiteral("IMPORTO"))),
+          IdCategoria(FieldIndex(layout, QStringLiteral("IDCATEGORIA"))),
+          Prezzo(FieldIndex(layout, QStringLiteral("PREZZO"))),
+          Quantita(FieldIndex(layout, QStringLiteral("QUANTITA"))),
+          Importo(FieldIndex(layout, QStringLiteral("IMPORTO"))),
           IdAliquotaIva(FieldIndex(layout, QStringLiteral("IVA_IDALIQUOTA_IVA"))),
           CodiceIva(FieldIndex(layout, QStringLiteral("IVA_CODICE"))), IdUM(FieldIndex(layout, QStringLiteral("IDUM"))),
           UM(FieldIndex(layout, QStringLiteral("UM")))
-    {
-    }
+    {}
 
     int Numero, Data, TipoRiga, Costo, Codice, Descrizione, IdCategoria, Prezzo, Quantita, Importo, IdAliquotaIva,
         CodiceIva, IdUM, UM;

@@ -122,8 +122,7 @@ QVariant KRVDataOppureNull(const QDate &data)
 
 TKRVArchivioDocumentoVendita::TKRVArchivioDocumentoVendita(TQ3Dataset &testata, TKRVTabelleDocumento tabelle)
     : m_testata(testata), m_tabelle(std::move(tabelle))
-{
-}
+{}
 
 TKRVArchivioDocumentoVendita::~TKRVArchivioDocumentoVendita() = default;
 
@@ -168,7 +167,7 @@ void TKRVArchivioDocumentoVendita::LeggiRighe(int id, TKRVRigheDocumento &righe)
               descrizione = at(QStringLiteral("DESCRIZIONE")), codice = at(QStringLiteral("CODICE")),
               categoria = at(QStringLiteral("IDCATEGORIA")), idIva = at(QStringLiteral("IVA_IDALIQUOTA_IVA")),
               iva = at(QStringLiteral("IVA_CODICE")), idUM = at(QStringLiteral("IDUM")), um = at(QStringLiteral("UM"));
-    QList<QPair<int, int>> numeri;  // column of the row, cell of the line
+    QList<QPair<int, int>> numeri; // column of the row, cell of the line
     for (const TKRVColonnaNumero &numero : ColonneNumeri(l))
         numeri.append({at(numero.Colonna), numero.Cella});
     QList<QStringList> lette;
@@ -232,7 +231,9 @@ void TKRVArchivioDocumentoVendita::ScriviDocumento(const TKRVTestataDocumento &t
 void TKRVArchivioDocumentoVendita::ScriviTestata(const TKRVTestataDocumento &testata, const TKRVTotaliDocumento &totali)
 {
     TQ3Dataset &d = m_testata;
-    const auto scrivi = [&d](const char *campo, const QVariant &valore) { d.SetFieldValue(QLatin1String(campo), valore); };
+    const auto scrivi = [&d](const char *campo, const QVariant &valore) {
+        d.SetFieldValue(QLatin1String(campo), valore);
+    };
     scrivi("NUMERO", testata.Numero);
     scrivi("DATA", testata.Data);
     scrivi("ANNO", testata.Data.year());
@@ -294,8 +295,8 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
         } else {
             valori << righe.Cella(r, l.Codice);
             const int idCategoria = righe.Intero(r, l.IdCategoria);
-            const QString categoria = tipo == KRVRigaArticolo ? categorieArticoli.Nome(idCategoria)
-                                                              : categorieServizi.Nome(idCategoria);
+            const QString categoria =
+                tipo == KRVRigaArticolo ? categorieArticoli.Nome(idCategoria) : categorieServizi.Nome(idCategoria);
             if (categoria.isEmpty())
                 valori << interoNullo << testoNullo;
             else

@@ -22,8 +22,7 @@ TKRVArchivioFattureVendita::TKRVArchivioFattureVendita(TQ3Dataset &adsFattVend)
                                                  .Parametro = QStringLiteral("IDFATT_VEND"),
                                                  .Righe = QStringLiteral("FATT_VEND_DETT"),
                                                  .ChiaveRiga = QStringLiteral("IDFATT_VEND_DETT")})
-{
-}
+{}
 
 bool TKRVArchivioFattureVendita::Leggi(int id, TKRVTestataFattura &testata, TKRVRigheDocumento &righe)
 {
@@ -31,7 +30,7 @@ bool TKRVArchivioFattureVendita::Leggi(int id, TKRVTestataFattura &testata, TKRV
 }
 
 void TKRVArchivioFattureVendita::Scrivi(const TKRVTestataFattura &testata, TKRVRigheDocumento &righe,
-                                       const TKRVTotaliDocumento &totali, bool nuova, int &id)
+                                        const TKRVTotaliDocumento &totali, bool nuova, int &id)
 {
     ScriviDocumento(testata, righe, totali, nuova, id);
 }
@@ -54,7 +53,9 @@ void TKRVArchivioFattureVendita::LeggiColonneProprie(const TQ3Dataset &dataset, 
 void TKRVArchivioFattureVendita::ScriviColonneProprie(TQ3Dataset &d, const TKRVTestataDocumento &documento)
 {
     const auto &testata = static_cast<const TKRVTestataFattura &>(documento);
-    const auto scrivi = [&d](const char *campo, const QVariant &valore) { d.SetFieldValue(QLatin1String(campo), valore); };
+    const auto scrivi = [&d](const char *campo, const QVariant &valore) {
+        d.SetFieldValue(QLatin1String(campo), valore);
+    };
     const TKRVRicorrenza &ricorrenza = testata.Ricorrenza;
     scrivi("FC_ABILITATO", KRVTestoFlag(ricorrenza.Abilitato));
     if (ricorrenza.Abilitato) {

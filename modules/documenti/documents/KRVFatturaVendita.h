@@ -11,7 +11,8 @@
 inline const QStringList KRVUnitaRicorrenza{QStringLiteral("Giorno"), QStringLiteral("Settimana"),
                                             QStringLiteral("Mese"), QStringLiteral("Anno")};
 inline const QStringList KRVDateNuoveFatture{QStringLiteral("Primo giorno del mese"),
-                                             QStringLiteral("Il giorno 15 del mese"), QStringLiteral("Il giorno esatto"),
+                                             QStringLiteral("Il giorno 15 del mese"),
+                                             QStringLiteral("Il giorno esatto"),
                                              QStringLiteral("Ultimo giorno del mese")};
 
 // How often a recurring invoice is due again.
@@ -22,7 +23,7 @@ struct TKRVRicorrenza
     QString GeneraOgniUM;
     QDate DataInizio;
     QDate DataFine;
-    QString DataNuovaFattura;  // the caption of the chosen option, or empty
+    QString DataNuovaFattura; // the caption of the chosen option, or empty
 };
 
 // The header of a sales invoice: the common header, its VAT exemption and

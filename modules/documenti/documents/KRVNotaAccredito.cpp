@@ -5,8 +5,7 @@ TKRVArchivioNoteAccredito::TKRVArchivioNoteAccredito(TQ3Dataset &adsNoteAccredit
                                                       .Parametro = QStringLiteral("iDNOTA_ACCREDITO"),
                                                       .Righe = QStringLiteral("NOTE_ACCREDITO_DETT"),
                                                       .ChiaveRiga = QStringLiteral("IDNOTA_ACCREDITO_DETT")})
-{
-}
+{}
 
 bool TKRVArchivioNoteAccredito::Leggi(int id, TKRVTestataDocumento &testata, TKRVRigheDocumento &righe)
 {

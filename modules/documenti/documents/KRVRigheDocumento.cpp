@@ -12,15 +12,36 @@ namespace {
 
 QStringList TitoliFattura()
 {
-    return {{}, {}, QStringLiteral("Codice"), QStringLiteral("Descrizione"), {}, QStringLiteral("Prezzo"),
-            QStringLiteral("Sc."), QStringLiteral("Q.tà"), QStringLiteral("Importo"), {}, QStringLiteral("IVA"), {},
-            QStringLiteral("U.M."), {}};
+    return {{},
+            {},
+            QStringLiteral("Codice"),
+            QStringLiteral("Descrizione"),
+            {},
+            QStringLiteral("Prezzo"),
+            QStringLiteral("Sc."),
+            QStringLiteral("Q.tà"),
+            QStringLiteral("Importo"),
+            {},
+            QStringLiteral("IVA"),
+            {},
+            QStringLiteral("U.M."),
+            {}};
 }
 
 QStringList TitoliNotaAccredito()
 {
-    return {{}, QStringLiteral("Codice"), QStringLiteral("Descrizione"), {}, QStringLiteral("Prezzo"),
-            QStringLiteral("Q.tà"), QStringLiteral("Importo"), {}, QStringLiteral("IVA"), {}, QStringLiteral("U.M."), {}};
+    return {{},
+            QStringLiteral("Codice"),
+            QStringLiteral("Descrizione"),
+            {},
+            QStringLiteral("Prezzo"),
+            QStringLiteral("Q.tà"),
+            QStringLiteral("Importo"),
+            {},
+            QStringLiteral("IVA"),
+            {},
+            QStringLiteral("U.M."),
+            {}};
 }
 
 } // namespace
@@ -42,26 +63,51 @@ QString TKRVLayoutRighe::Titolo(int colonna) const
 
 const TKRVLayoutRighe &KRVLayoutFattura()
 {
-    static const TKRVLayoutRighe layout{.Colonne = 14, .Id = 0, .Costo = 1, .Codice = 2, .Descrizione = 3,
-                                        .IdCategoria = 4, .Prezzo = 5, .Sconto = 6, .Quantita = 7, .Importo = 8,
-                                        .IdIva = 9, .Iva = 10, .IdUM = 11, .UM = 12, .Tipo = 13,
-                                        .DecimaliQuantita = 2, .NonImponibili = true};
+    static const TKRVLayoutRighe layout{.Colonne = 14,
+                                        .Id = 0,
+                                        .Costo = 1,
+                                        .Codice = 2,
+                                        .Descrizione = 3,
+                                        .IdCategoria = 4,
+                                        .Prezzo = 5,
+                                        .Sconto = 6,
+                                        .Quantita = 7,
+                                        .Importo = 8,
+                                        .IdIva = 9,
+                                        .Iva = 10,
+                                        .IdUM = 11,
+                                        .UM = 12,
+                                        .Tipo = 13,
+                                        .DecimaliQuantita = 2,
+                                        .NonImponibili = true};
     return layout;
 }
 
 const TKRVLayoutRighe &KRVLayoutNotaAccredito()
 {
-    static const TKRVLayoutRighe layout{.Colonne = 12, .Id = 0, .Costo = -1, .Codice = 1, .Descrizione = 2,
-                                        .IdCategoria = 3, .Prezzo = 4, .Sconto = -1, .Quantita = 5, .Importo = 6,
-                                        .IdIva = 7, .Iva = 8, .IdUM = 9, .UM = 10, .Tipo = 11,
-                                        .DecimaliQuantita = 1, .NonImponibili = false};
+    static const TKRVLayoutRighe layout{.Colonne = 12,
+                                        .Id = 0,
+                                        .Costo = -1,
+                                        .Codice = 1,
+                                        .Descrizione = 2,
+                                        .IdCategoria = 3,
+                                        .Prezzo = 4,
+                                        .Sconto = -1,
+                                        .Quantita = 5,
+                                        .Importo = 6,
+                                        .IdIva = 7,
+                                        .Iva = 8,
+                                        .IdUM = 9,
+                                        .UM = 10,
+                                        .Tipo = 11,
+                                        .DecimaliQuantita = 1,
+                                        .NonImponibili = false};
     return layout;
 }
 
 TKRVRigheDocumento::TKRVRigheDocumento(const TKRVLayoutRighe &layout, QObject *owner)
     : QAbstractTableModel(owner), m_layout(layout)
-{
-}
+{}
 
 int TKRVRigheDocumento::rowCount(const QModelIndex &parent) const
 {
@@ -333,7 +379,8 @@ TKRVCercaAliquota KRVAliquoteArchivio(const QSqlDatabase &db)
     };
 }
 
-TKRVTotaliDocumento AggiornaTotaliDocumento(TKRVRigheDocumento &righe, bool ivaEsente, const TKRVCercaAliquota &aliquota)
+TKRVTotaliDocumento AggiornaTotaliDocumento(TKRVRigheDocumento &righe, bool ivaEsente,
+                                            const TKRVCercaAliquota &aliquota)
 {
     const TKRVLayoutRighe &l = righe.Layout();
     const bool fattura = l.Sconto >= 0;

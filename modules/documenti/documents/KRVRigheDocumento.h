@@ -35,7 +35,7 @@ struct TKRVLayoutRighe
     int UM;
     int Tipo;
     int DecimaliQuantita;
-    bool NonImponibili;  // the document knows the "Non imponibile" lines
+    bool NonImponibili; // the document knows the "Non imponibile" lines
 
     // The columns the user sees, in order, and their titles.
     QList<int> Visibili() const;
@@ -49,7 +49,7 @@ const TKRVLayoutRighe &KRVLayoutNotaAccredito();
 // What an article or a service brings to a new line.
 struct TKRVVoceCatalogo
 {
-    QString Tipo;  // KRVRigaArticolo or KRVRigaServizio
+    QString Tipo; // KRVRigaArticolo or KRVRigaServizio
     double Costo = 0;
     QString Codice;
     QString Descrizione;
@@ -148,4 +148,5 @@ TKRVCercaAliquota KRVAliquoteArchivio(const QSqlDatabase &db);
 
 // Recomputes every line's amount into its cell and answers the document's
 // sums. The credit note knows no discount, no exempt and no non-taxable lines.
-TKRVTotaliDocumento AggiornaTotaliDocumento(TKRVRigheDocumento &righe, bool ivaEsente, const TKRVCercaAliquota &aliquota);
+TKRVTotaliDocumento AggiornaTotaliDocumento(TKRVRigheDocumento &righe, bool ivaEsente,
+                                            const TKRVCercaAliquota &aliquota);

@@ -58,7 +58,8 @@ public:
         });
     }
 
-    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const override
     {
         QStyledItemDelegate::updateEditorGeometry(editor, option, index);
         // The memo has room for a few lines even on a one-line row.
@@ -132,23 +133,26 @@ QToolBar *TKRVGrigliaRighe::BarraComandi()
         return m_barra;
     const TKRVComandoRiga comandi[] = {
         {"actAggiungiArticolo", "Aggiungi articolo", KRVImgArticoli, "Aggiungi articolo",
-         "Aggiunge un articolo selezionandolo\ntra quelli presenti in archivio.", &TKRVGrigliaRighe::actAggiungiArticoloExecute},
+         "Aggiunge un articolo selezionandolo\ntra quelli presenti in archivio.",
+         &TKRVGrigliaRighe::actAggiungiArticoloExecute},
         {"actAggiungiServizio", "Aggiungi servizio", KRVImgServizi, "Aggiungi un servizio",
-         "Aggiunge un servizio selezionandolo\ntra quelli presenti in archivio.", &TKRVGrigliaRighe::actAggiungiServizioExecute},
-        {"actAggiungiTesto", "Aggiungi testo", KRVImgNuovo, "Aggiungi testo", "Aggiunge una riga testuale\nche non ha importo.",
-         &TKRVGrigliaRighe::actAggiungiTestoExecute},
+         "Aggiunge un servizio selezionandolo\ntra quelli presenti in archivio.",
+         &TKRVGrigliaRighe::actAggiungiServizioExecute},
+        {"actAggiungiTesto", "Aggiungi testo", KRVImgNuovo, "Aggiungi testo",
+         "Aggiunge una riga testuale\nche non ha importo.", &TKRVGrigliaRighe::actAggiungiTestoExecute},
         {"actAggiungiNonImponibile", "Aggiungi non imponibile", KRVImgNuovo, "Aggiungi voce non imponibile",
          "Aggiunge una voce\nnon imponibile.", &TKRVGrigliaRighe::actAggiungiNonImponibileExecute},
         {"actEliminaRiga", "Elimina riga", KRVImgElimina, "Elimina riga", "Elimina la riga selezionata.",
          &TKRVGrigliaRighe::actEliminaRigaExecute},
-        {"actSpostaRigaSu", "Sposta in alto", KRVImgPaginaPrecedente, "Sposta in alto", "Sposta la riga\nselezionata verso l'alto.",
-         &TKRVGrigliaRighe::actSpostaRigaSuExecute},
+        {"actSpostaRigaSu", "Sposta in alto", KRVImgPaginaPrecedente, "Sposta in alto",
+         "Sposta la riga\nselezionata verso l'alto.", &TKRVGrigliaRighe::actSpostaRigaSuExecute},
         {"actSpostaRigaGiu", "Sposta in basso", KRVImgPaginaSuccessiva, "Sposta in basso",
          "Sposta la riga\nselezionata verso il basso.", &TKRVGrigliaRighe::actSpostaRigaGiuExecute},
     };
     m_barra = KRVCreaToolBar(this, QStringLiteral("tBarRighe"));
     for (const TKRVComandoRiga &comando : comandi) {
-        if (!m_righe->Layout().NonImponibili && QLatin1String(comando.Nome) == QLatin1String("actAggiungiNonImponibile"))
+        if (!m_righe->Layout().NonImponibili
+            && QLatin1String(comando.Nome) == QLatin1String("actAggiungiNonImponibile"))
             continue;
         const auto handler = comando.Handler;
         QAction *action = KRVCreaAzione(this, QString::fromLatin1(comando.Nome), QString::fromUtf8(comando.Caption),
@@ -188,8 +192,9 @@ void TKRVGrigliaRighe::AdattaAltezzaRiga(int riga)
     // Every line of the description shows, those it wraps into included.
     const int colonna = m_righe->Layout().Descrizione;
     const int righeTesto = int(m_righe->Cella(riga, colonna).count(QLatin1Char('\n'))) + 1;
-    const int altezza = std::max(righeTesto * fontMetrics().lineSpacing() + 8,
-                                 columnWidth(colonna) > 0 ? sizeHintForIndex(m_righe->index(riga, colonna)).height() : 0);
+    const int altezza =
+        std::max(righeTesto * fontMetrics().lineSpacing() + 8,
+                 columnWidth(colonna) > 0 ? sizeHintForIndex(m_righe->index(riga, colonna)).height() : 0);
     setRowHeight(riga, std::max(verticalHeader()->defaultSectionSize(), altezza));
 }
 
@@ -238,7 +243,8 @@ bool TKRVGrigliaRighe::MostraSuggerimentoIva(const QHelpEvent &help)
                        QStringLiteral("<b>Aliquota IVA</b><br>%1<br>%2<br>%3")
                            .arg((QStringLiteral("Codice: ") + aliquota.CODICE).toHtmlEscaped(),
                                 (QStringLiteral("Descrizione: ") + aliquota.DESCRIZIONE).toHtmlEscaped(),
-                                (QStringLiteral("Aliquota: ") + FormatNumber(aliquota.ALIQUOTA, 0) + QStringLiteral(" %"))
+                                (QStringLiteral("Aliquota: ") + FormatNumber(aliquota.ALIQUOTA, 0)
+                                 + QStringLiteral(" %"))
                                     .toHtmlEscaped()),
                        viewport(), visualRect(cella));
     return true;
@@ -260,9 +266,9 @@ void TKRVGrigliaRighe::actAggiungiArticoloExecute()
     if (articolo.IDANA_MAGA <= 0)
         return;
     const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.Sessione(), articolo.IDALIQUOTA_IVA);
-    AggiungiVoce({KRVRigaArticolo, articolo.COSTO, articolo.CODICE, articolo.DESCRIZIONE,
-                  articolo.IDCATEGORIA_ANA_MAGA, articolo.PREZZO, articolo.IDALIQUOTA_IVA, aliquota.CODICE,
-                  articolo.IDUM, GetUM(m_main.Sessione(), articolo.IDUM)});
+    AggiungiVoce({KRVRigaArticolo, articolo.COSTO, articolo.CODICE, articolo.DESCRIZIONE, articolo.IDCATEGORIA_ANA_MAGA,
+                  articolo.PREZZO, articolo.IDALIQUOTA_IVA, aliquota.CODICE, articolo.IDUM,
+                  GetUM(m_main.Sessione(), articolo.IDUM)});
 }
 
 void TKRVGrigliaRighe::actAggiungiServizioExecute()
@@ -274,9 +280,9 @@ void TKRVGrigliaRighe::actAggiungiServizioExecute()
     if (servizio.IDSERVIZIO <= 0)
         return;
     const TAliquotaIVA aliquota = GetAliquotaIVA(m_main.Sessione(), servizio.IDALIQUOTA_IVA);
-    AggiungiVoce({KRVRigaServizio, servizio.COSTO, servizio.CODICE, servizio.DESCRIZIONE,
-                  servizio.IDCATEGORIA_SERVIZI, servizio.PREZZO, servizio.IDALIQUOTA_IVA, aliquota.CODICE,
-                  servizio.IDUM, GetUM(m_main.Sessione(), servizio.IDUM)});
+    AggiungiVoce({KRVRigaServizio, servizio.COSTO, servizio.CODICE, servizio.DESCRIZIONE, servizio.IDCATEGORIA_SERVIZI,
+                  servizio.PREZZO, servizio.IDALIQUOTA_IVA, aliquota.CODICE, servizio.IDUM,
+                  GetUM(m_main.Sessione(), servizio.IDUM)});
 }
 
 void TKRVGrigliaRighe::actAggiungiTestoExecute()

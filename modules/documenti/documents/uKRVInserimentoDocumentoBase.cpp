@@ -89,8 +89,7 @@ QToolButton *KRVPulsante(QAction *action)
 TKRVInserimentoDocumentoBase::TKRVInserimentoDocumentoBase(IKRVMain &main, TKRVInserimentoInfo info,
                                                            const TKRVLayoutRighe &layout, const QString &nomeGriglia,
                                                            const TKRVSuggerimentiDocumento &suggerimenti)
-    : TKRVInserimentoBase(main, std::move(info)),
-      m_righe(new TKRVRigheDocumento(layout, this)),
+    : TKRVInserimentoBase(main, std::move(info)), m_righe(new TKRVRigheDocumento(layout, this)),
       m_griglia(new TKRVGrigliaRighe(main, m_righe, nomeGriglia))
 {
     QToolBar *barra = findChild<QToolBar *>(QStringLiteral("tBarStandard"));
@@ -127,7 +126,8 @@ TKRVInserimentoDocumentoBase::TKRVInserimentoDocumentoBase(IKRVMain &main, TKRVI
 
 TKRVInserimentoDocumentoBase::~TKRVInserimentoDocumentoBase() = default;
 
-void TKRVInserimentoDocumentoBase::CreaContenuto(QWidget *generale, const QString &titoloRighe, const QString &nomeRighe)
+void TKRVInserimentoDocumentoBase::CreaContenuto(QWidget *generale, const QString &titoloRighe,
+                                                 const QString &nomeRighe)
 {
     auto contenuto = new QWidget;
     auto layout = new QVBoxLayout(contenuto);
@@ -251,8 +251,8 @@ QWidget *TKRVInserimentoDocumentoBase::CreaPaginaGenerale(const QList<QWidget *>
     layout->addWidget(KRVEtichetta(QStringLiteral("Note"), txtNote));
     layout->addWidget(txtNote, 1);
 
-    for (QWidget *campo : std::initializer_list<QWidget *>{txtNumero, dtpData, chkScadenzaPagamento, dtpScadenzaPagamento,
-                                                           chkPagato, chkNotificata, txtNote})
+    for (QWidget *campo : std::initializer_list<QWidget *>{txtNumero, dtpData, chkScadenzaPagamento,
+                                                           dtpScadenzaPagamento, chkPagato, chkNotificata, txtNote})
         CollegaCampo(campo);
     connect(dtpData, &QDateEdit::dateChanged, this, [this] { DataChanged(); });
     connect(dtpScadenzaPagamento, &QDateEdit::dateChanged, this, [this] { DataChanged(); });
@@ -261,7 +261,8 @@ QWidget *TKRVInserimentoDocumentoBase::CreaPaginaGenerale(const QList<QWidget *>
 
 TKRVTotaliDocumento TKRVInserimentoDocumentoBase::AggiornaTotaliDocumento()
 {
-    const TKRVTotaliDocumento totali = ::AggiornaTotaliDocumento(*m_righe, IvaEsente(), KRVAliquoteArchivio(Sessione()));
+    const TKRVTotaliDocumento totali =
+        ::AggiornaTotaliDocumento(*m_righe, IvaEsente(), KRVAliquoteArchivio(Sessione()));
     lblTotaleImponibile->setText(FormatCurrency(totali.Imponibile));
     lblTotaleImposta->setText(FormatCurrency(totali.Imposta));
     lblTotaleDocumento->setText(FormatCurrency(totali.Totale()));
@@ -348,7 +349,8 @@ void TKRVInserimentoDocumentoBase::DopoLettura()
     AggiornaTotaliDocumento();
 }
 
-void TKRVInserimentoDocumentoBase::ScriviDocumento(const std::function<void(const TKRVTotaliDocumento &, int &)> &scrivi)
+void TKRVInserimentoDocumentoBase::ScriviDocumento(
+    const std::function<void(const TKRVTotaliDocumento &, int &)> &scrivi)
 {
     TQ3BusyCursor busy;
     const TKRVTotaliDocumento totali = AggiornaTotaliDocumento();
@@ -366,8 +368,8 @@ QString TKRVInserimentoDocumentoBase::ValidationError()
 {
     const int descrizione = m_righe->Layout().Descrizione;
     for (int r = 0; r < m_righe->Righe(); ++r) {
-        const QString problema = KRVTestoNonAmmesso(QStringLiteral("Descrizione (riga %1)").arg(r + 1),
-                                                    m_righe->Cella(r, descrizione));
+        const QString problema =
+            KRVTestoNonAmmesso(QStringLiteral("Descrizione (riga %1)").arg(r + 1), m_righe->Cella(r, descrizione));
         if (!problema.isEmpty())
             return problema;
     }
@@ -422,11 +424,13 @@ void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()
     const TCliente cliente = GetCliente(Sessione(), dialog->ApriSelezionato());
     if (cliente.IDCLIENTE > 0) {
         MostraCliente(cliente);
-        const QString tipoPagamento = cliente.IDTIPO_PAGAMENTO > 0 ? GetTipoPagamento(Sessione(), cliente.IDTIPO_PAGAMENTO) : QString();
+        const QString tipoPagamento =
+            cliente.IDTIPO_PAGAMENTO > 0 ? GetTipoPagamento(Sessione(), cliente.IDTIPO_PAGAMENTO) : QString();
         if (!tipoPagamento.isEmpty()
             && (m_idTipoPagamento <= 0
-                || Q3AskYesNo(QStringLiteral("Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si "
-                                             "verrà sostituito il tipo di pagamento attuale."))))
+                || Q3AskYesNo(
+                    QStringLiteral("Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si "
+                                   "verrà sostituito il tipo di pagamento attuale."))))
             ImpostaTipoPagamento(cliente.IDTIPO_PAGAMENTO, tipoPagamento);
     }
     SetModified(true);

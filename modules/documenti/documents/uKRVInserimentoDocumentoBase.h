@@ -101,8 +101,8 @@ private:
 
     TKRVRigheDocumento *m_righe;
     TKRVGrigliaRighe *m_griglia;
-    QList<QLabel *> m_cliente;  // code to VAT number
-    TCliente m_datiCliente;     // what they show
+    QList<QLabel *> m_cliente; // code to VAT number
+    TCliente m_datiCliente;    // what they show
     QLabel *lblTipoPagamento = nullptr;
     QString m_tipoPagamento;
     int m_idTipoPagamento = 0;

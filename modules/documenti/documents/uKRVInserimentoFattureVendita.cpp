@@ -67,7 +67,8 @@ TKRVInserimentoFattureVendita::TKRVInserimentoFattureVendita(IKRVMain &main)
     (new QHBoxLayout(iva))->addWidget(chkIvaEsente);
     connect(chkIvaEsente, &QCheckBox::toggled, this, [this] { Q3Guarded([this] { AggiornaTotaliDocumento(); }); });
     CollegaCampo(chkIvaEsente);
-    CreaContenuto(CreaPaginaGenerale({contatti}, iva), QStringLiteral("Righe fattura"), QStringLiteral("tsRigheFattura"));
+    CreaContenuto(CreaPaginaGenerale({contatti}, iva), QStringLiteral("Righe fattura"),
+                  QStringLiteral("tsRigheFattura"));
     tsFattureCicliche = CreaPaginaFattureCicliche();
     pgcPagine->addTab(tsFattureCicliche, QStringLiteral("Fatture cicliche"));
 
@@ -85,10 +86,11 @@ void TKRVInserimentoFattureVendita::CreaComandi()
 {
     QToolBar *barra = findChild<QToolBar *>(QStringLiteral("tBarStandard"));
     QAction *chiudi = findChild<QAction *>(QStringLiteral("actChiudi"));
-    QAction *pdf = KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
-        if (StampaConsentita())
-            SalvaFatturaVenditaPDF(*Main().SaveDialogPDF(), IdRecord());
-    });
+    QAction *pdf =
+        KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
+            if (StampaConsentita())
+                SalvaFatturaVenditaPDF(*Main().SaveDialogPDF(), IdRecord());
+        });
     QAction *ddt = KRVCreaAzione(this, QStringLiteral("actCaricaDaDdt"), QStringLiteral("Carica da D.d.T."),
                                  KRVImgFatture, [this] { actCaricaDaDdtExecute(); });
     QAction *nota = KRVCreaAzione(this, QStringLiteral("actInserisciNotaDocumento"), QStringLiteral("Inserisci nota"),
@@ -201,8 +203,8 @@ QWidget *TKRVInserimentoFattureVendita::CreaPaginaFattureCicliche()
     auto pagina = new QWidget;
     pagina->setObjectName(QStringLiteral("tsFattureCicliche"));
     auto layout = new QVBoxLayout(pagina);
-    chkGeneraFattureCicliche =
-        KRVCasella(QStringLiteral("chkGeneraFattureCicliche"), QStringLiteral("Genera promemoria per fatture cicliche"));
+    chkGeneraFattureCicliche = KRVCasella(QStringLiteral("chkGeneraFattureCicliche"),
+                                          QStringLiteral("Genera promemoria per fatture cicliche"));
     // However the box changes (mouse, keyboard, a screen reader's toggle), the page follows it.
     connect(chkGeneraFattureCicliche, &QCheckBox::toggled, this,
             [this] { Q3Guarded([this] { chkGeneraFattureCicliche_Click(); }); });
@@ -279,10 +281,9 @@ void TKRVInserimentoFattureVendita::ImpostaFatturaCiclica()
         SetNewRecord(true);
         SetIdRecord(0);
         // Each "\n\r" is one line break, in the memo, in the stored notes and on paper.
-        txtNote->setPlainText(NormalizeLineBreaks(txtNote->toPlainText() + QStringLiteral("\n\rFattura ciclica")
-                                                  + QStringLiteral("\n\rRif. Fattura n. ") + QString::number(numero)
-                                                  + QStringLiteral("\n\rdel ")
-                                                  + QLocale().toString(data, QLocale::ShortFormat)));
+        txtNote->setPlainText(NormalizeLineBreaks(
+            txtNote->toPlainText() + QStringLiteral("\n\rFattura ciclica") + QStringLiteral("\n\rRif. Fattura n. ")
+            + QString::number(numero) + QStringLiteral("\n\rdel ") + QLocale().toString(data, QLocale::ShortFormat)));
         const QDate oggi = QDate::currentDate();
         txtNumero->setValue(GetNextNumeroFattVend(Sessione(), oggi.year()));
         dtpData->setDate(oggi);
@@ -305,10 +306,10 @@ void TKRVInserimentoFattureVendita::actInformazioniClienteExecute()
         return;
     const QString a = QStringLiteral("\n\r\n\r");
     Q3MessageBox(QStringLiteral("Contatti del cliente"),
-                 QStringLiteral("Cliente: ") + cliente.RAGIONESOCIALE + a + QStringLiteral("Telefono 1: ") + cliente.TELEFONO1
-                     + a + QStringLiteral("Telefono 2: ") + cliente.TELEFONO2 + a + QStringLiteral("Telefono 3: ")
-                     + cliente.TELEFONO3 + a + QStringLiteral("Fax: ") + cliente.FAX + a + QStringLiteral("e-mail: ")
-                     + cliente.EMAIL,
+                 QStringLiteral("Cliente: ") + cliente.RAGIONESOCIALE + a + QStringLiteral("Telefono 1: ")
+                     + cliente.TELEFONO1 + a + QStringLiteral("Telefono 2: ") + cliente.TELEFONO2 + a
+                     + QStringLiteral("Telefono 3: ") + cliente.TELEFONO3 + a + QStringLiteral("Fax: ") + cliente.FAX
+                     + a + QStringLiteral("e-mail: ") + cliente.EMAIL,
                  TQ3MsgIcon::Information);
 }
 

@@ -58,5 +58,5 @@ private:
     QDateEdit *dtpDataFine = nullptr;
     QGroupBox *grpDataNuoveFatture = nullptr;
     QList<QRadioButton *> m_dataNuoveFatture;
-    QString m_dataNuovaFatturaLetta;  // the rule as stored, kept while no option is chosen
+    QString m_dataNuovaFatturaLetta; // the rule as stored, kept while no option is chosen
 };

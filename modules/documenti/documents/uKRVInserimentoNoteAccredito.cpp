@@ -34,7 +34,8 @@ TKRVInserimentoNoteAccredito::TKRVInserimentoNoteAccredito(IKRVMain &main)
       m_archivio(std::make_unique<TKRVArchivioNoteAccredito>(*main.Dataset(QStringLiteral("adsNoteAccredito"))))
 {
     setObjectName(QStringLiteral("KRVInserimentoNoteAccredito"));
-    CreaContenuto(CreaPaginaGenerale({}, nullptr), QStringLiteral("Righe documento "), QStringLiteral("tsRigheDocumento"));
+    CreaContenuto(CreaPaginaGenerale({}, nullptr), QStringLiteral("Righe documento "),
+                  QStringLiteral("tsRigheDocumento"));
     FormCreate();
 }
 

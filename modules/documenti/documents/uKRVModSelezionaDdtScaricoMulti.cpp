@@ -14,20 +14,21 @@ constexpr int ColonnaSpunta = 1;
 } // namespace
 
 TKRVModSelezionaDdtScaricoMulti::TKRVModSelezionaDdtScaricoMulti()
-    : TKRVModSelezionaBase(
-          {.Caption = QStringLiteral("Seleziona D.d.T. di scarico"),
-           .QueryHead = KRVQueryDdtScaricoTesta,
-           .QueryTail = KRVQueryDdtScaricoCoda,
-           .KeyField = QStringLiteral("IDDDT_SCARICO"),
-           .Columns = {{QString(), 30, QString(), TKRVTipoColonna::Spunta},
-                       {QStringLiteral("N."), 60, QStringLiteral("NUMERO"), TKRVTipoColonna::Intero},
-                       {QStringLiteral("Data"), 90, QStringLiteral("DATA"), TKRVTipoColonna::Data},
-                       {QStringLiteral("Codice"), 110, QStringLiteral("CLI_CODICE"), TKRVTipoColonna::Testo},
-                       {QStringLiteral("Ragione sociale"), 340, QStringLiteral("CLI_RAGIONESOCIALE"),
-                        TKRVTipoColonna::Testo}},
-           // The search composes its own condition, year first.
-           .Filters = {{QStringLiteral("txtRagioneSociale"), QStringLiteral("    Ragione sociale"), QString()}}},
-          QSize(700, 480)),
+    : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona D.d.T. di scarico"),
+                            .QueryHead = KRVQueryDdtScaricoTesta,
+                            .QueryTail = KRVQueryDdtScaricoCoda,
+                            .KeyField = QStringLiteral("IDDDT_SCARICO"),
+                            .Columns = {{QString(), 30, QString(), TKRVTipoColonna::Spunta},
+                                        {QStringLiteral("N."), 60, QStringLiteral("NUMERO"), TKRVTipoColonna::Intero},
+                                        {QStringLiteral("Data"), 90, QStringLiteral("DATA"), TKRVTipoColonna::Data},
+                                        {QStringLiteral("Codice"), 110, QStringLiteral("CLI_CODICE"),
+                                         TKRVTipoColonna::Testo},
+                                        {QStringLiteral("Ragione sociale"), 340, QStringLiteral("CLI_RAGIONESOCIALE"),
+                                         TKRVTipoColonna::Testo}},
+                            // The search composes its own condition, year first.
+                            .Filters = {{QStringLiteral("txtRagioneSociale"), QStringLiteral("    Ragione sociale"),
+                                         QString()}}},
+                           QSize(700, 480)),
       txtRagioneSociale(Elenco()->Filtro(QStringLiteral("txtRagioneSociale"))), txtAnno(new QSpinBox)
 {
     setObjectName(QStringLiteral("KRVModSelezionaDdtScaricoMulti"));
@@ -46,11 +47,12 @@ TKRVModSelezionaDdtScaricoMulti::TKRVModSelezionaDdtScaricoMulti()
     // The check box commands stand at the left of "OK" and "Annulla".
     QToolBar *conferma = findChild<QToolBar *>(QStringLiteral("tBarConferma"));
     QAction *primo = conferma->actions().value(0);
-    conferma->insertAction(primo, KRVCreaAzione(this, QStringLiteral("actSelezionaTutti"), QStringLiteral("Selez. tutti"),
-                                                KRVImgSelezionaTutti, [this] { actSelezionaTuttiExecute(); }));
-    conferma->insertAction(primo, KRVCreaAzione(this, QStringLiteral("actDeselezionaTutti"),
-                                                QStringLiteral("Deselez. tutti"), KRVImgDeselezionaTutti,
-                                                [this] { actDeselezionaTuttiExecute(); }));
+    conferma->insertAction(primo,
+                           KRVCreaAzione(this, QStringLiteral("actSelezionaTutti"), QStringLiteral("Selez. tutti"),
+                                         KRVImgSelezionaTutti, [this] { actSelezionaTuttiExecute(); }));
+    conferma->insertAction(primo,
+                           KRVCreaAzione(this, QStringLiteral("actDeselezionaTutti"), QStringLiteral("Deselez. tutti"),
+                                         KRVImgDeselezionaTutti, [this] { actDeselezionaTuttiExecute(); }));
 
     FormCreate();
     actRipristinaExecute();

@@ -10,5 +10,6 @@ TKRVElencoInfo KRVElencoNoteDocumenti(const QString &caption, const QList<TKRVCo
             .QueryTail = KRVQueryNoteDocumentiCoda,
             .KeyField = KRVEntitaNoteDocumenti().Chiave,
             .Columns = columns,
-            .Filters = {{QStringLiteral("txtTitolo"), QStringLiteral("    Titolo"), QStringLiteral("TITOLO CONTAINING ")}}};
+            .Filters = {
+                {QStringLiteral("txtTitolo"), QStringLiteral("    Titolo"), QStringLiteral("TITOLO CONTAINING ")}}};
 }

@@ -6,8 +6,7 @@
 class TQ3Dataset;
 
 // Where a category stands against its row.
-enum class TKRVStatoCategoria
-{
+enum class TKRVStatoCategoria {
     Scritta,    // as in the table
     Nuova,      // not written yet: to be inserted
     Rinominata, // given a new name: to be updated

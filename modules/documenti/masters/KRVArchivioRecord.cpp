@@ -12,8 +12,7 @@ int KRVProssimaChiave(const QSqlDatabase &db, const QString &generator)
 
 TKRVArchivioRecord::TKRVArchivioRecord(TQ3Dataset &dataset, QString keyField, QString generator)
     : m_dataset(dataset), m_keyField(std::move(keyField)), m_generator(std::move(generator))
-{
-}
+{}
 
 bool TKRVArchivioRecord::Leggi(int id, std::optional<int> corrente)
 {

@@ -52,7 +52,8 @@ const TKRVEntita &KRVEntitaTipiPagamento()
         .CodiceEsiste = &CodiceTipoPagamentoExists,
         .CanDelete = &CanDeleteTipoPagamento,
         .Delete = &DeleteTipiPagamento,
-        .Rifiuto = QStringLiteral("Non è possibile eliminare questo tipo di pagamento,\n\resistono dei dati correlati!"),
+        .Rifiuto =
+            QStringLiteral("Non è possibile eliminare questo tipo di pagamento,\n\resistono dei dati correlati!"),
     };
     return entita;
 }
@@ -158,7 +159,8 @@ const TKRVEntita &KRVEntitaNoteAccredito()
         .Ricerca = TKRVAzione::RicercaNoteAccredito,
         .CanDelete = &CanDeleteNotaAccredito,
         .Delete = &DeleteNotaAccredito,
-        .Rifiuto = QStringLiteral("Non è possibile eliminare questa nota di accredito,\n\resistono dei dati correlati!"),
+        .Rifiuto =
+            QStringLiteral("Non è possibile eliminare questa nota di accredito,\n\resistono dei dati correlati!"),
         .PermessoVisualizzazione = QStringLiteral("Note di accredito (visualizzazione)"),
         .PermessoModifica = QStringLiteral("Note di accredito (modifica)"),
         .PermessoEliminazione = QStringLiteral("Note di accredito (eliminazione)"),

@@ -17,13 +17,13 @@ struct TKRVEliminazionePerCodice
 // lookups and delete rules know it.
 struct TKRVEntita
 {
-    QString Tabella;     // "UM"
-    QString Chiave;      // "IDUM"
-    QString Generatore;  // "GN_IDUM": its value plus one is the key a new row expects
-    QString Dataset;     // the main object's dataset on one row
-    QString ColonnaCodice;  // the code or text a row is known by
-    TKRVAzione Editor;   // the action that shows the editor
-    TKRVAzione Ricerca;  // the search list kept in step with the editor
+    QString Tabella;       // "UM"
+    QString Chiave;        // "IDUM"
+    QString Generatore;    // "GN_IDUM": its value plus one is the key a new row expects
+    QString Dataset;       // the main object's dataset on one row
+    QString ColonnaCodice; // the code or text a row is known by
+    TKRVAzione Editor;     // the action that shows the editor
+    TKRVAzione Ricerca;    // the search list kept in step with the editor
     // Whether another row (key other than id) holds the code or text the rows are known by.
     bool (*CodiceEsiste)(const QSqlDatabase &db, const QString &codice, int id) = nullptr;
     // The delete rule and delete service of a row known by its key (the service asks first
@@ -32,7 +32,7 @@ struct TKRVEntita
     bool (*Delete)(const QSqlDatabase &db, int id, bool ask) = nullptr;
     // ... or, for customers, articles and services, by its code.
     TKRVEliminazionePerCodice PerCodice{};
-    QString Rifiuto{};  // shown when the delete rule refuses
+    QString Rifiuto{}; // shown when the delete rule refuses
     // Rights asked before showing a row, before creating or changing one and before
     // deleting one (none when empty).
     QString PermessoVisualizzazione{};

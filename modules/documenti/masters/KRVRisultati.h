@@ -62,9 +62,9 @@ private:
     // One column's values: the list its kind uses, the others empty.
     struct TValori
     {
-        QList<QString> Testi;  // Testo
-        QList<qint64> Interi;  // Intero; Data as Julian days; Spunta as Qt::CheckState
-        QList<double> Numeri;  // Importo, Percentuale
+        QList<QString> Testi; // Testo
+        QList<qint64> Interi; // Intero; Data as Julian days; Spunta as Qt::CheckState
+        QList<double> Numeri; // Importo, Percentuale
     };
 
     TKRVTipoColonna Tipo(int column) const { return m_colonne.at(column).Tipo; }

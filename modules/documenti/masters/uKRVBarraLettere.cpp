@@ -24,4 +24,3 @@ TKRVBarraLettere::TKRVBarraLettere(QWidget *owner, const std::function<void(cons
         connect(action, &QAction::triggered, this, [handler, text] { Q3Guarded([&] { handler(text); }); });
     }
 }
-

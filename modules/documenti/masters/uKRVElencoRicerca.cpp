@@ -26,8 +26,8 @@ TKRVElencoRicerca::TKRVElencoRicerca(QWidget *owner, const QString &gridName, TK
         m_filtri.append(edit);
     }
     m_barra->addAction(m_actCerca);
-    m_barra->addAction(
-        KRVCreaAzione(owner, QStringLiteral("actRipristina"), QStringLiteral("Ripristina"), KRVImgRipristina, ripristina));
+    m_barra->addAction(KRVCreaAzione(owner, QStringLiteral("actRipristina"), QStringLiteral("Ripristina"),
+                                     KRVImgRipristina, ripristina));
 }
 
 QLineEdit *TKRVElencoRicerca::Filtro(const QString &name) const

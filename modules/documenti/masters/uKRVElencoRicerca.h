@@ -17,7 +17,7 @@ struct TKRVFiltro
     QString Name;
     QString Label;
     QString Condition;      // "UM CONTAINING "
-    QString Closing{};     // after the quoted text, when the condition opens brackets
+    QString Closing{};      // after the quoted text, when the condition opens brackets
     bool UpperCase = false; // the text is quoted in capitals
     bool EnterSearches = true;
 };
@@ -27,9 +27,9 @@ struct TKRVFiltro
 struct TKRVElencoInfo
 {
     QString Caption;
-    QString QueryHead;      // "SELECT * FROM UM "
-    QString QueryTail;      // " ORDER BY UPPER(UM)"
-    QString KeyField{};     // the key of the rows (a search list takes its table's)
+    QString QueryHead;  // "SELECT * FROM UM "
+    QString QueryTail;  // " ORDER BY UPPER(UM)"
+    QString KeyField{}; // the key of the rows (a search list takes its table's)
     QList<TKRVColonna> Columns;
     QList<TKRVFiltro> Filters;
 };

@@ -94,7 +94,8 @@ bool KRVTestoCercabile(const QString &testo)
     const QString caratteri = KRVCaratteriNonAmmessi(testo);
     if (caratteri.isEmpty())
         return true;
-    Q3ShowWarning(QStringLiteral("Il testo da cercare contiene caratteri non ammessi: ") + caratteri + QLatin1Char('.'));
+    Q3ShowWarning(QStringLiteral("Il testo da cercare contiene caratteri non ammessi: ") + caratteri
+                  + QLatin1Char('.'));
     return false;
 }
 

@@ -151,7 +151,11 @@ QAction *TKRVGestioneCategorieBase::AddAction(const QString &name, const QString
 void TKRVGestioneCategorieBase::CreateToolBar()
 {
     m_tBarCategorie = KRVCreaToolBar(this, QStringLiteral("tBarCategorie"));
-    const struct { QAction *action; const char *hint; } buttons[] = {
+    const struct
+    {
+        QAction *action;
+        const char *hint;
+    } buttons[] = {
         {m_actChiudi, "Chiudi"},
         {m_actNuovaCategoria, "Nuova categoria"},
         {m_actRinominaCategoria, "Rimonima categoria"},

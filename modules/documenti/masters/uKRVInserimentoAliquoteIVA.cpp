@@ -30,8 +30,7 @@ TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
                                  .CheckIcon = TQ3MsgIcon::None,
                                  .SaveFailureIcon = TQ3MsgIcon::None}),
       txtCodice(KRVCampoTesto(QStringLiteral("txtCodice"), 2, true)),
-      txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)),
-      txtAliquota(new TCampoAliquota)
+      txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)), txtAliquota(new TCampoAliquota)
 {
     setObjectName(QStringLiteral("KRVInserimentoAliquoteIVA"));
     txtAliquota->setObjectName(QStringLiteral("txtAliquota"));
@@ -42,7 +41,8 @@ TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
     txtAliquota->setRange(-99999999999.99, 99999999999.99);
     txtAliquota->setSuffix(QStringLiteral(" %"));
     txtAliquota->setFixedWidth(120);
-    connect(txtAliquota, &QDoubleSpinBox::editingFinished, this, [this] { Q3Guarded([this] { txtAliquotaValueValidate(); }); });
+    connect(txtAliquota, &QDoubleSpinBox::editingFinished, this,
+            [this] { Q3Guarded([this] { txtAliquotaValueValidate(); }); });
 
     AggiungiCampo(QStringLiteral("Codice"), txtCodice);
     AggiungiCampo(QStringLiteral("Descrizione"), txtDescrizione);

@@ -233,7 +233,8 @@ void TKRVInserimentoBase::SalvaRecord()
         ScriviRecord();
         m_nonMemorizzato = false;
     } catch (const std::exception &) {
-        Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Si è verificato un errore durante il salvataggio dei dati!"),
+        Q3MessageBox(QStringLiteral("Errore"),
+                     QStringLiteral("Si è verificato un errore durante il salvataggio dei dati!"),
                      m_info.SaveFailureIcon);
         // Still nothing stored: the next save stores it whole, and where the
         // editor says so nothing drops it without a question.
@@ -256,7 +257,8 @@ void TKRVInserimentoBase::ScriviRecord()
     TKRVArchivioRecord archivio(*Dataset(), Entita().Chiave, Entita().Generatore);
     int id = m_idRecord;
     try {
-        archivio.Scrivi(m_newRecord, [this](TQ3Dataset &dataset) { WriteFields(dataset); }, id);
+        archivio.Scrivi(
+            m_newRecord, [this](TQ3Dataset &dataset) { WriteFields(dataset); }, id);
     } catch (...) {
         SetIdRecord(id);
         throw;
@@ -292,7 +294,8 @@ bool TKRVInserimentoBase::ChiediSalvataggioPrimaDiChiudere()
 {
     if (!ModificheDaSalvare())
         return true;
-    switch (Q3MessageBox(QStringLiteral("Conferma"), MsgSalvareModifiche(), TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel)) {
+    switch (Q3MessageBox(QStringLiteral("Conferma"), MsgSalvareModifiche(), TQ3MsgIcon::Question,
+                         TQ3MsgButtons::YesNoCancel)) {
     case TQ3MsgResult::Yes:
         actSalvaExecute();
         return true;

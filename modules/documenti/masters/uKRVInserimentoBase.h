@@ -24,9 +24,9 @@ struct TKRVInserimentoInfo
     const TKRVEntita *Entita = nullptr;
     bool RefreshAfterSave = false;
     bool RefreshAfterDelete = true;
-    TQ3MsgIcon CheckIcon = TQ3MsgIcon::Warning;        // boxes of the save checks
+    TQ3MsgIcon CheckIcon = TQ3MsgIcon::Warning; // boxes of the save checks
     TQ3MsgIcon SaveFailureIcon = TQ3MsgIcon::Error;
-    int IdNuovoRecord = -1;  // the key a new record shows until saved
+    int IdNuovoRecord = -1; // the key a new record shows until saved
     // A new record whose save failed counts as saved but is in no row: these
     // editors still ask before they drop it; the simple tables ask nothing.
     bool ChiediSeNonMemorizzato = false;

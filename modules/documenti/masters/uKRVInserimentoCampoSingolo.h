@@ -7,12 +7,12 @@
 // What an editor of a one-text table adds to the editor's own description.
 struct TKRVCampoSingoloInfo
 {
-    QString Name;           // the input
+    QString Name; // the input
     QString Label;
     int MaxLength = 0;
     bool UpperCase = false;
-    QString MsgVuoto;       // the text is empty
-    QString MsgEsistente;   // another row holds the text (the table's code column)
+    QString MsgVuoto;     // the text is empty
+    QString MsgEsistente; // another row holds the text (the table's code column)
 };
 
 // Editor of a table whose rows are one text besides their key (units of

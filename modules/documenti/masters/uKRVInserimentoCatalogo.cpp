@@ -106,7 +106,8 @@ void TKRVInserimentoCatalogo::FillFields(const TQ3Dataset &dataset)
     txtCategoria->SelezionaCategoria(dataset.FieldValue(m_catalogo.CategoryKey).toInt());
     txtPrezzo->setValue(dataset.FieldValue(QStringLiteral("PREZZO")).toDouble());
     txtCosto->setValue(dataset.FieldValue(QStringLiteral("COSTO")).toDouble());
-    const TAliquotaIVA aliquota = GetAliquotaIVA(Sessione(), dataset.FieldValue(QStringLiteral("IDALIQUOTA_IVA")).toInt());
+    const TAliquotaIVA aliquota =
+        GetAliquotaIVA(Sessione(), dataset.FieldValue(QStringLiteral("IDALIQUOTA_IVA")).toInt());
     if (aliquota.IDALIQUOTA_IVA > 0)
         m_aliquotaIVA->Imposta(aliquota.IDALIQUOTA_IVA, TestoAliquota(aliquota));
     else

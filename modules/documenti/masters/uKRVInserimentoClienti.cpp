@@ -77,8 +77,7 @@ TKRVInserimentoClienti::TKRVInserimentoClienti(IKRVMain &main)
                                  .Entita = &KRVEntitaClienti(),
                                  .RefreshAfterSave = false,
                                  .RefreshAfterDelete = false}),
-      pgcPagine(new QTabWidget),
-      txtCodice(CampoTesto(QStringLiteral("txtCodice"), 20, QStringLiteral("CODICE"))),
+      pgcPagine(new QTabWidget), txtCodice(CampoTesto(QStringLiteral("txtCodice"), 20, QStringLiteral("CODICE"))),
       txtRagioneSociale(CampoTesto(QStringLiteral("txtRagioneSociale"), 100, QStringLiteral("RAGIONESOCIALE"))),
       txtIndirizzo(CampoTesto(QStringLiteral("txtIndirizzo"), 100, QStringLiteral("INDIRIZZO"))),
       txtCitta(CampoTesto(QStringLiteral("txtCitta"), 30, QStringLiteral("CITTA"))),
@@ -102,9 +101,7 @@ TKRVInserimentoClienti::TKRVInserimentoClienti(IKRVMain &main)
       txtCoordBanCAB(CampoTesto(QStringLiteral("txtCoordBanCAB"), 5, QStringLiteral("COORDBAN_CAB"), true)),
       txtCoordBanConto(CampoTesto(QStringLiteral("txtCoordBanConto"), 50, QStringLiteral("COORDBAN_CONTO"), true)),
       txtCoordBanSwift(CampoTesto(QStringLiteral("txtCoordBanSwift"), 50, QStringLiteral("COORDBAN_SWIFT"))),
-      txtTipoPagamento(new QLabel(Nessuno)),
-      cmdSelezionaTipoPagamento(new QToolButton),
-      txtNote(new QPlainTextEdit)
+      txtTipoPagamento(new QLabel(Nessuno)), cmdSelezionaTipoPagamento(new QToolButton), txtNote(new QPlainTextEdit)
 {
     setObjectName(QStringLiteral("KRVInserimentoClienti"));
     pgcPagine->setObjectName(QStringLiteral("pgcPagine"));
@@ -206,7 +203,8 @@ QWidget *TKRVInserimentoClienti::PaginaCoordinateBancarie()
     auto coordinate = new QHBoxLayout;
     coordinate->addWidget(
         Gruppo(QStringLiteral("grpIBAN"), QStringLiteral(" IBAN - COORDINATE BANCARIE INTERNAZIONALI "), iban));
-    coordinate->addWidget(Gruppo(QStringLiteral("grpBBAN"), QStringLiteral(" BBAN - COORDINATE BANCARIE NAZIONALI "), bban));
+    coordinate->addWidget(
+        Gruppo(QStringLiteral("grpBBAN"), QStringLiteral(" BBAN - COORDINATE BANCARIE NAZIONALI "), bban));
     layout->addLayout(coordinate);
     layout->addWidget(Gruppo(QStringLiteral("grpBIC"), QStringLiteral(" BIC "), bic));
     layout->addStretch(1);
@@ -257,7 +255,8 @@ void TKRVInserimentoClienti::FillFields(const TQ3Dataset &dataset)
     for (const TCampoTesto &campo : std::as_const(m_testi))
         campo.Edit->setText(dataset.FieldValue(campo.Column).toString());
     const int idTipoPagamento = dataset.FieldValue(QStringLiteral("IDTIPO_PAGAMENTO")).toInt();
-    ImpostaTipoPagamento(idTipoPagamento, idTipoPagamento > 0 ? GetTipoPagamento(Sessione(), idTipoPagamento) : QString());
+    ImpostaTipoPagamento(idTipoPagamento,
+                         idTipoPagamento > 0 ? GetTipoPagamento(Sessione(), idTipoPagamento) : QString());
     txtNote->setPlainText(dataset.FieldValue(QStringLiteral("NOTE")).toString());
 }
 

@@ -4,17 +4,16 @@
 #include "KRVQueryElenchi.h"
 
 TKRVModSelezionaAliquotaIVA::TKRVModSelezionaAliquotaIVA()
-    : TKRVModSelezionaBase({.Caption = QStringLiteral("Seleziona un'aliquota IVA"),
-                            .QueryHead = KRVQueryAliquoteIVATesta,
-                            .QueryTail = KRVQuerySelezioneAliquotaIVACoda,
-                            .KeyField = KRVEntitaAliquoteIVA().Chiave,
-                            .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
-                                        {QStringLiteral("Descrizione"), 300, QStringLiteral("DESCRIZIONE"),
-                                         TKRVTipoColonna::Testo},
-                                        {QStringLiteral("Aliquota"), 90, QStringLiteral("ALIQUOTA"),
-                                         TKRVTipoColonna::Percentuale}},
-                            .Filters = {}},
-                           QSize(500, 420))
+    : TKRVModSelezionaBase(
+        {.Caption = QStringLiteral("Seleziona un'aliquota IVA"),
+         .QueryHead = KRVQueryAliquoteIVATesta,
+         .QueryTail = KRVQuerySelezioneAliquotaIVACoda,
+         .KeyField = KRVEntitaAliquoteIVA().Chiave,
+         .Columns = {{QStringLiteral("Codice"), 60, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
+                     {QStringLiteral("Descrizione"), 300, QStringLiteral("DESCRIZIONE"), TKRVTipoColonna::Testo},
+                     {QStringLiteral("Aliquota"), 90, QStringLiteral("ALIQUOTA"), TKRVTipoColonna::Percentuale}},
+         .Filters = {}},
+        QSize(500, 420))
 {
     setObjectName(QStringLiteral("KRVModSelezionaAliquotaIVA"));
     FormCreate();

@@ -12,9 +12,9 @@
 #include <QVBoxLayout>
 
 TKRVModSelezionaBase::TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSize)
-    : QDialog(GetQ3MainForm()),
-      m_elenco(new TKRVElencoRicerca(this, QStringLiteral("gridRisultati"), std::move(info),
-                                     [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
+    : QDialog(GetQ3MainForm()), m_elenco(new TKRVElencoRicerca(
+                                    this, QStringLiteral("gridRisultati"), std::move(info),
+                                    [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
       m_actOK(KRVCreaAzione(this, QStringLiteral("actOK"), QStringLiteral("OK"), KRVImgOK, [this] { accept(); }))
 {
     setWindowTitle(m_elenco->Info().Caption);
@@ -27,13 +27,14 @@ TKRVModSelezionaBase::TKRVModSelezionaBase(TKRVElencoInfo info, QSize minimumSiz
     spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bottom->addWidget(spacer);
     bottom->addAction(m_actOK);
-    bottom->addAction(
-        KRVCreaAzione(this, QStringLiteral("actAnnulla"), QStringLiteral("Annulla"), KRVImgAnnulla, [this] { reject(); }));
+    bottom->addAction(KRVCreaAzione(this, QStringLiteral("actAnnulla"), QStringLiteral("Annulla"), KRVImgAnnulla,
+                                    [this] { reject(); }));
 
     TKRVGrigliaRisultati *grid = m_elenco->Griglia();
     // Every column keeps its width; a wider grid leaves the rest empty.
     grid->horizontalHeader()->setStretchLastSection(false);
-    connect(grid, &QAbstractItemView::doubleClicked, this, [this] { Q3Guarded([this] { gridRisultatiDblClickCell(); }); });
+    connect(grid, &QAbstractItemView::doubleClicked, this,
+            [this] { Q3Guarded([this] { gridRisultatiDblClickCell(); }); });
 
     auto layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

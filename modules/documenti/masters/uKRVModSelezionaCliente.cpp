@@ -1,7 +1,7 @@
 #include "uKRVModSelezionaCliente.h"
 
-#include "KRVEntita.h"
 #include "KRVClausole.h"
+#include "KRVEntita.h"
 #include "KRVQueryElenchi.h"
 #include "uKRVBarraLettere.h"
 
@@ -9,22 +9,23 @@
 
 TKRVModSelezionaCliente::TKRVModSelezionaCliente()
     : TKRVModSelezionaBase(
-          {.Caption = QStringLiteral("Seleziona un cliente"),
-           .QueryHead = KRVQueryClientiTesta,
-           .QueryTail = KRVQueryClientiCoda,
-           .KeyField = KRVEntitaClienti().Chiave,
-           .Columns = {{QStringLiteral("Codice"), 120, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
-                       {QStringLiteral("Ragione sociale"), 358, QStringLiteral("RAGIONESOCIALE"), TKRVTipoColonna::Testo},
-                       {QStringLiteral("Codice fiscale"), 160, QStringLiteral("CODICEFISCALE"), TKRVTipoColonna::Testo},
-                       {QStringLiteral("Partita IVA"), 130, QStringLiteral("PARTITAIVA"), TKRVTipoColonna::Testo}},
-           .Filters = {{QStringLiteral("txtRagioneSociale"), QStringLiteral("Ragione sociale"),
-                        QStringLiteral("RAGIONESOCIALE CONTAINING ")}}},
-          QSize(800, 500))
+        {.Caption = QStringLiteral("Seleziona un cliente"),
+         .QueryHead = KRVQueryClientiTesta,
+         .QueryTail = KRVQueryClientiCoda,
+         .KeyField = KRVEntitaClienti().Chiave,
+         .Columns = {{QStringLiteral("Codice"), 120, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
+                     {QStringLiteral("Ragione sociale"), 358, QStringLiteral("RAGIONESOCIALE"), TKRVTipoColonna::Testo},
+                     {QStringLiteral("Codice fiscale"), 160, QStringLiteral("CODICEFISCALE"), TKRVTipoColonna::Testo},
+                     {QStringLiteral("Partita IVA"), 130, QStringLiteral("PARTITAIVA"), TKRVTipoColonna::Testo}},
+         .Filters = {{QStringLiteral("txtRagioneSociale"), QStringLiteral("Ragione sociale"),
+                      QStringLiteral("RAGIONESOCIALE CONTAINING ")}}},
+        QSize(800, 500))
 {
     setObjectName(QStringLiteral("KRVModSelezionaCliente"));
     // The letters below the filter.
-    static_cast<QVBoxLayout *>(layout())->insertWidget(
-        1, new TKRVBarraLettere(this, [this](const QString &letter) { BarraRicercaButtonClick(letter); }));
+    static_cast<QVBoxLayout *>(layout())->insertWidget(1, new TKRVBarraLettere(this, [this](const QString &letter) {
+                                                           BarraRicercaButtonClick(letter);
+                                                       }));
     FormCreate();
 }
 

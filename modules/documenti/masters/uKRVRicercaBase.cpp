@@ -23,8 +23,9 @@ TKRVRicercaInfo ConChiaveTabella(TKRVRicercaInfo info)
 
 TKRVRicercaBase::TKRVRicercaBase(IKRVMain &main, TKRVRicercaInfo info)
     : m_main(main), m_info(ConChiaveTabella(std::move(info))),
-      m_elenco(new TKRVElencoRicerca(this, QStringLiteral("GridRisultati"), m_info.Elenco,
-                                     [this] { actCercaExecute(); }, [this] { actRipristinaExecute(); })),
+      m_elenco(new TKRVElencoRicerca(
+          this, QStringLiteral("GridRisultati"), m_info.Elenco, [this] { actCercaExecute(); },
+          [this] { actRipristinaExecute(); })),
       m_barraStandard(KRVCreaToolBar(this, QStringLiteral("tBarStandard")))
 {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -42,8 +43,10 @@ TKRVRicercaBase::TKRVRicercaBase(IKRVMain &main, TKRVRicercaInfo info)
                                              KRVImgElimina, [this] { actEliminaExecute(); }));
 
     TKRVGrigliaRisultati *grid = m_elenco->Griglia();
-    connect(grid, &QAbstractItemView::doubleClicked, this, [this] { Q3Guarded([this] { GridRisultatiDblClickCell(); }); });
-    connect(grid, &TKRVGrigliaRisultati::Ridimensionata, this, [this] { Q3Guarded([this] { RidimensionaGriglia(); }); });
+    connect(grid, &QAbstractItemView::doubleClicked, this,
+            [this] { Q3Guarded([this] { GridRisultatiDblClickCell(); }); });
+    connect(grid, &TKRVGrigliaRisultati::Ridimensionata, this,
+            [this] { Q3Guarded([this] { RidimensionaGriglia(); }); });
 
     auto layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -16,7 +16,7 @@ struct TKRVRicercaInfo
     TKRVElencoInfo Elenco;
     // The table: its editor, delete rules and rights.
     const TKRVEntita *Entita = nullptr;
-    int ColonnaDescrizione = 1;  // the column that takes the width left over
+    int ColonnaDescrizione = 1; // the column that takes the width left over
     // A refused delete shows the table's own refusal, not the plain "Impossibile eliminare".
     bool RifiutoDellaTabella = false;
 };

@@ -17,27 +17,29 @@ const QString FiltroRagioneSociale = QStringLiteral("txtRagioneSociale");
 
 TKRVRicercaClienti::TKRVRicercaClienti(IKRVMain &main)
     : TKRVRicercaBase(
-          main,
-          {.Elenco = {.Caption = QStringLiteral("Ricerca clienti"),
-                      .QueryHead = KRVQueryClientiTesta,
-                      .QueryTail = KRVQueryClientiCoda,
-                      .Columns = {{QStringLiteral("Codice"), 100, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
-                                  {QStringLiteral("Ragione sociale"), 490, QStringLiteral("RAGIONESOCIALE"),
-                                   TKRVTipoColonna::Testo},
-                                  {QStringLiteral("Telefono 1"), 90, QStringLiteral("TELEFONO1"), TKRVTipoColonna::Testo},
-                                  {QStringLiteral("Telefono 2"), 90, QStringLiteral("TELEFONO2"), TKRVTipoColonna::Testo}},
-                      .Filters = {{FiltroCodice, QStringLiteral("Codice"), QStringLiteral("CODICE CONTAINING ")},
-                                  {FiltroRagioneSociale, QStringLiteral("Ragione sociale"),
-                                   QStringLiteral("RAGIONESOCIALE CONTAINING ")}}},
-           .Entita = &KRVEntitaClienti(),
-           .ColonnaDescrizione = 2}),
+        main,
+        {.Elenco = {.Caption = QStringLiteral("Ricerca clienti"),
+                    .QueryHead = KRVQueryClientiTesta,
+                    .QueryTail = KRVQueryClientiCoda,
+                    .Columns = {{QStringLiteral("Codice"), 100, QStringLiteral("CODICE"), TKRVTipoColonna::Testo},
+                                {QStringLiteral("Ragione sociale"), 490, QStringLiteral("RAGIONESOCIALE"),
+                                 TKRVTipoColonna::Testo},
+                                {QStringLiteral("Telefono 1"), 90, QStringLiteral("TELEFONO1"), TKRVTipoColonna::Testo},
+                                {QStringLiteral("Telefono 2"), 90, QStringLiteral("TELEFONO2"),
+                                 TKRVTipoColonna::Testo}},
+                    .Filters = {{FiltroCodice, QStringLiteral("Codice"), QStringLiteral("CODICE CONTAINING ")},
+                                {FiltroRagioneSociale, QStringLiteral("Ragione sociale"),
+                                 QStringLiteral("RAGIONESOCIALE CONTAINING ")}}},
+         .Entita = &KRVEntitaClienti(),
+         .ColonnaDescrizione = 2}),
       txtTelefono(KRVCampoTesto(QStringLiteral("txtTelefono")))
 {
     setObjectName(QStringLiteral("KRVRicercaClienti"));
     AggiungiFiltroTelefono();
     // The letters below the filters.
-    static_cast<QVBoxLayout *>(layout())->insertWidget(
-        2, new TKRVBarraLettere(this, [this](const QString &letter) { BarraRicercaButtonClick(letter); }));
+    static_cast<QVBoxLayout *>(layout())->insertWidget(2, new TKRVBarraLettere(this, [this](const QString &letter) {
+                                                           BarraRicercaButtonClick(letter);
+                                                       }));
     FormCreate();
 }
 

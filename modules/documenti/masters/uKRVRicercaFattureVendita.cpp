@@ -12,23 +12,26 @@
 #include <QToolBar>
 
 TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(IKRVMain &main)
-    : TKRVRicercaDocumentiVendita(
-          main,
-          {.Elenco = {.Caption = QStringLiteral("Gestione fatture di vendita"),
-                      .QueryHead = KRVQueryFattVendTesta,
-                      .QueryTail = KRVQueryDocumentiCoda,
-                      .Columns = ColonneDocumento(),
-                      .Filters = {{.Name = QStringLiteral("txtCodice"), .Label = QStringLiteral("Codice"),
-                                   .Condition = QStringLiteral("CLI_CODICE CONTAINING ")},
-                                  {.Name = QStringLiteral("txtRagioneSociale"), .Label = QStringLiteral("Ragione sociale"),
-                                   .Condition = QStringLiteral("CLI_RAGIONESOCIALE CONTAINING ")},
-                                  {.Name = QStringLiteral("txtRigaDescrizione"), .Label = QStringLiteral("Riga"),
-                                   .Condition = KRVCondizioneRigaFattVend,
-                                   .Closing = KRVCondizioneRigaFattVendChiusura}}},
-           .Entita = &KRVEntitaFattureVendita(),
-           .ColonnaDescrizione = 4,
-           .RifiutoDellaTabella = true},
-          KRVCondizioneAnnoFattVend)
+    : TKRVRicercaDocumentiVendita(main,
+                                  {.Elenco = {.Caption = QStringLiteral("Gestione fatture di vendita"),
+                                              .QueryHead = KRVQueryFattVendTesta,
+                                              .QueryTail = KRVQueryDocumentiCoda,
+                                              .Columns = ColonneDocumento(),
+                                              .Filters = {{.Name = QStringLiteral("txtCodice"),
+                                                           .Label = QStringLiteral("Codice"),
+                                                           .Condition = QStringLiteral("CLI_CODICE CONTAINING ")},
+                                                          {.Name = QStringLiteral("txtRagioneSociale"),
+                                                           .Label = QStringLiteral("Ragione sociale"),
+                                                           .Condition =
+                                                               QStringLiteral("CLI_RAGIONESOCIALE CONTAINING ")},
+                                                          {.Name = QStringLiteral("txtRigaDescrizione"),
+                                                           .Label = QStringLiteral("Riga"),
+                                                           .Condition = KRVCondizioneRigaFattVend,
+                                                           .Closing = KRVCondizioneRigaFattVendChiusura}}},
+                                   .Entita = &KRVEntitaFattureVendita(),
+                                   .ColonnaDescrizione = 4,
+                                   .RifiutoDellaTabella = true},
+                                  KRVCondizioneAnnoFattVend)
 {
     setObjectName(QStringLiteral("KRVRicercaFattureVendita"));
     setWindowIcon(KRVImage(KRVImgFatture));
@@ -43,10 +46,11 @@ void TKRVRicercaFattureVendita::AggiungiStampe()
         if (const int id = FatturaSelezionata(); id >= 0)
             StampaFatturaVendita(id, QString(), 0);
     }));
-    barra->addAction(KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
-        if (const int id = FatturaSelezionata(); id >= 0)
-            SalvaFatturaVenditaPDF(*Main().SaveDialogPDF(), id);
-    }));
+    barra->addAction(
+        KRVCreaAzione(this, QStringLiteral("actSalvaPDF"), QStringLiteral("Salva in PDF"), KRVImgStampa, [this] {
+            if (const int id = FatturaSelezionata(); id >= 0)
+                SalvaFatturaVenditaPDF(*Main().SaveDialogPDF(), id);
+        }));
 }
 
 int TKRVRicercaFattureVendita::FatturaSelezionata() const

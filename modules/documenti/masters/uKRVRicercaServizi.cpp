@@ -3,8 +3,8 @@
 #include "KRVQueryElenchi.h"
 
 TKRVRicercaServizi::TKRVRicercaServizi(IKRVMain &main)
-    : TKRVRicercaCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Ricerca servizi"),
-                          KRVQueryRicercaServiziTesta, KRVQueryCatalogoCoda)
+    : TKRVRicercaCatalogo(main, KRVCatalogoServizi(), QStringLiteral("Ricerca servizi"), KRVQueryRicercaServiziTesta,
+                          KRVQueryCatalogoCoda)
 {
     setObjectName(QStringLiteral("KRVRicercaServizi"));
     FormCreate();

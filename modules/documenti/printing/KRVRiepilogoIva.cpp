@@ -31,7 +31,8 @@ QList<double> KRVImposteArrotondate(const QList<double> &imposte, double totaleI
         esatte << DecimiDiMillesimo(imposta);
         centesimi << Centesimi(esatte.last());
     }
-    const qint64 differenza = qRound64(totaleImposta * 100) - std::accumulate(centesimi.cbegin(), centesimi.cend(), qint64(0));
+    const qint64 differenza =
+        qRound64(totaleImposta * 100) - std::accumulate(centesimi.cbegin(), centesimi.cend(), qint64(0));
     if (differenza != 0 && qAbs(differenza) <= centesimi.size()) {
         // What rounding took from each rate (positive) or gave it (negative).
         QList<int> ordine(centesimi.size());
@@ -58,8 +59,8 @@ QList<double> KRVImposteArrotondate(const QList<double> &imposte, double totaleI
 void KRVRiepilogoIvaStampa(const IQ3ReportData &iva, const IQ3ReportData &righe, double totaleImposta,
                            TQ3MemoryData &riepilogo)
 {
-    const QStringList colonne{QStringLiteral("IVA_CODICE"), QStringLiteral("IVA_DESCRIZIONE"), QStringLiteral("IVA_ALIQUOTA"),
-                              QStringLiteral("IMPONIBILE"), QStringLiteral("IMPOSTA")};
+    const QStringList colonne{QStringLiteral("IVA_CODICE"), QStringLiteral("IVA_DESCRIZIONE"),
+                              QStringLiteral("IVA_ALIQUOTA"), QStringLiteral("IMPONIBILE"), QStringLiteral("IMPOSTA")};
     QList<int> posizioni;
     for (const QString &colonna : colonne)
         posizioni << iva.FieldIndex(colonna);

@@ -31,8 +31,10 @@ void ApriDocumento(IKRVStampeHost *host, const QString &documento, const QString
     const double totaleImposta =
         host->StampeDataset(QStringLiteral("ads") + documento)->FieldValue(QStringLiteral("TOTALE_IMPOSTA")).toDouble();
     KRVRiepilogoIvaStampa(*project->Connection(QStringLiteral("ds") + documento + QStringLiteral("Iva")),
-                          *project->Connection(QStringLiteral("ds") + documento + QStringLiteral("Dett")), totaleImposta,
-                          *host->StampeDatiCalcolati(QStringLiteral("ds") + documento + QStringLiteral("RiepilogoIva")));
+                          *project->Connection(QStringLiteral("ds") + documento + QStringLiteral("Dett")),
+                          totaleImposta,
+                          *host->StampeDatiCalcolati(QStringLiteral("ds") + documento
+                                                     + QStringLiteral("RiepilogoIva")));
 }
 
 } // namespace

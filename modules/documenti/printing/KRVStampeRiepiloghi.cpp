@@ -14,7 +14,9 @@ QString MeseDesc()
                           "Luglio",  "Agosto",   "Settembre", "Ottobre", "Novembre", "Dicembre"};
     QString caso = QStringLiteral("(CASE ");
     for (int m = 1; m <= 12; ++m)
-        caso += QStringLiteral("WHEN EXTRACT(MONTH FROM DATA) = %1 THEN '%2' ").arg(m).arg(QString::fromLatin1(mesi[m - 1]));
+        caso += QStringLiteral("WHEN EXTRACT(MONTH FROM DATA) = %1 THEN '%2' ")
+                    .arg(m)
+                    .arg(QString::fromLatin1(mesi[m - 1]));
     return caso + QStringLiteral("END ) AS MESE_DESC, ");
 }
 
@@ -45,19 +47,21 @@ QString KRVSQLRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean s
                                const QDate &oggi)
 {
     const QString annoTesto = QString::number(anno);
-    QString sql = QStringLiteral("SELECT NUMERO, DATA, ") + MeseDesc()
-                  + QStringLiteral("EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, ") + Pagato()
-                  + QStringLiteral("SCADENZA_PAGAMENTO, 'FV' AS TIPO_DOCUMENTO, TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM "
-                                   "FATT_VEND WHERE ANNO=")
-                  + annoTesto + Filtri(QStringLiteral("FATT_VEND"), pagato, scadenza, oggi);
+    QString sql =
+        QStringLiteral("SELECT NUMERO, DATA, ") + MeseDesc()
+        + QStringLiteral("EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, ") + Pagato()
+        + QStringLiteral("SCADENZA_PAGAMENTO, 'FV' AS TIPO_DOCUMENTO, TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM "
+                         "FATT_VEND WHERE ANNO=")
+        + annoTesto + Filtri(QStringLiteral("FATT_VEND"), pagato, scadenza, oggi);
     if (!magazzino)
         return sql + QStringLiteral(" ORDER BY DATA DESC, NUMERO DESC");
     sql += QStringLiteral(" UNION ");
     sql += QStringLiteral("SELECT ") + QStringLiteral("NUMERO, ") + QStringLiteral("DATA, ") + MeseDesc()
            + QStringLiteral("EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, ") + Pagato()
            + QStringLiteral("SCADENZA_PAGAMENTO, ") + QStringLiteral("'FA' AS TIPO_DOCUMENTO, ")
-           + QStringLiteral("TOTALE_IMPONIBILE, ") + QStringLiteral("TOTALE_DOCUMENTO ") + QStringLiteral("FROM FATT_ACC ")
-           + QStringLiteral("WHERE ANNO=") + annoTesto + Filtri(QStringLiteral("FATT_ACC"), pagato, scadenza, oggi);
+           + QStringLiteral("TOTALE_IMPONIBILE, ") + QStringLiteral("TOTALE_DOCUMENTO ")
+           + QStringLiteral("FROM FATT_ACC ") + QStringLiteral("WHERE ANNO=") + annoTesto
+           + Filtri(QStringLiteral("FATT_ACC"), pagato, scadenza, oggi);
     return sql + QStringLiteral(" ORDER BY 2 DESC, 1 DESC");
 }
 
@@ -87,7 +91,8 @@ void StampaRiepilogoFatture(int anno, TCustomBoolean pagato, TCustomBoolean scad
         IKRVStampeHost *host = KRVStampeHost();
         const QDate oggi = QDate::currentDate();
         KRVApriDatiStampa(host, QStringLiteral("adsRiepilogoFatture"),
-                          KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")), oggi));
+                          KRVSQLRiepilogoFatture(anno, pagato, scadenza, KRVModuloCaricato(QStringLiteral("Magazzino")),
+                                                 oggi));
         host->rProject()->SetParam(QStringLiteral("Anno"), QString::number(anno));
         host->rProject()->SetParam(QStringLiteral("Filtri"), KRVFiltriRiepilogoFatture(pagato, scadenza, oggi));
         host->rProject()->ExecuteReport(QStringLiteral("RiepilogoFatture"));

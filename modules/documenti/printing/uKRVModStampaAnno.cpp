@@ -9,8 +9,8 @@
 #include <QScreen>
 
 TKRVModStampaAnno::TKRVModStampaAnno(const QString &caption)
-    : QDialog(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint),
-      txtAnno(new QSpinBox), m_scelte(new QVBoxLayout)
+    : QDialog(nullptr, Qt::Dialog | Qt::WindowStaysOnTopHint | Qt::MSWindowsFixedSizeDialogHint), txtAnno(new QSpinBox),
+      m_scelte(new QVBoxLayout)
 {
     setWindowTitle(caption);
     setModal(true);

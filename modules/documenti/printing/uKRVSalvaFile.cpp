@@ -37,8 +37,9 @@ void TKRVSalvaFile::accept()
         const QFileInfo chosen(QDir(directory()).absoluteFilePath(name->text()));
         if (!chosen.isDir() && !chosen.dir().exists()) {
             Q3MessageBox(windowTitle(),
-                         chosen.absolutePath() + QStringLiteral("\nIl percorso non esiste.\nVerificare che il percorso "
-                                                                "indicato sia corretto."),
+                         chosen.absolutePath()
+                             + QStringLiteral("\nIl percorso non esiste.\nVerificare che il percorso "
+                                              "indicato sia corretto."),
                          TQ3MsgIcon::Warning);
             return;
         }
@@ -46,8 +47,8 @@ void TKRVSalvaFile::accept()
         if (!defaultSuffix().isEmpty() && chosen.suffix().isEmpty())
             file += QLatin1Char('.') + defaultSuffix();
         if (m_createPrompt && !chosen.isDir() && !QFileInfo::exists(file)
-            && Q3MessageBox(windowTitle(), file + QStringLiteral("\nIl file non esiste.\nCrearlo?"), TQ3MsgIcon::Question,
-                            TQ3MsgButtons::YesNo)
+            && Q3MessageBox(windowTitle(), file + QStringLiteral("\nIl file non esiste.\nCrearlo?"),
+                            TQ3MsgIcon::Question, TQ3MsgButtons::YesNo)
                    != TQ3MsgResult::Yes)
             return;
     }

@@ -3,10 +3,9 @@
 #include "KRVStampe.h"
 
 TKRVSalvaPDF::TKRVSalvaPDF(QWidget *parent)
-    : TKRVSalvaFile(QStringLiteral("SaveDialogPDF"), QStringLiteral("Salva come PDF"), QStringLiteral("File PDF (*.pdf)"),
-                    QStringLiteral("pdf"), parent)
-{
-}
+    : TKRVSalvaFile(QStringLiteral("SaveDialogPDF"), QStringLiteral("Salva come PDF"),
+                    QStringLiteral("File PDF (*.pdf)"), QStringLiteral("pdf"), parent)
+{}
 
 void SalvaFatturaVenditaPDF(TKRVSalvaPDF &dialog, int IdFattVend)
 {

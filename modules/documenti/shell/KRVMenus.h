@@ -17,8 +17,8 @@ struct TKRVMenuEntry
 
 struct TKRVMenuInfo
 {
-    QString MainMenu;    // the module's main menu that holds the top item
-    QString Name;        // the top item
+    QString MainMenu; // the module's main menu that holds the top item
+    QString Name;     // the top item
     QString Caption;
     int GroupIndex;
     QList<TKRVMenuEntry> Entries;

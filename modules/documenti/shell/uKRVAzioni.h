@@ -20,10 +20,10 @@ class TKRVSalvaPDF;
 
 // How an action brings up its window.
 enum class TKRVActionShape {
-    ShowReused,       // a non-modal child window, one instance, brought forward when open
-    CreateOnly,       // a selection dialog: made once, shown by whoever needs it
-    ModalPrint,       // a modal parameter dialog, then a print
-    ModalStatistics,  // a modal statistics dialog, reset before showing
+    ShowReused,      // a non-modal child window, one instance, brought forward when open
+    CreateOnly,      // a selection dialog: made once, shown by whoever needs it
+    ModalPrint,      // a modal parameter dialog, then a print
+    ModalStatistics, // a modal statistics dialog, reset before showing
 };
 
 // How the main object makes, prepares and follows up the window of an action.
@@ -39,12 +39,12 @@ struct TKRVFormClass
 struct TKRVActionInfo
 {
     TKRVAzione Azione;
-    QString Name;         // the action's object name
+    QString Name; // the action's object name
     QString Category;
     QString Caption;
-    QString Permission;   // empty: every user may run it
+    QString Permission; // empty: every user may run it
     TKRVActionShape Shape;
-    int Image;            // one of the module's images (KRVImg...)
+    int Image; // one of the module's images (KRVImg...)
     TKRVFormClass Form;
     // The hint of the action's toolbar button, when it has one.
     QString HintTitle{};

@@ -235,7 +235,8 @@ void TKRVMain::OpenReportProject()
     m_rProject->Close();
     const QString path = ReportProjectPath();
     if (!QFileInfo::exists(path)) {
-        Q3MessageBox(QStringLiteral("Errore"), QStringLiteral("Impossibile trovare il file delle stampe del modulo documenti!"),
+        Q3MessageBox(QStringLiteral("Errore"),
+                     QStringLiteral("Impossibile trovare il file delle stampe del modulo documenti!"),
                      TQ3MsgIcon::Error);
         return;
     }
@@ -329,7 +330,8 @@ int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
         if (actionName == ReqFatturaDaDdt) {
             if (Form(TKRVAzione::InserimentoFattureVendita)) {
                 Q3MessageBox(QStringLiteral("Attenzione"),
-                             QStringLiteral("Impossibile proseguire, chiudere la maschera di inserimento fatture e riprovare."),
+                             QStringLiteral(
+                                 "Impossibile proseguire, chiudere la maschera di inserimento fatture e riprovare."),
                              TQ3MsgIcon::Warning);
                 Run(TKRVAzione::InserimentoFattureVendita);
                 return 0;

@@ -21,7 +21,6 @@
 
 #include <memory>
 
-
 // The module's main object: owns the actions, menus, toolbars, the module
 // database session and the report project, and keeps one instance of every
 // window its actions open. The windows see it through the services they use

@@ -37,8 +37,8 @@ double Cella(const TKRVTabellaRedditivita &tabella, int riga, int colonna)
 
 QString GetFattVendSQL(int mese, int anno, const QString &tipoRiga)
 {
-    return MargineSQL(QStringLiteral("FATT_VEND_DETT"), QStringLiteral("FATT_VEND"), QStringLiteral("IDFATT_VEND"), mese,
-                      anno, tipoRiga);
+    return MargineSQL(QStringLiteral("FATT_VEND_DETT"), QStringLiteral("FATT_VEND"), QStringLiteral("IDFATT_VEND"),
+                      mese, anno, tipoRiga);
 }
 
 QString GetFattAccSQL(int mese, int anno, const QString &tipoRiga)
@@ -126,8 +126,8 @@ void KRVApplicaMesi(TKRVTabellaRedditivita &tabella, const QList<TKRVRedditivita
 
 void KRVCompletaTotali(TKRVTabellaRedditivita &tabella)
 {
-    tabella[KRVRigaTotale][KRVColonnaTotale] =
-        KRVTestoImporto(Cella(tabella, KRVRigaTotale, 1) + Cella(tabella, KRVRigaTotale, 2) + Cella(tabella, KRVRigaTotale, 3));
+    tabella[KRVRigaTotale][KRVColonnaTotale] = KRVTestoImporto(
+        Cella(tabella, KRVRigaTotale, 1) + Cella(tabella, KRVRigaTotale, 2) + Cella(tabella, KRVRigaTotale, 3));
     for (int mese = 1; mese <= 12; ++mese)
         tabella[mese][KRVColonnaMedia] = KRVTestoImporto(Cella(tabella, mese, KRVColonnaTotale) / 3);
     for (int colonna = 1; colonna <= 3; ++colonna)

@@ -90,8 +90,9 @@ TKRVGrigliaFatturato KRVGrigliaFatturatoVuota(int anno)
     griglia[0][1] = QString::number(anno);
     griglia[0][4] = QString::number(anno - 1);
     griglia[0][7] = QString::number(anno - 2);
-    griglia[1] = QStringList{QString(), QStringLiteral("Valori"), QStringLiteral("Diff."), QStringLiteral("%"),
-                             QStringLiteral("Valori"), QStringLiteral("Diff."), QStringLiteral("%"), QStringLiteral("Valori")};
+    griglia[1] = QStringList{QString(),           QStringLiteral("Valori"), QStringLiteral("Diff."),
+                             QStringLiteral("%"), QStringLiteral("Valori"), QStringLiteral("Diff."),
+                             QStringLiteral("%"), QStringLiteral("Valori")};
     const QLocale locale;
     for (int mese = 1; mese <= 12; ++mese)
         griglia[mese + 1][0] = locale.monthName(mese, QLocale::LongFormat);

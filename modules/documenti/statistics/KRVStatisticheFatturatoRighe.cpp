@@ -21,10 +21,11 @@ QString Uguale(TKRVScritturaSQL scrittura)
 QString ColonneRighe(const QString &testata, const QString &uguale)
 {
     const QString dett = testata + QStringLiteral("_DETT");
-    return QStringLiteral("EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM ") + dett
-           + QStringLiteral(" INT_TBL WHERE INT_TBL.CODICE") + uguale
-           + QStringLiteral("EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS "
-                            "IMPORTO, EXT_TBL.TIPO_RIGA FROM ")
+    return QStringLiteral("EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM ")
+           + dett + QStringLiteral(" INT_TBL WHERE INT_TBL.CODICE") + uguale
+           + QStringLiteral(
+               "EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS "
+               "IMPORTO, EXT_TBL.TIPO_RIGA FROM ")
            + dett + QStringLiteral(" EXT_TBL ");
 }
 
@@ -44,10 +45,11 @@ QString FatturatoClientiServizi(const QString &testata, const QString &where, co
 {
     const QString chiave = QStringLiteral("ID") + testata;
     return QStringLiteral("SELECT ") + testata + QStringLiteral(".CLI_CODICE, ") + testata
-           + QStringLiteral(".CLI_RAGIONESOCIALE, ") + ColonneRighe(testata, QStringLiteral(" = ")) + QStringLiteral("LEFT JOIN ")
-           + testata + QStringLiteral(" ON ") + testata + QLatin1Char('.') + chiave + QStringLiteral(" = EXT_TBL.") + chiave
-           + QLatin1Char(' ') + where + QStringLiteral(" AND (") + testata + QStringLiteral(".DATA >= ") + dal
-           + QStringLiteral(" AND ") + testata + QStringLiteral(".DATA <= ") + al + QStringLiteral(")GROUP BY 1, 2, 3, 4, 5, 7 ");
+           + QStringLiteral(".CLI_RAGIONESOCIALE, ") + ColonneRighe(testata, QStringLiteral(" = "))
+           + QStringLiteral("LEFT JOIN ") + testata + QStringLiteral(" ON ") + testata + QLatin1Char('.') + chiave
+           + QStringLiteral(" = EXT_TBL.") + chiave + QLatin1Char(' ') + where + QStringLiteral(" AND (") + testata
+           + QStringLiteral(".DATA >= ") + dal + QStringLiteral(" AND ") + testata + QStringLiteral(".DATA <= ") + al
+           + QStringLiteral(")GROUP BY 1, 2, 3, 4, 5, 7 ");
 }
 
 } // namespace

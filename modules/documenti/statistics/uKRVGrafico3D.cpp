@@ -41,7 +41,8 @@ void TKRVGrafico3D::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const int strati = int(m_serie.size());
-    const QRect area = rect().adjusted(Margine, Margine / 2 + strati * Profondita, -Margine - strati * Profondita, -Margine);
+    const QRect area =
+        rect().adjusted(Margine, Margine / 2 + strati * Profondita, -Margine - strati * Profondita, -Margine);
     if (area.width() <= 0 || area.height() <= 0)
         return;
 
@@ -71,7 +72,8 @@ void TKRVGrafico3D::paintEvent(QPaintEvent *)
     painter.setPen(palette().color(QPalette::Text));
     const QStringList etichette = m_serie.isEmpty() ? QStringList() : m_serie.constFirst().Etichette;
     for (int x = 0; x <= int(AsseMassimo) && x < etichette.size(); ++x)
-        painter.drawText(QRectF(punto(x, minimo, 0) - QPointF(15, -2), QSizeF(30, 16)), Qt::AlignCenter, etichette.at(x));
+        painter.drawText(QRectF(punto(x, minimo, 0) - QPointF(15, -2), QSizeF(30, 16)), Qt::AlignCenter,
+                         etichette.at(x));
 
     // Back years first, so that the front ones cover them.
     painter.setClipRect(area.adjusted(0, -strati * Profondita, strati * Profondita, 0));
@@ -84,9 +86,12 @@ void TKRVGrafico3D::paintEvent(QPaintEvent *)
         riempimento.setAlpha(110);
         painter.setPen(QPen(colore, LarghezzaLinee()));
         for (int i = 0; i + 1 < linea.Valori.size(); ++i) {
-            const QPointF faccia[] = {punto(i, linea.Valori.at(i), strato), punto(i + 1, linea.Valori.at(i + 1), strato),
-                                      punto(i + 1, linea.Valori.at(i + 1), strato) + QPointF(Profondita * 0.7, -Profondita * 0.7),
-                                      punto(i, linea.Valori.at(i), strato) + QPointF(Profondita * 0.7, -Profondita * 0.7)};
+            const QPointF faccia[] = {punto(i, linea.Valori.at(i), strato),
+                                      punto(i + 1, linea.Valori.at(i + 1), strato),
+                                      punto(i + 1, linea.Valori.at(i + 1), strato)
+                                          + QPointF(Profondita * 0.7, -Profondita * 0.7),
+                                      punto(i, linea.Valori.at(i), strato)
+                                          + QPointF(Profondita * 0.7, -Profondita * 0.7)};
             painter.setBrush(riempimento);
             painter.drawPolygon(faccia, 4);
         }

@@ -8,8 +8,7 @@
 TKRVDelegatoStatistiche::TKRVDelegatoStatistiche(TKRVTestoCella testo, TKRVCellaIntestazione intestazione,
                                                  QObject *parent)
     : QStyledItemDelegate(parent), m_testo(std::move(testo)), m_intestazione(std::move(intestazione))
-{
-}
+{}
 
 void TKRVDelegatoStatistiche::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                     const QModelIndex &index) const

@@ -61,10 +61,10 @@ QPushButton *Comando(const QString &nome, const QString &caption, QWidget *owner
 const TKRVVoceStatistica &KRVVoceArticolo()
 {
     static const TKRVVoceStatistica articolo{QStringLiteral("Articolo"), TKRVAzione::ModSelezionaArticolo,
-                                            [](const QSqlDatabase &db, int id) -> TKRVVoceTrovata {
-                                                const TArticolo trovato = GetArticolo(db, id);
-                                                return {trovato.IDANA_MAGA > 0, trovato.CODICE, trovato.DESCRIZIONE};
-                                            }};
+                                             [](const QSqlDatabase &db, int id) -> TKRVVoceTrovata {
+                                                 const TArticolo trovato = GetArticolo(db, id);
+                                                 return {trovato.IDANA_MAGA > 0, trovato.CODICE, trovato.DESCRIZIONE};
+                                             }};
     return articolo;
 }
 
@@ -88,12 +88,12 @@ TKRVModStatisticheBase::TKRVModStatisticheBase(IKRVMain &main, TKRVStatistica st
       m_statistica(std::move(statistica)),
       optCategoriaTutte(Opzione(QStringLiteral("optCategoriaTutte"), QStringLiteral("Tutte"))),
       optCategoriaSeleziona(Opzione(QStringLiteral("optCategoriaSeleziona"), QStringLiteral("Seleziona"))),
-      txtCategoria(new TKRVCategoriaBox(QStringLiteral("txtCategoria"),
-                                        {.Table = m_statistica.CategoryTable,
-                                         .KeyColumn = m_statistica.CategoryKey,
-                                         .OrderBy = QStringLiteral("ORDER BY UPPER(CATEGORIA)"),
-                                         .FirstEntry = QStringLiteral("Tutte le categorie"),
-                                         .UnderFirstEntry = true})),
+      txtCategoria(
+          new TKRVCategoriaBox(QStringLiteral("txtCategoria"), {.Table = m_statistica.CategoryTable,
+                                                                .KeyColumn = m_statistica.CategoryKey,
+                                                                .OrderBy = QStringLiteral("ORDER BY UPPER(CATEGORIA)"),
+                                                                .FirstEntry = QStringLiteral("Tutte le categorie"),
+                                                                .UnderFirstEntry = true})),
       lblVoce(new QLabel(QStringLiteral("..."))),
       txtFatturazioneDataDal(Data(QStringLiteral("txtFatturazioneDataDal"))),
       txtFatturazioneDataAl(Data(QStringLiteral("txtFatturazioneDataAl"))), m_opzioni(new QVBoxLayout),
@@ -117,8 +117,8 @@ TKRVModStatisticheBase::TKRVModStatisticheBase(IKRVMain &main, TKRVStatistica st
     scelta->addWidget(lblVoce, 1);
     scelta->addWidget(Comando(QStringLiteral("cmdSeleziona") + voce, QStringLiteral("Seleziona..."), this,
                               [this] { SelezionaVoce(); }));
-    scelta->addWidget(Comando(QStringLiteral("cmdAnnulla") + voce, QStringLiteral("Annulla"), this,
-                              [this] { SetIdVoce(0); }));
+    scelta->addWidget(
+        Comando(QStringLiteral("cmdAnnulla") + voce, QStringLiteral("Annulla"), this, [this] { SetIdVoce(0); }));
 
     auto date = new QHBoxLayout;
     date->addWidget(KRVEtichetta(QStringLiteral("Dal"), txtFatturazioneDataDal));
@@ -226,7 +226,8 @@ void TKRVModStatisticheBase::actStampaExecute()
         filtro.Codice = m_codiceVoce;
     if (!KRVStampaStatistica(m_statistica.Dataset, Istruzione(filtro), Report(),
                              KRVTitoloStatistica(m_statistica.Titolo, Dal(), Al())))
-        Q3MessageBox(QStringLiteral("Informazioni"), QStringLiteral("Nessun dato da stampare."), TQ3MsgIcon::Information);
+        Q3MessageBox(QStringLiteral("Informazioni"), QStringLiteral("Nessun dato da stampare."),
+                     TQ3MsgIcon::Information);
 }
 
 QString TKRVModStatisticheBase::Istruzione(const TKRVFiltroRighe &filtro) const

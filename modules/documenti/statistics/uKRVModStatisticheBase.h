@@ -27,7 +27,7 @@ struct TKRVVoceTrovata
 // The article or service a statistics dialog may restrict its lines to.
 struct TKRVVoceStatistica
 {
-    QString Nome;            // "Articolo": the line kind, the group's caption and names
+    QString Nome;               // "Articolo": the line kind, the group's caption and names
     TKRVAzione AzioneSelezione; // the main object's action of the selection dialog
     TKRVVoceTrovata (*Cerca)(const QSqlDatabase &db, int id);
 };

@@ -42,5 +42,6 @@ QString TKRVModStatisticheFatturatoClientiServizi::Istruzione(const TKRVFiltroRi
 
 QString TKRVModStatisticheFatturatoClientiServizi::Report() const
 {
-    return chkVisualizzaTotali->isChecked() ? QStringLiteral("FatturatoClientiServizi02") : TKRVModStatisticheBase::Report();
+    return chkVisualizzaTotali->isChecked() ? QStringLiteral("FatturatoClientiServizi02")
+                                            : TKRVModStatisticheBase::Report();
 }

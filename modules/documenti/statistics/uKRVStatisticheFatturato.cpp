@@ -26,8 +26,8 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QToolBar>
-#include <QValueAxis>
 #include <QVBoxLayout>
+#include <QValueAxis>
 
 #include <algorithm>
 
@@ -67,11 +67,11 @@ TKRVStatisticheFatturato::TKRVStatisticheFatturato(IKRVMain &main, QWidget *pare
     tBarStandard->addAction(KRVCreaAzione(this, QStringLiteral("actChiudi"), QStringLiteral("Chiudi"), KRVImgChiudi,
                                           [this] { CloseQ3ChildForm(this); }));
     tBarStandard->addSeparator();
-    tBarStandard->addAction(KRVCreaAzione(this, QStringLiteral("actAggiorna"), QStringLiteral("Aggiorna"), KRVImgRipristina,
-                                          [this] {
-                                              AggiornaGrigliaTabella();
-                                              AggiornaGrafico();
-                                          }));
+    tBarStandard->addAction(
+        KRVCreaAzione(this, QStringLiteral("actAggiorna"), QStringLiteral("Aggiorna"), KRVImgRipristina, [this] {
+            AggiornaGrigliaTabella();
+            AggiornaGrafico();
+        }));
 
     pgcPagine->setObjectName(QStringLiteral("pgcPagine"));
     pgcPagine->addTab(CreaPaginaTabella(), QStringLiteral(" Tabella  "));
@@ -110,8 +110,8 @@ QWidget *TKRVStatisticheFatturato::CreaPaginaTabella()
 
     grdTabella = new QTableWidget;
     KRVPreparaGrigliaStatistiche(
-        grdTabella, QStringLiteral("grdTabella"), [this](int riga, int colonna) { return TestoVisualizzato(riga, colonna); },
-        &KRVCellaIntestazioneFatturato);
+        grdTabella, QStringLiteral("grdTabella"),
+        [this](int riga, int colonna) { return TestoVisualizzato(riga, colonna); }, &KRVCellaIntestazioneFatturato);
 
     auto layout = new QVBoxLayout(pagina);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -48,8 +48,8 @@ TKRVStatisticheRedditivitaMensile::TKRVStatisticheRedditivitaMensile(IKRVMain &,
     setWindowTitle(QStringLiteral("Redditività mensile"));
     setWindowIcon(KRVImage(KRVImgStatistiche));
 
-    tBarStandard->addAction(
-        KRVCreaAzione(this, QStringLiteral("actChiudi"), QStringLiteral("Chiudi"), KRVImgChiudi, [this] { CloseQ3ChildForm(this); }));
+    tBarStandard->addAction(KRVCreaAzione(this, QStringLiteral("actChiudi"), QStringLiteral("Chiudi"), KRVImgChiudi,
+                                          [this] { CloseQ3ChildForm(this); }));
     tBarStandard->addSeparator();
     QAction *aggiorna = KRVCreaAzione(this, QStringLiteral("actAggiornaTabella"), QStringLiteral("Aggiorna tabella"),
                                       KRVImgRipristina, [this] { actAggiornaTabellaExecute(); });
@@ -62,7 +62,8 @@ TKRVStatisticheRedditivitaMensile::TKRVStatisticheRedditivitaMensile(IKRVMain &,
     tBarStandard->addWidget(speAnno);
 
     KRVPreparaGrigliaStatistiche(
-        grdTabella, QStringLiteral("grdTabella"), [this](int riga, int colonna) { return TestoVisualizzato(riga, colonna); },
+        grdTabella, QStringLiteral("grdTabella"),
+        [this](int riga, int colonna) { return TestoVisualizzato(riga, colonna); },
         &TKRVStatisticheRedditivitaMensile::CellaIntestazione);
     grdTabella->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     grdTabella->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

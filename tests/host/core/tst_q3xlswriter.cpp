@@ -90,8 +90,9 @@ void TestQ3XlsWriter::init()
 QJsonObject TestQ3XlsWriter::Read(const QString &path, bool summary)
 {
     // Debian's xlrd belongs to Debian's interpreter, which a developer's PATH may hide.
-    const QString python = QFile::exists(QStringLiteral("/usr/bin/python3")) ? QStringLiteral("/usr/bin/python3")
-                                                                           : QStandardPaths::findExecutable(QStringLiteral("python3"));
+    const QString python = QFile::exists(QStringLiteral("/usr/bin/python3"))
+                               ? QStringLiteral("/usr/bin/python3")
+                               : QStandardPaths::findExecutable(QStringLiteral("python3"));
     QStringList arguments{QStringLiteral("-c"), QString::fromUtf8(ReaderScript), path};
     if (summary)
         arguments << QStringLiteral("summary");
@@ -136,8 +137,9 @@ TQ3XlsFoglio TestQ3XlsWriter::TurnoverSheet()
     sheet.Celle[0][1] = 2025.0;
     sheet.Celle[0][4] = 2024.0;
     sheet.Celle[0][7] = 2023.0;
-    sheet.Celle[1] = {QVariant(), QStringLiteral("Valori"), QStringLiteral("Diff."), QStringLiteral("%"),
-                      QStringLiteral("Valori"), QStringLiteral("Diff."), QStringLiteral("%"), QStringLiteral("Valori")};
+    sheet.Celle[1] = {QVariant(),          QStringLiteral("Valori"), QStringLiteral("Diff."),
+                      QStringLiteral("%"), QStringLiteral("Valori"), QStringLiteral("Diff."),
+                      QStringLiteral("%"), QStringLiteral("Valori")};
     for (int m = 0; m < 12; ++m) {
         sheet.Celle[m + 2][0] = months[m];
         for (int c = 1; c < 8; ++c)
@@ -190,10 +192,11 @@ void TestQ3XlsWriter::textOutsideLatin1BecomesQuestionMark()
 {
     TQ3XlsFoglio sheet;
     sheet.Nome = QStringLiteral("Fatturato");
-    sheet.Celle = {{QStringLiteral("Novità: più € per te"), QStringLiteral("ÀÉÌÒÙ àéìòù ç ñ ß ÿ"),
-                    QStringLiteral("Ω"), QString::fromUtf8("a\xF0\x9F\x98\x80z")}};
+    sheet.Celle = {{QStringLiteral("Novità: più € per te"), QStringLiteral("ÀÉÌÒÙ àéìòù ç ñ ß ÿ"), QStringLiteral("Ω"),
+                    QString::fromUtf8("a\xF0\x9F\x98\x80z")}};
     Q3ScriviXls(Path(QStringLiteral("testi.xls")), sheet);
-    const QJsonArray row = Read(Path(QStringLiteral("testi.xls"))).value(QStringLiteral("cells")).toArray()[0].toArray();
+    const QJsonArray row =
+        Read(Path(QStringLiteral("testi.xls"))).value(QStringLiteral("cells")).toArray()[0].toArray();
     QCOMPARE(row[0].toArray()[1].toString(), QStringLiteral("Novità: più ? per te"));
     QCOMPARE(row[1].toArray()[1].toString(), QStringLiteral("ÀÉÌÒÙ àéìòù ç ñ ß ÿ"));
     QCOMPARE(row[2].toArray()[1].toString(), QStringLiteral("?"));
@@ -264,7 +267,8 @@ void TestQ3XlsWriter::numbersShowAsMoney()
     for (const QJsonValue &row : read.value(QStringLiteral("cells")).toArray()) {
         for (const QJsonValue &cell : row.toArray()) {
             const bool number = cell.toArray()[0].toInt() == CellNumber;
-            const QString format = formats[cell.toArray()[2].toInt()].toObject().value(QStringLiteral("format")).toString();
+            const QString format =
+                formats[cell.toArray()[2].toInt()].toObject().value(QStringLiteral("format")).toString();
             QCOMPARE(format, number ? QStringLiteral("#,##0.00") : QStringLiteral("General"));
             numbers += number ? 1 : 0;
         }
@@ -293,7 +297,8 @@ void TestQ3XlsWriter::sheetNameIsMadeValid()
              QJsonArray{QStringLiteral("Fatt_urato _2025__ _più_ di tre")});
     sheet.Nome = QStringLiteral("Ω");
     Q3ScriviXls(Path(QStringLiteral("nome.xls")), sheet);
-    QCOMPARE(Read(Path(QStringLiteral("nome.xls"))).value(QStringLiteral("sheets")).toArray(), QJsonArray{QStringLiteral("_")});
+    QCOMPARE(Read(Path(QStringLiteral("nome.xls"))).value(QStringLiteral("sheets")).toArray(),
+             QJsonArray{QStringLiteral("_")});
     sheet.Nome.clear();
     Q3ScriviXls(Path(QStringLiteral("nome.xls")), sheet);
     QCOMPARE(Read(Path(QStringLiteral("nome.xls"))).value(QStringLiteral("sheets")).toArray(),
@@ -394,7 +399,8 @@ void TestQ3XlsWriter::existingFileIsOverwritten()
     QVERIFY(QFileInfo(path).size() < 200000);
     const QJsonObject read = Read(path);
     QCOMPARE(read.value(QStringLiteral("sheets")).toArray(), QJsonArray{QStringLiteral("Fatturato")});
-    QCOMPARE(read.value(QStringLiteral("cells")).toArray()[15].toArray()[0].toArray()[1].toString(), QStringLiteral("Totali"));
+    QCOMPARE(read.value(QStringLiteral("cells")).toArray()[15].toArray()[0].toArray()[1].toString(),
+             QStringLiteral("Totali"));
 
     TQ3XlsFoglio other;
     other.Nome = QStringLiteral("Fatturato");
@@ -409,7 +415,8 @@ void TestQ3XlsWriter::missingFolderRaisesNamingTheFile()
 {
     const QString path = Path(QStringLiteral("non esiste/fatturato.xls"));
     const QString message = Failure(path, TurnoverSheet());
-    QVERIFY2(message.startsWith(QStringLiteral("Impossibile scrivere il file \"%1\"").arg(QDir::toNativeSeparators(path))),
+    QVERIFY2(message.startsWith(
+                 QStringLiteral("Impossibile scrivere il file \"%1\"").arg(QDir::toNativeSeparators(path))),
              qPrintable(message));
     QVERIFY(!QFile::exists(path));
 }
@@ -439,8 +446,9 @@ void TestQ3XlsWriter::invalidMergeIsRefused()
                                       TQ3XlsUnione{0, 0, 65536, 0}, TQ3XlsUnione{0, 0, 0, 256}}) {
         TQ3XlsFoglio sheet;
         sheet.Unioni = {merge};
-        QCOMPARE(Failure(path, sheet), QStringLiteral("Impossibile scrivere il file \"%1\": unione di celle non valida.")
-                                           .arg(QDir::toNativeSeparators(path)));
+        QCOMPARE(Failure(path, sheet),
+                 QStringLiteral("Impossibile scrivere il file \"%1\": unione di celle non valida.")
+                     .arg(QDir::toNativeSeparators(path)));
         QVERIFY(!QFile::exists(path));
     }
 }

@@ -193,7 +193,8 @@ public:
     }
 
     QTemporaryDir Dir;
-    TQ3MemoryData Vendite{{QStringLiteral("ANNO"), QStringLiteral("MESE"), QStringLiteral("CLIENTE"), QStringLiteral("IMPORTO")}};
+    TQ3MemoryData Vendite{
+        {QStringLiteral("ANNO"), QStringLiteral("MESE"), QStringLiteral("CLIENTE"), QStringLiteral("IMPORTO")}};
     TQ3MemoryData Testa{{QStringLiteral("NUMERO"), QStringLiteral("DATA"), QStringLiteral("TOTALE")}};
     TQ3MemoryData Righe{{QStringLiteral("DESCRIZIONE"), QStringLiteral("IMPORTO")}};
     TQ3ReportProject Project;
@@ -240,21 +241,25 @@ private slots:
     {
         QCOMPARE(Q3FormatReportValue(QStringLiteral("1234,50"), QStringLiteral("money")), QStringLiteral("1.234,50"));
         QCOMPARE(Q3FormatReportValue(QStringLiteral("-12,30"), QStringLiteral("money")), QStringLiteral("-12,30"));
-        QCOMPARE(Q3FormatReportValue(QStringLiteral(" 1234.50 "), QStringLiteral("currency")), QStringLiteral("1.234,50 €"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral(" 1234.50 "), QStringLiteral("currency")),
+                 QStringLiteral("1.234,50 €"));
         QCOMPARE(Q3FormatReportValue(QStringLiteral("12,50"), QStringLiteral("number:1")), QStringLiteral("12,5"));
         QCOMPARE(Q3FormatReportValue(QStringLiteral("Totali"), QStringLiteral("money")), QStringLiteral("Totali"));
         QCOMPARE(Q3FormatReportValue(QString(), QStringLiteral("money")), QString());
-        QCOMPARE(Q3FormatReportValue(QStringLiteral("1234,50"), QStringLiteral("money"), false, true), QStringLiteral("+1.234,50"));
-        QCOMPARE(Q3FormatReportValue(QStringLiteral("-5,00"), QStringLiteral("money"), false, true), QStringLiteral("-5,00"));
-        QCOMPARE(Q3FormatReportValue(QStringLiteral("0,00"), QStringLiteral("money"), false, true), QStringLiteral("0,00"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("1234,50"), QStringLiteral("money"), false, true),
+                 QStringLiteral("+1.234,50"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("-5,00"), QStringLiteral("money"), false, true),
+                 QStringLiteral("-5,00"));
+        QCOMPARE(Q3FormatReportValue(QStringLiteral("0,00"), QStringLiteral("money"), false, true),
+                 QStringLiteral("0,00"));
         QCOMPARE(Q3FormatReportValue(QStringLiteral("0,00"), QStringLiteral("money"), true), QString());
         QCOMPARE(Q3FormatReportValue(0, QString(), true), QString());
     }
 
     void parseText_placeholders()
     {
-        const auto segments = Q3ParseReportText(QStringLiteral("N. {dsA.NUMERO|number:0} {{x}} {param:P} {page}/{pages}"),
-                                                QString());
+        const auto segments =
+            Q3ParseReportText(QStringLiteral("N. {dsA.NUMERO|number:0} {{x}} {param:P} {page}/{pages}"), QString());
         QCOMPARE(segments.size(), 8);
         QCOMPARE(segments.at(1).Connection, QStringLiteral("dsA"));
         QCOMPARE(segments.at(1).Format, QStringLiteral("number:0"));
@@ -292,8 +297,8 @@ private slots:
     void readProject_groupErrors()
     {
         const auto fails = [](const char *detail) {
-            const QByteArray project = QByteArray("<project><report name=\"R\"><connection name=\"dsA\"/>\n")
-                                       + detail + "\n</report></project>";
+            const QByteArray project = QByteArray("<project><report name=\"R\"><connection name=\"dsA\"/>\n") + detail
+                                       + "\n</report></project>";
             try {
                 Q3ReadReportProject(project, QString());
             } catch (const EQ3Exception &e) {
@@ -308,19 +313,23 @@ private slots:
         QVERIFY(fails("<detail connection=\"dsA\"><group column=\"A\"><band height=\"5\"/></group></detail>")
                     .contains(QStringLiteral("riga 2 (<band>)")));
         QVERIFY(fails("<summary height=\"5\"><text>{count:dsX}</text></summary>").contains(QStringLiteral("dsX")));
-        QCOMPARE(fails("<detail connection=\"dsA\"><group column=\"A\"><group column=\"B\"/></group></detail>"), QString());
+        QCOMPARE(fails("<detail connection=\"dsA\"><group column=\"A\"><group column=\"B\"/></group></detail>"),
+                 QString());
     }
 
     void groupColumnMissing_fails()
     {
         TRun run(GroupProject);
-        run.Vendite.SetFields({QStringLiteral("ANNO"), QStringLiteral("MESI"), QStringLiteral("CLIENTE"), QStringLiteral("IMPORTO")});
+        run.Vendite.SetFields(
+            {QStringLiteral("ANNO"), QStringLiteral("MESI"), QStringLiteral("CLIENTE"), QStringLiteral("IMPORTO")});
         try {
             run.Project.Generate(QStringLiteral("Gruppi"));
             QFAIL("no error");
         } catch (const EQ3Exception &e) {
-            QCOMPARE(e.Message(),
-                     QStringLiteral("Il report \"Gruppi\" raggruppa per la colonna \"MESE\", che la connessione \"dsVendite\" non ha."));
+            QCOMPARE(
+                e.Message(),
+                QStringLiteral(
+                    "Il report \"Gruppi\" raggruppa per la colonna \"MESE\", che la connessione \"dsVendite\" non ha."));
         }
     }
 
@@ -352,12 +361,14 @@ private slots:
     {
         TRun run(GroupProject);
         const auto empty = run.Project.Generate(QStringLiteral("Gruppi"));
-        QCOMPARE(Bands(*empty, 0), (QStringList{"10: Intestazione", "20: Totale generale 0,00 (0)", "30: Riepilogo 0,00 € 0"}));
+        QCOMPARE(Bands(*empty, 0),
+                 (QStringList{"10: Intestazione", "20: Totale generale 0,00 (0)", "30: Riepilogo 0,00 € 0"}));
         run.AddSales(2026, QStringLiteral("Marzo"), 1);
         run.AddSales(2026, QStringLiteral("Aprile"), 1);
         run.AddSales(2026, QStringLiteral("Marzo"), 1);
         const QStringList bands = Bands(*run.Project.Generate(QStringLiteral("Gruppi")), 0);
-        QCOMPARE(bands.filter(QStringLiteral("Totale Marzo")), (QStringList{"40: Totale Marzo 10,00 (1)", "94: Totale Marzo 10,00 (1)"}));
+        QCOMPARE(bands.filter(QStringLiteral("Totale Marzo")),
+                 (QStringList{"40: Totale Marzo 10,00 (1)", "94: Totale Marzo 10,00 (1)"}));
     }
 
     // An outer change closes the inner group too; a header may total its group
@@ -371,10 +382,11 @@ private slots:
         QStringList bands;
         for (const QString &band : Bands(*run.Project.Generate(QStringLiteral("Annidati")), 0))
             bands << band.section(QStringLiteral(": "), 1);
-        QCOMPARE(bands, (QStringList{"Anno 2026 (3 vendite)", "Mese Febbraio", "1. Febbraio 1 10,00", "2. Febbraio 2 30,00",
-                                     "Totale Febbraio 30,00", "Mese Gennaio", "3. Gennaio 1 40,00", "Totale Gennaio 10,00",
-                                     "Totale 2026 40,00", "Anno 2025 (2 vendite)", "Mese Gennaio", "4. Gennaio 1 50,00",
-                                     "5. Gennaio 2 70,00", "Totale Gennaio 30,00", "Totale 2025 30,00"}));
+        QCOMPARE(bands,
+                 (QStringList{"Anno 2026 (3 vendite)", "Mese Febbraio", "1. Febbraio 1 10,00", "2. Febbraio 2 30,00",
+                              "Totale Febbraio 30,00", "Mese Gennaio", "3. Gennaio 1 40,00", "Totale Gennaio 10,00",
+                              "Totale 2026 40,00", "Anno 2025 (2 vendite)", "Mese Gennaio", "4. Gennaio 1 50,00",
+                              "5. Gennaio 2 70,00", "Totale Gennaio 30,00", "Totale 2025 30,00"}));
     }
 
     // Rows sorted by the layout: empty values first, texts whatever their
@@ -391,10 +403,11 @@ private slots:
             bands << band.section(QStringLiteral(": "), 1);
         QCOMPARE(bands, (QStringList{"Senza mese 5,00", "Totale  5,00", "aprile 1 10,00", "Totale aprile 10,00",
                                      "Marzo 2 20,00", "Marzo 1 10,00", "Ultima 10,00", "Totale Marzo 40,00"}));
-        QVERIFY_THROWS_EXCEPTION(EQ3Exception, Q3ReadReportProject("<project><report name=\"R\"><connection name=\"dsA\"/>"
-                                                                   "<detail connection=\"dsA\" order=\"A discendente\"/>"
-                                                                   "</report></project>",
-                                                                   QString()));
+        QVERIFY_THROWS_EXCEPTION(EQ3Exception,
+                                 Q3ReadReportProject("<project><report name=\"R\"><connection name=\"dsA\"/>"
+                                                     "<detail connection=\"dsA\" order=\"A discendente\"/>"
+                                                     "</report></project>",
+                                                     QString()));
     }
 
     // The next group's header would just fit under the last footer of a page,
@@ -411,7 +424,8 @@ private slots:
         QCOMPARE(document->PageCount(), 2);
         const QStringList first = Bands(*document, 0);
         QCOMPARE(first.last(), QStringLiteral("270: Totale Marzo 3.000,00 (24)"));
-        QCOMPARE(Bands(*document, 1).mid(0, 3), (QStringList{"10: Intestazione", "20: Mese Aprile", "30: Aprile 1 10,00"}));
+        QCOMPARE(Bands(*document, 1).mid(0, 3),
+                 (QStringList{"10: Intestazione", "20: Mese Aprile", "30: Aprile 1 10,00"}));
 
         // One row fewer: the header and its first row fit at the bottom.
         TRun shorter(GroupProject);
@@ -445,14 +459,17 @@ private slots:
 
     void missingFont_fails()
     {
-        const auto reports = Q3ReadReportProject("<project><report name=\"R\"><title height=\"5\">"
-                                                 "<text font=\"Carattere Inesistente\">x</text></title></report></project>",
-                                                 QString());
+        const auto reports =
+            Q3ReadReportProject("<project><report name=\"R\"><title height=\"5\">"
+                                "<text font=\"Carattere Inesistente\">x</text></title></report></project>",
+                                QString());
         try {
             TQ3ReportDocument document(reports.first(), {});
             QFAIL("no error");
         } catch (const EQ3Exception &e) {
-            QCOMPARE(e.Message(), QStringLiteral("Il report \"R\" usa il carattere \"Carattere Inesistente\", che non è installato."));
+            QCOMPARE(e.Message(),
+                     QStringLiteral(
+                         "Il report \"R\" usa il carattere \"Carattere Inesistente\", che non è installato."));
         }
     }
 
@@ -621,15 +638,17 @@ private slots:
                 colours << document->ItemText(item, placed.Rows, 0, placed.Totals) + QLatin1Char('=')
                                + document->ItemColor(item, placed.Rows, placed.Totals).name();
         }
-        QCOMPARE(colours, (QStringList{"Voce: Sconto -=#000000", "-12,30=#ff0000", "Voce: Merce -=#000000", "50,00=#000000",
-                                       "Voce: Vuota -=#000000", "=#000000", "Voce: Testo -=#000000", "-5,00=#ff0000",
-                                       "Voce: Zero -=#000000", "0,00=#000000", "Totale 37,70=#000000", "Fine=#000000"}));
+        QCOMPARE(colours,
+                 (QStringList{"Voce: Sconto -=#000000", "-12,30=#ff0000", "Voce: Merce -=#000000", "50,00=#000000",
+                              "Voce: Vuota -=#000000", "=#000000", "Voce: Testo -=#000000", "-5,00=#ff0000",
+                              "Voce: Zero -=#000000", "0,00=#000000", "Totale 37,70=#000000", "Fine=#000000"}));
 
         // A negative total takes the colour of its own text.
         run.Righe.AddRow({QStringLiteral("Reso"), -100.0});
         const auto negative = run.Project.Generate(QStringLiteral("Condizioni"));
         const TQ3PlacedBand &footer = negative->Page(0).Bands.at(6);
-        QCOMPARE(negative->ItemText(footer.Band->Items.at(0), footer.Rows, 0, footer.Totals), QStringLiteral("Totale -62,30"));
+        QCOMPARE(negative->ItemText(footer.Band->Items.at(0), footer.Rows, 0, footer.Totals),
+                 QStringLiteral("Totale -62,30"));
         QCOMPARE(negative->ItemColor(footer.Band->Items.at(0), footer.Rows, footer.Totals), QColor(Qt::blue));
 
         // Drawn: the negative amount in red, the positive one in black.
@@ -664,7 +683,8 @@ private slots:
             }
             return QString();
         };
-        QVERIFY(fails("negative-color=\"rossastro\"").contains(QStringLiteral("il colore negative-color=\"rossastro\" non è valido")));
+        QVERIFY(fails("negative-color=\"rossastro\"")
+                    .contains(QStringLiteral("il colore negative-color=\"rossastro\" non è valido")));
         QCOMPARE(fails("negative-color=\"#c00000\""), QString());
     }
 
@@ -702,8 +722,9 @@ private slots:
     // and prints only beside a value that prints something.
     void beforeAfter_onlyWithAValue()
     {
-        const auto segments = Q3ParseReportText(
-            QStringLiteral("{dsA.REA|before:REA: |after:   }{dsA.CAPITALE|trim|before:Cap. soc. }"), QString());
+        const auto segments =
+            Q3ParseReportText(QStringLiteral("{dsA.REA|before:REA: |after:   }{dsA.CAPITALE|trim|before:Cap. soc. }"),
+                              QString());
         QCOMPARE(segments.size(), 2);
         QCOMPARE(segments.at(0).Before, QStringLiteral("REA: "));
         QCOMPARE(segments.at(0).After, QStringLiteral("   "));

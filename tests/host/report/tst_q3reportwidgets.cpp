@@ -161,7 +161,9 @@ private slots:
         run.System.OnOverrideSetup = [](TQ3ReportSystem *system, TQ3OverrideMode, QObject *&) {
             system->SetSetupResult(true, TQ3ReportDestination::Preview);
         };
-        run.System.OnOverridePreview = [&](TQ3ReportSystem *, TQ3OverrideMode, QObject *&) { shown = status.isVisible(); };
+        run.System.OnOverridePreview = [&](TQ3ReportSystem *, TQ3OverrideMode, QObject *&) {
+            shown = status.isVisible();
+        };
         run.Project.ExecuteReport(QStringLiteral("Righe"));
         QVERIFY(!shown);
         QCOMPARE(status.Text(), QStringLiteral("Generating page 1"));

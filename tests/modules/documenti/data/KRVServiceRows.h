@@ -20,14 +20,15 @@ inline QString KRVInsertDocumentoSQL(const QString &table, int numero, int anno,
 {
     const bool fattVend = table == QLatin1String("FATT_VEND");
     return QStringLiteral("INSERT INTO ") + table
-           + QStringLiteral(" (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, "
-                            "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO")
+           + QStringLiteral(
+               " (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, "
+               "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO")
            + (fattVend ? QStringLiteral(", FC_ABILITATO") : QString()) + QStringLiteral(") VALUES (")
-           + QString::number(numero) + QStringLiteral(", ") + QuotedStr(QString::number(anno) + QStringLiteral("-01-15"))
-           + QStringLiteral(", ") + QString::number(anno) + QStringLiteral(", ") + QuotedStr(cliCodice)
-           + QStringLiteral(", 'Cliente di prova', ") + QString::number(idTipoPagamento)
-           + QStringLiteral(", 'Rimessa diretta', 'False', 0, 0, 0") + (fattVend ? QStringLiteral(", 'False'") : QString())
-           + QStringLiteral(")");
+           + QString::number(numero) + QStringLiteral(", ")
+           + QuotedStr(QString::number(anno) + QStringLiteral("-01-15")) + QStringLiteral(", ") + QString::number(anno)
+           + QStringLiteral(", ") + QuotedStr(cliCodice) + QStringLiteral(", 'Cliente di prova', ")
+           + QString::number(idTipoPagamento) + QStringLiteral(", 'Rimessa diretta', 'False', 0, 0, 0")
+           + (fattVend ? QStringLiteral(", 'False'") : QString()) + QStringLiteral(")");
 }
 
 inline int KRVInsertDocumento(const TQ3TestDatabase &db, const QString &table, int numero, int anno,
@@ -48,9 +49,9 @@ inline int KRVInsertRiga(const TQ3TestDatabase &db, const QString &table, int id
                             + (fattVend ? QStringLiteral(" (IDFATT_VEND") : QStringLiteral(" (IDNOTA_ACCREDITO"))
                             + QStringLiteral(", TIPO_RIGA, CODICE, IDCATEGORIA, IVA_IDALIQUOTA_IVA, IDUM) VALUES (")
                             + QString::number(idDocumento) + QStringLiteral(", ") + QuotedStr(tipoRiga)
-                            + QStringLiteral(", ") + QuotedStr(codice) + QStringLiteral(", ") + QString::number(idCategoria)
-                            + QStringLiteral(", ") + QString::number(idAliquotaIva) + QStringLiteral(", ")
-                            + QString::number(idUm) + QStringLiteral(")"),
+                            + QStringLiteral(", ") + QuotedStr(codice) + QStringLiteral(", ")
+                            + QString::number(idCategoria) + QStringLiteral(", ") + QString::number(idAliquotaIva)
+                            + QStringLiteral(", ") + QString::number(idUm) + QStringLiteral(")"),
                         fattVend ? QStringLiteral("GN_IDFATT_VEND_DETT") : QStringLiteral("GN_IDNOTA_ACCREDITO_DETT"));
 }
 
@@ -59,17 +60,18 @@ inline int KRVInsertCliente(const TQ3TestDatabase &db, const QString &codice, co
 {
     return KRVInsertRow(db,
                         QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, IDTIPO_PAGAMENTO) VALUES (")
-                            + QuotedStr(codice) + QStringLiteral(", ") + QuotedStr(ragioneSociale) + QStringLiteral(", ")
-                            + QString::number(idTipoPagamento) + QStringLiteral(")"),
+                            + QuotedStr(codice) + QStringLiteral(", ") + QuotedStr(ragioneSociale)
+                            + QStringLiteral(", ") + QString::number(idTipoPagamento) + QStringLiteral(")"),
                         QStringLiteral("GN_IDCLIENTE"));
 }
 
-inline int KRVInsertArticolo(const TQ3TestDatabase &db, const QString &codice, int idCategoria = 1, int idAliquotaIva = 1,
-                             int idUm = 1)
+inline int KRVInsertArticolo(const TQ3TestDatabase &db, const QString &codice, int idCategoria = 1,
+                             int idAliquotaIva = 1, int idUm = 1)
 {
     return KRVInsertRow(db,
-                        QStringLiteral("INSERT INTO ANA_MAGA (CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, "
-                                       "PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) VALUES (")
+                        QStringLiteral(
+                            "INSERT INTO ANA_MAGA (CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, "
+                            "PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) VALUES (")
                             + QuotedStr(codice) + QStringLiteral(", 'Articolo di prova', 2.5, 10, ")
                             + QString::number(idCategoria) + QStringLiteral(", 12.34, 5.6, ")
                             + QString::number(idAliquotaIva) + QStringLiteral(", ") + QString::number(idUm)
@@ -77,15 +79,16 @@ inline int KRVInsertArticolo(const TQ3TestDatabase &db, const QString &codice, i
                         QStringLiteral("GN_IDANA_MAGA"));
 }
 
-inline int KRVInsertServizio(const TQ3TestDatabase &db, const QString &codice, int idCategoria = 1, int idAliquotaIva = 1,
-                             int idUm = 2)
+inline int KRVInsertServizio(const TQ3TestDatabase &db, const QString &codice, int idCategoria = 1,
+                             int idAliquotaIva = 1, int idUm = 2)
 {
     return KRVInsertRow(db,
                         QStringLiteral("INSERT INTO SERVIZI (CODICE, DESCRIZIONE, IDCATEGORIA_SERVIZI, PREZZO, COSTO, "
                                        "IDALIQUOTA_IVA, IDUM) VALUES (")
-                            + QuotedStr(codice) + QStringLiteral(", 'Servizio di prova', ") + QString::number(idCategoria)
-                            + QStringLiteral(", 50, 20.5, ") + QString::number(idAliquotaIva) + QStringLiteral(", ")
-                            + QString::number(idUm) + QStringLiteral(")"),
+                            + QuotedStr(codice) + QStringLiteral(", 'Servizio di prova', ")
+                            + QString::number(idCategoria) + QStringLiteral(", 50, 20.5, ")
+                            + QString::number(idAliquotaIva) + QStringLiteral(", ") + QString::number(idUm)
+                            + QStringLiteral(")"),
                         QStringLiteral("GN_IDSERVIZIO"));
 }
 

@@ -19,21 +19,27 @@ struct TKRVDaAggiornare : TKRVTestCore
 {
     explicit TKRVDaAggiornare(TQ3TestDatabase::Where where = TQ3TestDatabase::Where::Embedded)
         : TKRVTestCore(where, TQ3TestDatabase::Schema::Host)
-    {
-    }
+    {}
 };
 
 // The module's keys in TABLE_VERSION and the version each reaches at the end.
 inline QStringList FinalModuleVersions()
 {
-    return {QStringLiteral("ALIQUOTE_IVA|1.0.0"),        QStringLiteral("ANA_MAGA|1.1.0"),
-            QStringLiteral("CATEGORIE_ANA_MAGA|1.0.0"),  QStringLiteral("CATEGORIE_SERVIZI|1.0.0"),
-            QStringLiteral("CLIENTI|1.3.0"),             QStringLiteral("FATT_VEND|1.5.0"),
-            QStringLiteral("FATT_VEND_DETT|1.3.0"),      QStringLiteral("KRV_ABILITAZIONI|1.0.1"),
+    return {QStringLiteral("ALIQUOTE_IVA|1.0.0"),
+            QStringLiteral("ANA_MAGA|1.1.0"),
+            QStringLiteral("CATEGORIE_ANA_MAGA|1.0.0"),
+            QStringLiteral("CATEGORIE_SERVIZI|1.0.0"),
+            QStringLiteral("CLIENTI|1.3.0"),
+            QStringLiteral("FATT_VEND|1.5.0"),
+            QStringLiteral("FATT_VEND_DETT|1.3.0"),
+            QStringLiteral("KRV_ABILITAZIONI|1.0.1"),
             QStringLiteral("KRV_INDICI|1.0.0"),
-            QStringLiteral("NOTE_ACCREDITO|1.2.0"),      QStringLiteral("NOTE_ACCREDITO_DETT|1.0.0"),
-            QStringLiteral("NOTE_DOCUMENTI|1.0.0"),      QStringLiteral("SERVIZI|1.0.0"),
-            QStringLiteral("TIPI_PAGAMENTO|1.1.0"),      QStringLiteral("UM|1.0.0")};
+            QStringLiteral("NOTE_ACCREDITO|1.2.0"),
+            QStringLiteral("NOTE_ACCREDITO_DETT|1.0.0"),
+            QStringLiteral("NOTE_DOCUMENTI|1.0.0"),
+            QStringLiteral("SERVIZI|1.0.0"),
+            QStringLiteral("TIPI_PAGAMENTO|1.1.0"),
+            QStringLiteral("UM|1.0.0")};
 }
 
 inline QStringList ModuleKeys()
@@ -56,16 +62,18 @@ inline QStringList ModuleVersionRows(const TQ3TestDatabase &db)
 
 inline QString Version(const TQ3TestDatabase &db, const QString &key)
 {
-    return db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = %1").arg(QuotedStr(key))).toString();
+    return db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = %1").arg(QuotedStr(key)))
+        .toString();
 }
 
 // Declared length of a text column, 0 when the column does not exist.
 inline int ColumnLength(const TQ3TestDatabase &db, const QString &table, const QString &column)
 {
-    return db.Scalar(QStringLiteral("SELECT F.RDB$CHARACTER_LENGTH FROM RDB$RELATION_FIELDS RF "
-                                    "JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE "
-                                    "WHERE RF.RDB$RELATION_NAME = %1 AND RF.RDB$FIELD_NAME = %2")
-                         .arg(QuotedStr(table), QuotedStr(column)))
+    return db
+        .Scalar(QStringLiteral("SELECT F.RDB$CHARACTER_LENGTH FROM RDB$RELATION_FIELDS RF "
+                               "JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE "
+                               "WHERE RF.RDB$RELATION_NAME = %1 AND RF.RDB$FIELD_NAME = %2")
+                    .arg(QuotedStr(table), QuotedStr(column)))
         .toInt();
 }
 
@@ -82,22 +90,23 @@ inline bool ColumnExists(const TQ3TestDatabase &db, const QString &table, const 
 // the names Firebird generates (RDB$nnn, INTEG_nn) left out.
 inline QStringList SchemaMetadata(const TQ3TestDatabase &db)
 {
-    const QString userRelation = QStringLiteral(
-        "JOIN RDB$RELATIONS R ON R.RDB$RELATION_NAME = %1 AND COALESCE(R.RDB$SYSTEM_FLAG, 0) = 0 ");
-    const QString generatedConstraint = QStringLiteral(
-        "CASE WHEN %1 STARTING WITH 'INTEG_' OR %1 STARTING WITH 'RDB$' THEN '' ELSE TRIM(%1) END");
+    const QString userRelation =
+        QStringLiteral("JOIN RDB$RELATIONS R ON R.RDB$RELATION_NAME = %1 AND COALESCE(R.RDB$SYSTEM_FLAG, 0) = 0 ");
+    const QString generatedConstraint =
+        QStringLiteral("CASE WHEN %1 STARTING WITH 'INTEG_' OR %1 STARTING WITH 'RDB$' THEN '' ELSE TRIM(%1) END");
     QStringList facts;
     const auto add = [&](const QString &kind, const QString &sql) {
         for (const QString &row : db.Rows(sql))
             facts << kind + QLatin1Char('|') + row;
     };
     add(QStringLiteral("column"),
-        QStringLiteral("SELECT TRIM(RF.RDB$RELATION_NAME), RF.RDB$FIELD_POSITION, TRIM(RF.RDB$FIELD_NAME), F.RDB$FIELD_TYPE, "
-                       "COALESCE(F.RDB$FIELD_SUB_TYPE, 0), F.RDB$FIELD_LENGTH, COALESCE(F.RDB$CHARACTER_LENGTH, 0), "
-                       "COALESCE(F.RDB$CHARACTER_SET_ID, 0), COALESCE(F.RDB$FIELD_PRECISION, 0), F.RDB$FIELD_SCALE, "
-                       "COALESCE(RF.RDB$NULL_FLAG, F.RDB$NULL_FLAG, 0), "
-                       "COALESCE(CAST(RF.RDB$DEFAULT_SOURCE AS VARCHAR(200)), CAST(F.RDB$DEFAULT_SOURCE AS VARCHAR(200)), '') "
-                       "FROM RDB$RELATION_FIELDS RF JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE ")
+        QStringLiteral(
+            "SELECT TRIM(RF.RDB$RELATION_NAME), RF.RDB$FIELD_POSITION, TRIM(RF.RDB$FIELD_NAME), F.RDB$FIELD_TYPE, "
+            "COALESCE(F.RDB$FIELD_SUB_TYPE, 0), F.RDB$FIELD_LENGTH, COALESCE(F.RDB$CHARACTER_LENGTH, 0), "
+            "COALESCE(F.RDB$CHARACTER_SET_ID, 0), COALESCE(F.RDB$FIELD_PRECISION, 0), F.RDB$FIELD_SCALE, "
+            "COALESCE(RF.RDB$NULL_FLAG, F.RDB$NULL_FLAG, 0), "
+            "COALESCE(CAST(RF.RDB$DEFAULT_SOURCE AS VARCHAR(200)), CAST(F.RDB$DEFAULT_SOURCE AS VARCHAR(200)), '') "
+            "FROM RDB$RELATION_FIELDS RF JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE ")
             + userRelation.arg(QStringLiteral("RF.RDB$RELATION_NAME")) + QStringLiteral("ORDER BY 1, 2"));
     add(QStringLiteral("constraint"),
         QStringLiteral("SELECT TRIM(RC.RDB$RELATION_NAME), TRIM(RC.RDB$CONSTRAINT_TYPE), %1, %2, "
@@ -189,10 +198,12 @@ inline QStringList ModuleData(const TQ3TestDatabase &db)
     for (const TModuleTable &table : ModuleTables()) {
         if (!Q3TableExists(db.Db(), table.Table))
             continue;
-        data << QStringLiteral("count|%1|%2").arg(table.Table, db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + table.Table).toString());
+        data << QStringLiteral("count|%1|%2")
+                    .arg(table.Table, db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + table.Table).toString());
         data << QStringLiteral("generator|%1|%2")
                     .arg(table.Generator,
-                         db.Scalar(QStringLiteral("SELECT GEN_ID(%1, 0) FROM RDB$DATABASE").arg(table.Generator)).toString());
+                         db.Scalar(QStringLiteral("SELECT GEN_ID(%1, 0) FROM RDB$DATABASE").arg(table.Generator))
+                             .toString());
         if (SeededTables().contains(table.Table)) {
             for (const QString &row : SeedRows(db, table.Table))
                 data << table.Table + QLatin1Char('|') + row;
@@ -204,9 +215,10 @@ inline QStringList ModuleData(const TQ3TestDatabase &db)
 // The names of the indexes that are neither keys nor unique constraints.
 inline QStringList IndexNames(const TQ3TestDatabase &db)
 {
-    return db.Rows(QStringLiteral("SELECT TRIM(I.RDB$INDEX_NAME) FROM RDB$INDICES I WHERE COALESCE(I.RDB$SYSTEM_FLAG, 0) = 0 "
-                                  "AND NOT EXISTS (SELECT 1 FROM RDB$RELATION_CONSTRAINTS C "
-                                  "WHERE C.RDB$INDEX_NAME = I.RDB$INDEX_NAME) ORDER BY 1"));
+    return db.Rows(
+        QStringLiteral("SELECT TRIM(I.RDB$INDEX_NAME) FROM RDB$INDICES I WHERE COALESCE(I.RDB$SYSTEM_FLAG, 0) = 0 "
+                       "AND NOT EXISTS (SELECT 1 FROM RDB$RELATION_CONSTRAINTS C "
+                       "WHERE C.RDB$INDEX_NAME = I.RDB$INDEX_NAME) ORDER BY 1"));
 }
 
 // Runs the first steps of the module's history through the upgrade runner.

@@ -118,21 +118,36 @@ void TestAggiornaDatabase::stepsFollowTheRecordedHistory()
     const TQ3MsgIcon none = TQ3MsgIcon::None;
     const TQ3MsgIcon error = TQ3MsgIcon::Error;
     const QList<Expected> expected = {
-        {"FATT_VEND", "", "1.0.0", none},           {"FATT_VEND_DETT", "", "1.0.0", none},
-        {"NOTE_ACCREDITO", "", "1.0.0", none},      {"NOTE_ACCREDITO_DETT", "", "1.0.0", none},
-        {"ALIQUOTE_IVA", "", "1.0.0", none},        {"UM", "", "1.0.0", none},
-        {"TIPI_PAGAMENTO", "", "1.0.0", none},      {"CATEGORIE_ANA_MAGA", "", "1.0.0", none},
-        {"CATEGORIE_SERVIZI", "", "1.0.0", none},   {"SERVIZI", "", "1.0.0", none},
-        {"CLIENTI", "", "1.0.0", none},             {"ANA_MAGA", "", "1.0.0", none},
-        {"FATT_VEND", "1.0.0", "1.1.0", none},      {"TIPI_PAGAMENTO", "1.0.0", "1.1.0", none},
-        {"FATT_VEND_DETT", "1.0.0", "1.1.0", none}, {"FATT_VEND_DETT", "1.1.0", "1.2.0", none},
-        {"FATT_VEND_DETT", "1.2.0", "1.3.0", none}, {"NOTE_DOCUMENTI", "", "1.0.0", none},
-        {"ANA_MAGA", "1.0.0", "1.1.0", none},       {"CLIENTI", "1.0.0", "1.1.0", none},
-        {"CLIENTI", "1.1.0", "1.2.0", error},       {"FATT_VEND", "1.1.0", "1.2.0", error},
-        {"NOTE_ACCREDITO", "1.0.0", "1.1.0", error}, {"KRV_ABILITAZIONI", "", "1.0.0", none},
-        {"CLIENTI", "1.2.0", "1.3.0", error},       {"FATT_VEND", "1.2.0", "1.3.0", error},
-        {"NOTE_ACCREDITO", "1.1.0", "1.2.0", error}, {"KRV_ABILITAZIONI", "1.0.0", "1.0.1", error},
-        {"FATT_VEND", "1.3.0", "1.4.0", error},     {"FATT_VEND", "1.4.0", "1.5.0", error},
+        {"FATT_VEND", "", "1.0.0", none},
+        {"FATT_VEND_DETT", "", "1.0.0", none},
+        {"NOTE_ACCREDITO", "", "1.0.0", none},
+        {"NOTE_ACCREDITO_DETT", "", "1.0.0", none},
+        {"ALIQUOTE_IVA", "", "1.0.0", none},
+        {"UM", "", "1.0.0", none},
+        {"TIPI_PAGAMENTO", "", "1.0.0", none},
+        {"CATEGORIE_ANA_MAGA", "", "1.0.0", none},
+        {"CATEGORIE_SERVIZI", "", "1.0.0", none},
+        {"SERVIZI", "", "1.0.0", none},
+        {"CLIENTI", "", "1.0.0", none},
+        {"ANA_MAGA", "", "1.0.0", none},
+        {"FATT_VEND", "1.0.0", "1.1.0", none},
+        {"TIPI_PAGAMENTO", "1.0.0", "1.1.0", none},
+        {"FATT_VEND_DETT", "1.0.0", "1.1.0", none},
+        {"FATT_VEND_DETT", "1.1.0", "1.2.0", none},
+        {"FATT_VEND_DETT", "1.2.0", "1.3.0", none},
+        {"NOTE_DOCUMENTI", "", "1.0.0", none},
+        {"ANA_MAGA", "1.0.0", "1.1.0", none},
+        {"CLIENTI", "1.0.0", "1.1.0", none},
+        {"CLIENTI", "1.1.0", "1.2.0", error},
+        {"FATT_VEND", "1.1.0", "1.2.0", error},
+        {"NOTE_ACCREDITO", "1.0.0", "1.1.0", error},
+        {"KRV_ABILITAZIONI", "", "1.0.0", none},
+        {"CLIENTI", "1.2.0", "1.3.0", error},
+        {"FATT_VEND", "1.2.0", "1.3.0", error},
+        {"NOTE_ACCREDITO", "1.1.0", "1.2.0", error},
+        {"KRV_ABILITAZIONI", "1.0.0", "1.0.1", error},
+        {"FATT_VEND", "1.3.0", "1.4.0", error},
+        {"FATT_VEND", "1.4.0", "1.5.0", error},
         {"KRV_INDICI", "", "1.0.0", error},
     };
     const QList<TQ3SchemaStep> steps = KRVSchemaSteps();
@@ -161,11 +176,14 @@ void TestAggiornaDatabase::composedStatements()
                           QStringLiteral("CREATE GENERATOR GN_IDUM"),
                           QStringLiteral("CREATE TRIGGER TG_BI_UM FOR UM BEFORE INSERT AS BEGIN "
                                          "NEW.IDUM = GEN_ID(GN_IDUM, 1); END")}));
-    QCOMPARE(steps.at(5).Seeds,
-             QStringList({QStringLiteral("INSERT INTO UM VALUES(1, 'PEZZI')"), QStringLiteral("INSERT INTO UM VALUES(2, 'ORE')"),
-                          QStringLiteral("INSERT INTO UM VALUES(3, 'Q.LI')"), QStringLiteral("INSERT INTO UM VALUES(4, 'KG')")}));
-    QCOMPARE(steps.at(4).Seeds.constFirst(), QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES(1, '20', 'Aliquota standard', 20)"));
-    QCOMPARE(steps.at(7).Seeds, QStringList({QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA VALUES(1, 'Altro', NULL)")}));
+    QCOMPARE(steps.at(5).Seeds, QStringList({QStringLiteral("INSERT INTO UM VALUES(1, 'PEZZI')"),
+                                             QStringLiteral("INSERT INTO UM VALUES(2, 'ORE')"),
+                                             QStringLiteral("INSERT INTO UM VALUES(3, 'Q.LI')"),
+                                             QStringLiteral("INSERT INTO UM VALUES(4, 'KG')")}));
+    QCOMPARE(steps.at(4).Seeds.constFirst(),
+             QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES(1, '20', 'Aliquota standard', 20)"));
+    QCOMPARE(steps.at(7).Seeds,
+             QStringList({QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA VALUES(1, 'Altro', NULL)")}));
     QCOMPARE(steps.at(2).Statements.at(1), QStringLiteral("CREATE GENERATOR GN_IDNOTA_ACCREDITO"));
     QCOMPARE(steps.at(2).Statements.at(2),
              QStringLiteral("CREATE TRIGGER TG_BI_NOTE_ACCREDITO FOR NOTE_ACCREDITO BEFORE INSERT AS BEGIN "
@@ -183,12 +201,14 @@ void TestAggiornaDatabase::composedStatements()
     QCOMPARE(steps.at(23).Statements.constLast(),
              QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES(0, 'Statistiche (visualizzazione)', 'Documenti')"));
     QCOMPARE(steps.at(27).Statements.constFirst(),
-             QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES(0, 'Fatture di vendita (visualizzazione)', 'Documenti')"));
+             QStringLiteral(
+                 "INSERT INTO ABILITAZIONI_UTENTE VALUES(0, 'Fatture di vendita (visualizzazione)', 'Documenti')"));
     QCOMPARE(steps.at(28).Statements.constFirst(),
              QStringLiteral("ALTER TABLE FATT_VEND ADD IVA_ESENTE VARCHAR(5) DEFAULT 'False' NOT NULL"));
     QCOMPARE(steps.at(29).Statements.constFirst(), QStringLiteral("UPDATE FATT_VEND SET IVA_ESENTE = 'False'"));
     QCOMPARE(steps.at(19).Statements.constFirst(), QStringLiteral("ALTER TABLE CLIENTI ADD COORDBAN_PAESE VARCHAR(2)"));
-    QCOMPARE(steps.at(19).Statements.constLast(), QStringLiteral("ALTER TABLE CLIENTI ADD COORDBAN_AGENZIA VARCHAR(100)"));
+    QCOMPARE(steps.at(19).Statements.constLast(),
+             QStringLiteral("ALTER TABLE CLIENTI ADD COORDBAN_AGENZIA VARCHAR(100)"));
 }
 
 void TestAggiornaDatabase::freshDatabaseReachesFinalState()
@@ -265,7 +285,8 @@ void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
     db.Exec(QStringLiteral("UPDATE UM SET UM = 'PZ' WHERE IDUM = 1"));
     db.Exec(QStringLiteral("DELETE FROM UM WHERE IDUM = 4"));
     db.Exec(QStringLiteral("DELETE FROM CATEGORIE_SERVIZI"));
-    db.Exec(QStringLiteral("DELETE FROM ABILITAZIONI_UTENTE WHERE ABILITAZIONE_UTENTE = 'Statistiche (visualizzazione)'"));
+    db.Exec(
+        QStringLiteral("DELETE FROM ABILITAZIONI_UTENTE WHERE ABILITAZIONE_UTENTE = 'Statistiche (visualizzazione)'"));
     db.Exec(QStringLiteral("INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE) VALUES (0, 'C001', 'Rossi Srl')"));
     const QStringList before = ModuleData(db);
     const QStringList metadataBefore = SchemaMetadata(db);
@@ -278,7 +299,8 @@ void TestAggiornaDatabase::existingRowsUntouchedOnRerun()
     QCOMPARE(db.Rows(QStringLiteral("SELECT * FROM UM ORDER BY IDUM")),
              QStringList({QStringLiteral("1|PZ"), QStringLiteral("2|ORE"), QStringLiteral("3|Q.LI")}));
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_SERVIZI")).toInt(), 0);
-    QCOMPARE(db.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE FROM CLIENTI")), QStringList({QStringLiteral("C001|Rossi Srl")}));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE FROM CLIENTI")),
+             QStringList({QStringLiteral("C001|Rossi Srl")}));
     QCOMPARE(PermissionRowsOfGroup(db, QStringLiteral("Documenti")).size(), 6);
 }
 
@@ -353,7 +375,8 @@ void TestAggiornaDatabase::seedsRunAfterAFailedCreate()
     VerifyOneFailureBox(boxes, TQ3MsgIcon::None);
     QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'UM'")).isNull());
     QCOMPARE(db.Rows(QStringLiteral("SELECT * FROM UM ORDER BY IDUM")),
-             QStringList({QStringLiteral("1|PEZZI"), QStringLiteral("2|ORE"), QStringLiteral("3|Q.LI"), QStringLiteral("4|KG")}));
+             QStringList({QStringLiteral("1|PEZZI"), QStringLiteral("2|ORE"), QStringLiteral("3|Q.LI"),
+                          QStringLiteral("4|KG")}));
     QCOMPARE(Version(db, QStringLiteral("KRV_ABILITAZIONI")), QStringLiteral("1.0.1"));
 }
 
@@ -377,7 +400,8 @@ void TestAggiornaDatabase::seedFailureEndsTheRun()
     QCOMPARE(db.Rows(QStringLiteral("SELECT UM FROM UM")), QStringList({QStringLiteral("PEZZI")}));
     // The run ended at the UM step: later steps never ran.
     QVERIFY(!Q3TableExists(db.Db(), QStringLiteral("TIPI_PAGAMENTO")));
-    QVERIFY(db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'KRV_ABILITAZIONI'")).isNull());
+    QVERIFY(
+        db.Scalar(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA = 'KRV_ABILITAZIONI'")).isNull());
 }
 
 void TestAggiornaDatabase::serviziKeepsItsVersionAfterStep13()
@@ -401,49 +425,57 @@ void TestAggiornaDatabase::explicitKeyGetsGeneratorValue_data()
     QTest::addColumn<int>("key");
     QTest::newRow("FATT_VEND")
         << QStringLiteral("FATT_VEND")
-        << QStringLiteral("INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
-                          "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, "
-                          "FC_ABILITATO) VALUES (1000, 1, '2024-01-10', 2024, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', "
-                          "'False', 0, 0, 0, 'False')")
+        << QStringLiteral(
+               "INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
+               "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, "
+               "FC_ABILITATO) VALUES (1000, 1, '2024-01-10', 2024, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', "
+               "'False', 0, 0, 0, 'False')")
         << 1;
     QTest::newRow("FATT_VEND_DETT") << QStringLiteral("FATT_VEND_DETT")
-                                    << QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA) "
-                                                      "VALUES (1000, 1, 'Testo')")
+                                    << QStringLiteral(
+                                           "INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, TIPO_RIGA) "
+                                           "VALUES (1000, 1, 'Testo')")
                                     << 1;
     QTest::newRow("NOTE_ACCREDITO")
         << QStringLiteral("NOTE_ACCREDITO")
-        << QStringLiteral("INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
-                          "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) "
-                          "VALUES (1000, 1, '2024-01-10', 2024, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', 'False', 0, 0, 0)")
+        << QStringLiteral(
+               "INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
+               "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) "
+               "VALUES (1000, 1, '2024-01-10', 2024, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', 'False', 0, 0, 0)")
         << 1;
     QTest::newRow("NOTE_ACCREDITO_DETT")
         << QStringLiteral("NOTE_ACCREDITO_DETT")
         << QStringLiteral("INSERT INTO NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO_DETT, IDNOTA_ACCREDITO, TIPO_RIGA) "
                           "VALUES (1000, 1, 'Testo')")
         << 1;
-    QTest::newRow("ALIQUOTE_IVA") << QStringLiteral("ALIQUOTE_IVA")
-                                  << QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES(1000, '10', 'Aliquota ridotta', 10)") << 4;
+    QTest::newRow("ALIQUOTE_IVA") << QStringLiteral(
+        "ALIQUOTE_IVA") << QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES(1000, '10', 'Aliquota ridotta', 10)")
+                                  << 4;
     QTest::newRow("UM") << QStringLiteral("UM") << QStringLiteral("INSERT INTO UM VALUES(1000, 'MT')") << 5;
     QTest::newRow("TIPI_PAGAMENTO") << QStringLiteral("TIPI_PAGAMENTO")
                                     << QStringLiteral("INSERT INTO TIPI_PAGAMENTO VALUES(1000, 'Contanti')") << 6;
     QTest::newRow("CATEGORIE_ANA_MAGA") << QStringLiteral("CATEGORIE_ANA_MAGA")
-                                        << QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA VALUES(1000, 'Viteria', 1)") << 2;
-    QTest::newRow("CATEGORIE_SERVIZI") << QStringLiteral("CATEGORIE_SERVIZI")
-                                       << QStringLiteral("INSERT INTO CATEGORIE_SERVIZI VALUES(1000, 'Consulenze', NULL)") << 2;
-    QTest::newRow("SERVIZI") << QStringLiteral("SERVIZI")
-                             << QStringLiteral("INSERT INTO SERVIZI VALUES(1000, 'S001', 'Consulenza', 1, 50, 30, 1, 2)") << 1;
+                                        << QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA VALUES(1000, 'Viteria', 1)")
+                                        << 2;
+    QTest::newRow("CATEGORIE_SERVIZI") << QStringLiteral(
+        "CATEGORIE_SERVIZI") << QStringLiteral("INSERT INTO CATEGORIE_SERVIZI VALUES(1000, 'Consulenze', NULL)")
+                                       << 2;
+    QTest::newRow("SERVIZI") << QStringLiteral(
+        "SERVIZI") << QStringLiteral("INSERT INTO SERVIZI VALUES(1000, 'S001', 'Consulenza', 1, 50, 30, 1, 2)")
+                             << 1;
     QTest::newRow("CLIENTI") << QStringLiteral("CLIENTI")
                              << QStringLiteral("INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE) "
                                                "VALUES (1000, 'C001', 'Rossi Srl')")
                              << 1;
     QTest::newRow("ANA_MAGA") << QStringLiteral("ANA_MAGA")
-                              << QStringLiteral("INSERT INTO ANA_MAGA (IDANA_MAGA, CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, "
-                                                "IDCATEGORIA_ANA_MAGA, PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) "
-                                                "VALUES (1000, 'A001', 'Vite', 0, 0, 1, 1, 0.5, 1, 1)")
+                              << QStringLiteral(
+                                     "INSERT INTO ANA_MAGA (IDANA_MAGA, CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, "
+                                     "IDCATEGORIA_ANA_MAGA, PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) "
+                                     "VALUES (1000, 'A001', 'Vite', 0, 0, 1, 1, 0.5, 1, 1)")
                               << 1;
-    QTest::newRow("NOTE_DOCUMENTI") << QStringLiteral("NOTE_DOCUMENTI")
-                                    << QStringLiteral("INSERT INTO NOTE_DOCUMENTI (IDNOTA_DOCUMENTI, TITOLO) VALUES (1000, 'Nota')")
-                                    << 1;
+    QTest::newRow("NOTE_DOCUMENTI")
+        << QStringLiteral("NOTE_DOCUMENTI")
+        << QStringLiteral("INSERT INTO NOTE_DOCUMENTI (IDNOTA_DOCUMENTI, TITOLO) VALUES (1000, 'Nota')") << 1;
 }
 
 void TestAggiornaDatabase::explicitKeyGetsGeneratorValue()
@@ -453,7 +485,8 @@ void TestAggiornaDatabase::explicitKeyGetsGeneratorValue()
     QFETCH(int, key);
     const TQ3TestDatabase &db = *m_upgraded;
     const QList<TModuleTable> tables = ModuleTables();
-    const auto info = std::find_if(tables.cbegin(), tables.cend(), [&](const TModuleTable &t) { return t.Table == table; });
+    const auto info =
+        std::find_if(tables.cbegin(), tables.cend(), [&](const TModuleTable &t) { return t.Table == table; });
     QVERIFY(info != tables.cend());
 
     db.Exec(insert);
@@ -487,11 +520,14 @@ void TestAggiornaDatabase::longAddressFitsCustomerNotInvoice()
     AggiornaDatabase(module.Db());
     const QString address51 = QString(51, QLatin1Char('v'));
     const QString address100 = QString(100, QLatin1Char('w'));
-    db.Exec(QStringLiteral("INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE, INDIRIZZO) VALUES (0, 'C051', 'Rossi', %1)")
+    db.Exec(QStringLiteral(
+                "INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE, INDIRIZZO) VALUES (0, 'C051', 'Rossi', %1)")
                 .arg(QuotedStr(address51)));
-    db.Exec(QStringLiteral("INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE, INDIRIZZO) VALUES (0, 'C100', 'Bianchi', %1)")
+    db.Exec(QStringLiteral(
+                "INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE, INDIRIZZO) VALUES (0, 'C100', 'Bianchi', %1)")
                 .arg(QuotedStr(address100)));
-    QCOMPARE(db.Rows(QStringLiteral("SELECT INDIRIZZO FROM CLIENTI ORDER BY CODICE")), QStringList({address51, address100}));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT INDIRIZZO FROM CLIENTI ORDER BY CODICE")),
+             QStringList({address51, address100}));
 
     const QString copy = QStringLiteral(
         "INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, "
@@ -503,7 +539,8 @@ void TestAggiornaDatabase::longAddressFitsCustomerNotInvoice()
         QVERIFY2(error.contains(QLatin1String("truncation"), Qt::CaseInsensitive), qPrintable(error));
     }
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 0);
-    db.Exec(QStringLiteral("UPDATE CLIENTI SET INDIRIZZO = %1 WHERE CODICE = 'C051'").arg(QuotedStr(address51.left(50))));
+    db.Exec(
+        QStringLiteral("UPDATE CLIENTI SET INDIRIZZO = %1 WHERE CODICE = 'C051'").arg(QuotedStr(address51.left(50))));
     db.Exec(copy.arg(QStringLiteral("2"), QuotedStr(QStringLiteral("C051"))));
     QCOMPARE(db.Scalar(QStringLiteral("SELECT CLI_INDIRIZZO FROM FATT_VEND")).toString(), address51.left(50));
 }
@@ -517,11 +554,12 @@ void TestAggiornaDatabase::costOfLinesFromArticlesAndServices()
     db.Exec(QStringLiteral("INSERT INTO ANA_MAGA VALUES(0, 'X001', 'Dado', 0, 0, 1, 1, 9, 1, 1)"));
     db.Exec(QStringLiteral("INSERT INTO SERVIZI VALUES(0, 'S001', 'Consulenza', 1, 50, 7.25, 1, 2)"));
     db.Exec(QStringLiteral("INSERT INTO SERVIZI VALUES(0, 'X001', 'Montaggio', 1, 50, 3, 1, 2)"));
-    const QString line = QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, CODICE, TIPO_RIGA, COSTO) "
-                                        "VALUES (0, 1, %1, %2, %3)");
-    const QList<QStringList> lines = {{"A001", "Articolo", "NULL"},  {"S001", "Servizio", "NULL"},
-                                      {"Z999", "Articolo", "1"},     {"A001", "Testo", "NULL"},
-                                      {"X001", "Servizio", "NULL"},  {"X001", "Articolo", "NULL"},
+    const QString line =
+        QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND_DETT, IDFATT_VEND, CODICE, TIPO_RIGA, COSTO) "
+                       "VALUES (0, 1, %1, %2, %3)");
+    const QList<QStringList> lines = {{"A001", "Articolo", "NULL"},   {"S001", "Servizio", "NULL"},
+                                      {"Z999", "Articolo", "1"},      {"A001", "Testo", "NULL"},
+                                      {"X001", "Servizio", "NULL"},   {"X001", "Articolo", "NULL"},
                                       {"A001", "Non imponibile", "4"}};
     for (const QStringList &l : lines)
         db.Exec(line.arg(QuotedStr(l.at(0)), QuotedStr(l.at(1)), l.at(2)));
@@ -542,21 +580,24 @@ void TestAggiornaDatabase::flagColumnsFilledOnExistingRows()
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
     RunFirstSteps(db.Db(), 21);
-    db.Exec(QStringLiteral("INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
-                           "CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
-                           "TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (0, 1, '2020-02-03', 2020, 'C001', 'Rossi Srl', "
-                           "'01234567890', 1, 'Rimessa diretta', 'True', 100, 22, 122, 'False')"));
-    db.Exec(QStringLiteral("INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
-                           "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
-                           "TOTALE_DOCUMENTO) VALUES (0, 1, '2020-02-04', 2020, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', "
-                           "'False', 10, 2.2, 12.2)"));
+    db.Exec(
+        QStringLiteral("INSERT INTO FATT_VEND (IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
+                       "CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
+                       "TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (0, 1, '2020-02-03', 2020, 'C001', 'Rossi Srl', "
+                       "'01234567890', 1, 'Rimessa diretta', 'True', 100, 22, 122, 'False')"));
+    db.Exec(QStringLiteral(
+        "INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
+        "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
+        "TOTALE_DOCUMENTO) VALUES (0, 1, '2020-02-04', 2020, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', "
+        "'False', 10, 2.2, 12.2)"));
 
     TQ3RecordingResponder boxes;
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, CLI_PARTITAIVA, PAGATO, NOTIFICATO, IVA_ESENTE FROM FATT_VEND")),
              QStringList({QStringLiteral("1|01234567890|True|False|False")}));
-    QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, NOTIFICATO FROM NOTE_ACCREDITO")), QStringList({QStringLiteral("1|False")}));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, NOTIFICATO FROM NOTE_ACCREDITO")),
+             QStringList({QStringLiteral("1|False")}));
 }
 
 void TestAggiornaDatabase::failedStepRollsBackWholeStep()
@@ -652,21 +693,23 @@ void TestAggiornaDatabase::indexStepComposesItsStatements()
     const TQ3SchemaStep step = KRVSchemaSteps().constLast();
     QCOMPARE(step.Key, QStringLiteral("KRV_INDICI"));
     QVERIFY(step.Seeds.isEmpty());
-    QCOMPARE(step.Statements,
-             QStringList({QStringLiteral("CREATE INDEX IX_FATT_VEND_DETT_IDFATT_VEND ON FATT_VEND_DETT (IDFATT_VEND)"),
-                          QStringLiteral("CREATE INDEX IX_NOTE_ACCREDITO_DETT_IDNOTA ON NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO)"),
-                          QStringLiteral("CREATE DESCENDING INDEX IX_FATT_VEND_ANNO_NUMERO ON FATT_VEND (ANNO, NUMERO)"),
-                          QStringLiteral("CREATE DESCENDING INDEX IX_NOTE_ACCREDITO_ANNO_NUMERO ON NOTE_ACCREDITO (ANNO, NUMERO)"),
-                          QStringLiteral("CREATE INDEX IX_FATT_VEND_CLI_CODICE_ANNO ON FATT_VEND (CLI_CODICE, ANNO)"),
-                          QStringLiteral("CREATE INDEX IX_FATT_VEND_DETT_CODICE ON FATT_VEND_DETT (CODICE)"),
-                          QStringLiteral("CREATE INDEX IX_FATT_VEND_DATA ON FATT_VEND (DATA)"),
-                          QStringLiteral("CREATE INDEX IX_CATEGORIE_ANA_MAGA_IDPADRE ON CATEGORIE_ANA_MAGA (IDPADRE)"),
-                          QStringLiteral("CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)"),
-                          QStringLiteral("CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)"),
-                          QStringLiteral("CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)"),
-                          QStringLiteral("CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))"),
-                          QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY "
-                                         "(UPPER(RAGIONESOCIALE))")}));
+    QCOMPARE(
+        step.Statements,
+        QStringList(
+            {QStringLiteral("CREATE INDEX IX_FATT_VEND_DETT_IDFATT_VEND ON FATT_VEND_DETT (IDFATT_VEND)"),
+             QStringLiteral("CREATE INDEX IX_NOTE_ACCREDITO_DETT_IDNOTA ON NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO)"),
+             QStringLiteral("CREATE DESCENDING INDEX IX_FATT_VEND_ANNO_NUMERO ON FATT_VEND (ANNO, NUMERO)"),
+             QStringLiteral("CREATE DESCENDING INDEX IX_NOTE_ACCREDITO_ANNO_NUMERO ON NOTE_ACCREDITO (ANNO, NUMERO)"),
+             QStringLiteral("CREATE INDEX IX_FATT_VEND_CLI_CODICE_ANNO ON FATT_VEND (CLI_CODICE, ANNO)"),
+             QStringLiteral("CREATE INDEX IX_FATT_VEND_DETT_CODICE ON FATT_VEND_DETT (CODICE)"),
+             QStringLiteral("CREATE INDEX IX_FATT_VEND_DATA ON FATT_VEND (DATA)"),
+             QStringLiteral("CREATE INDEX IX_CATEGORIE_ANA_MAGA_IDPADRE ON CATEGORIE_ANA_MAGA (IDPADRE)"),
+             QStringLiteral("CREATE INDEX IX_CATEGORIE_SERVIZI_IDPADRE ON CATEGORIE_SERVIZI (IDPADRE)"),
+             QStringLiteral("CREATE INDEX IX_ANA_MAGA_IDCATEGORIA ON ANA_MAGA (IDCATEGORIA_ANA_MAGA)"),
+             QStringLiteral("CREATE INDEX IX_SERVIZI_IDCATEGORIA ON SERVIZI (IDCATEGORIA_SERVIZI)"),
+             QStringLiteral("CREATE INDEX IX_ANA_MAGA_UPPER_CODICE ON ANA_MAGA COMPUTED BY (UPPER(CODICE))"),
+             QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI COMPUTED BY "
+                            "(UPPER(RAGIONESOCIALE))")}));
 }
 
 void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
@@ -742,12 +785,13 @@ void TestAggiornaDatabase::handWrittenStates_data()
     QTest::addColumn<QStringList>("files");
     QTest::addColumn<int>("done");
     QTest::newRow("first release") << QStringList({QStringLiteral("schema_state13.sql")}) << 12;
-    QTest::newRow("bank coordinates")
-        << QStringList({QStringLiteral("schema_state13.sql"), QStringLiteral("schema_state21.sql")}) << 20;
-    QTest::newRow("wider VAT numbers")
-        << QStringList({QStringLiteral("schema_state13.sql"), QStringLiteral("schema_state21.sql"),
-                        QStringLiteral("schema_state28.sql")})
-        << 27;
+    QTest::newRow("bank coordinates") << QStringList(
+        {QStringLiteral("schema_state13.sql"), QStringLiteral("schema_state21.sql")})
+                                      << 20;
+    QTest::newRow("wider VAT numbers") << QStringList({QStringLiteral("schema_state13.sql"),
+                                                       QStringLiteral("schema_state21.sql"),
+                                                       QStringLiteral("schema_state28.sql")})
+                                       << 27;
 }
 
 void TestAggiornaDatabase::handWrittenStates()

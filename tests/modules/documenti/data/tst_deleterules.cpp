@@ -54,17 +54,22 @@ int TestDeleteRules::FillReferences()
     db.Exec(QStringLiteral("INSERT INTO CAUSALI_TRASPORTO (CAUSALE_TRASPORTO) VALUES ('Vendita')"));
     db.Exec(QStringLiteral("INSERT INTO DDT_SCARICO (NUMERO, DATA, ANNO, CLI_CODICE, IDCAUSALE_TRASPORTO, PESO_IDUM) "
                            "VALUES (1, '2024-01-10', 2024, 'c001', 1, 4)"));
-    db.Exec(QStringLiteral("INSERT INTO DDT_SCARICO_DETT (IDDDT_SCARICO, TIPO_RIGA, CODICE, IDCATEGORIA_ANA_MAGA, IDUM) "
-                           "VALUES (1, 'Articolo', 'a01', 1, 1)"));
+    db.Exec(
+        QStringLiteral("INSERT INTO DDT_SCARICO_DETT (IDDDT_SCARICO, TIPO_RIGA, CODICE, IDCATEGORIA_ANA_MAGA, IDUM) "
+                       "VALUES (1, 'Articolo', 'a01', 1, 1)"));
     KRVInsertCliente(db, QStringLiteral("C001"), QStringLiteral("Cliente"), 2);
     KRVInsertArticolo(db, QStringLiteral("A01"), 1, 1, 1);
     KRVInsertServizio(db, QStringLiteral("S01"), 1, 1, 2);
     m_fattura = KRVInsertDocumento(db, QStringLiteral("FATT_VEND"), 1, 2024, QStringLiteral("C001"), 2);
-    KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), m_fattura, QStringLiteral("Articolo"), QStringLiteral("a01"), 1, 1, 1);
-    KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), m_fattura, QStringLiteral("Servizio"), QStringLiteral("S01"), 1, 1, 2);
-    KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), m_fattura, QStringLiteral("Testo"), QStringLiteral("A01"), 1, 1, 1);
+    KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), m_fattura, QStringLiteral("Articolo"), QStringLiteral("a01"), 1,
+                  1, 1);
+    KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), m_fattura, QStringLiteral("Servizio"), QStringLiteral("S01"), 1,
+                  1, 2);
+    KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), m_fattura, QStringLiteral("Testo"), QStringLiteral("A01"), 1, 1,
+                  1);
     const int nota = KRVInsertDocumento(db, QStringLiteral("NOTE_ACCREDITO"), 1, 2024, QStringLiteral("C001"), 1);
-    KRVInsertRiga(db, QStringLiteral("NOTE_ACCREDITO_DETT"), nota, QStringLiteral("Articolo"), QStringLiteral("A01"), 1, 2, 1);
+    KRVInsertRiga(db, QStringLiteral("NOTE_ACCREDITO_DETT"), nota, QStringLiteral("Articolo"), QStringLiteral("A01"), 1,
+                  2, 1);
     return m_fattura;
 }
 
@@ -77,13 +82,21 @@ void TestDeleteRules::failuresWithoutSession_data()
         QTest::newRow(name) << std::move(call) << prefix;
     };
     const QSqlDatabase senzaSessione;
-    row("DeleteNotaDocumenti", [=] { DeleteNotaDocumenti(senzaSessione, 1, false); }, none);
-    row("DeleteTipiPagamento", [=] { DeleteTipiPagamento(senzaSessione, 1, false); }, QStringLiteral("[DeleteTipiPagamento]\n\r"));
-    row("DeleteAliquotaIVA", [=] { DeleteAliquotaIVA(senzaSessione, 1, false); }, QStringLiteral("[DeleteAliquotaIVA]\n\r"));
-    row("DeleteUM", [=] { DeleteUM(senzaSessione, 1, false); }, QStringLiteral("[DeleteUM]\n\r"));
-    row("DeleteFatturaVendita", [=] { DeleteFatturaVendita(senzaSessione, 1, false); },
+    row(
+        "DeleteNotaDocumenti", [=] { DeleteNotaDocumenti(senzaSessione, 1, false); }, none);
+    row(
+        "DeleteTipiPagamento", [=] { DeleteTipiPagamento(senzaSessione, 1, false); },
+        QStringLiteral("[DeleteTipiPagamento]\n\r"));
+    row(
+        "DeleteAliquotaIVA", [=] { DeleteAliquotaIVA(senzaSessione, 1, false); },
+        QStringLiteral("[DeleteAliquotaIVA]\n\r"));
+    row(
+        "DeleteUM", [=] { DeleteUM(senzaSessione, 1, false); }, QStringLiteral("[DeleteUM]\n\r"));
+    row(
+        "DeleteFatturaVendita", [=] { DeleteFatturaVendita(senzaSessione, 1, false); },
         QStringLiteral("[DeleteFatturaVendita]\n\r"));
-    row("DeleteNotaAccredito", [=] { DeleteNotaAccredito(senzaSessione, 1, false); },
+    row(
+        "DeleteNotaAccredito", [=] { DeleteNotaAccredito(senzaSessione, 1, false); },
         QStringLiteral("[DeleteNotaAccredito]\n\r"));
 }
 
@@ -133,14 +146,14 @@ void TestDeleteRules::ruleSql_data()
                           "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE IVA_IDALIQUOTA_IVA=5) + "
                           "(SELECT COUNT(*) FROM ANA_MAGA WHERE IDALIQUOTA_IVA=5) + "
                           "(SELECT COUNT(*) FROM SERVIZI WHERE IDALIQUOTA_IVA=5)) AS NUMERO FROM ALIQUOTE_IVA");
-    QTest::newRow("CanDeleteUM")
-        << QStringLiteral("CanDeleteUM") << QStringLiteral("3")
-        << QStringLiteral("SELECT FIRST 1 ((SELECT COUNT(*) FROM FATT_VEND_DETT WHERE IDUM=3) + "
-                          "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE IDUM=3) + "
-                          "(SELECT COUNT(*) FROM ANA_MAGA WHERE IDUM=3) + "
-                          "(SELECT COUNT(*) FROM SERVIZI WHERE IDUM=3) + "
-                          "(SELECT COUNT(*) FROM DDT_SCARICO WHERE PESO_IDUM=3) + "
-                          "(SELECT COUNT(*) FROM DDT_SCARICO_DETT WHERE IDUM=3)) AS NUMERO FROM UM");
+    QTest::newRow("CanDeleteUM") << QStringLiteral("CanDeleteUM") << QStringLiteral("3")
+                                 << QStringLiteral(
+                                        "SELECT FIRST 1 ((SELECT COUNT(*) FROM FATT_VEND_DETT WHERE IDUM=3) + "
+                                        "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE IDUM=3) + "
+                                        "(SELECT COUNT(*) FROM ANA_MAGA WHERE IDUM=3) + "
+                                        "(SELECT COUNT(*) FROM SERVIZI WHERE IDUM=3) + "
+                                        "(SELECT COUNT(*) FROM DDT_SCARICO WHERE PESO_IDUM=3) + "
+                                        "(SELECT COUNT(*) FROM DDT_SCARICO_DETT WHERE IDUM=3)) AS NUMERO FROM UM");
     QTest::newRow("CanDeleteTipoPagamento")
         << QStringLiteral("CanDeleteTipoPagamento") << QStringLiteral("2")
         << QStringLiteral("SELECT FIRST 1 ((SELECT COUNT(*) FROM FATT_VEND WHERE IDTIPO_PAGAMENTO=2) + "
@@ -161,26 +174,31 @@ void TestDeleteRules::ruleSql_data()
                           "AS NUMERO FROM CATEGORIE_SERVIZI");
     QTest::newRow("CanDeleteAnaMaga")
         << QStringLiteral("CanDeleteAnaMaga") << QStringLiteral("vite-m4")
-        << QStringLiteral("SELECT FIRST 1 ((SELECT COUNT(*) FROM DDT_SCARICO_DETT WHERE UPPER(CODICE)='VITE-M4' AND TIPO_RIGA='Articolo') + "
-                          "(SELECT COUNT(*) FROM FATT_VEND_DETT WHERE UPPER(CODICE)='VITE-M4' AND TIPO_RIGA='Articolo') + "
-                          "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE UPPER(CODICE)='VITE-M4' AND TIPO_RIGA='Articolo')) "
-                          "AS NUMERO FROM ANA_MAGA");
+        << QStringLiteral(
+               "SELECT FIRST 1 ((SELECT COUNT(*) FROM DDT_SCARICO_DETT WHERE UPPER(CODICE)='VITE-M4' AND TIPO_RIGA='Articolo') + "
+               "(SELECT COUNT(*) FROM FATT_VEND_DETT WHERE UPPER(CODICE)='VITE-M4' AND TIPO_RIGA='Articolo') + "
+               "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE UPPER(CODICE)='VITE-M4' AND TIPO_RIGA='Articolo')) "
+               "AS NUMERO FROM ANA_MAGA");
     QTest::newRow("CanDeleteServizio")
         << QStringLiteral("CanDeleteServizio") << QStringLiteral("posa")
-        << QStringLiteral("SELECT FIRST 1 ((SELECT COUNT(*) FROM FATT_VEND_DETT WHERE UPPER(CODICE)='POSA' AND TIPO_RIGA='Servizio') + "
-                          "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE UPPER(CODICE)='POSA' AND TIPO_RIGA='Servizio')) "
-                          "AS NUMERO FROM SERVIZI");
+        << QStringLiteral(
+               "SELECT FIRST 1 ((SELECT COUNT(*) FROM FATT_VEND_DETT WHERE UPPER(CODICE)='POSA' AND TIPO_RIGA='Servizio') + "
+               "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE UPPER(CODICE)='POSA' AND TIPO_RIGA='Servizio')) "
+               "AS NUMERO FROM SERVIZI");
     QTest::newRow("CanDeleteCliente")
         << QStringLiteral("CanDeleteCliente") << QStringLiteral("d'amico")
-        << QStringLiteral("SELECT FIRST 1 ((SELECT COUNT(*) FROM DDT_SCARICO WHERE UPPER(CLI_CODICE)='D''AMICO') + "
-                          "(SELECT COUNT(*) FROM FATT_VEND WHERE UPPER(CLI_CODICE)='D''AMICO') + "
-                          "(SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE UPPER(CLI_CODICE)='D''AMICO')) AS NUMERO FROM CLIENTI");
+        << QStringLiteral(
+               "SELECT FIRST 1 ((SELECT COUNT(*) FROM DDT_SCARICO WHERE UPPER(CLI_CODICE)='D''AMICO') + "
+               "(SELECT COUNT(*) FROM FATT_VEND WHERE UPPER(CLI_CODICE)='D''AMICO') + "
+               "(SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE UPPER(CLI_CODICE)='D''AMICO')) AS NUMERO FROM CLIENTI");
     QTest::newRow("CanDeleteCausaleTrasporto")
         << QStringLiteral("CanDeleteCausaleTrasporto") << QStringLiteral("8")
         << QStringLiteral("SELECT FIRST 1 ((SELECT COUNT(*) FROM DDT_SCARICO WHERE IDCAUSALE_TRASPORTO=8)) AS NUMERO "
                           "FROM CAUSALI_TRASPORTO");
-    QTest::newRow("CanDeleteFatturaVendita") << QStringLiteral("CanDeleteFatturaVendita") << QStringLiteral("1") << QString();
-    QTest::newRow("CanDeleteNotaAccredito") << QStringLiteral("CanDeleteNotaAccredito") << QStringLiteral("1") << QString();
+    QTest::newRow("CanDeleteFatturaVendita")
+        << QStringLiteral("CanDeleteFatturaVendita") << QStringLiteral("1") << QString();
+    QTest::newRow("CanDeleteNotaAccredito")
+        << QStringLiteral("CanDeleteNotaAccredito") << QStringLiteral("1") << QString();
 }
 
 void TestDeleteRules::ruleSql()
@@ -204,16 +222,17 @@ void TestDeleteRules::ruleSqlCountsReferences()
     const auto count = [&](const char *rule, const QString &argument) {
         return db.Scalar(CanDeleteSQL(QLatin1String(rule), argument)).toInt();
     };
-    QCOMPARE(count("CanDeleteAliquotaIVA", QStringLiteral("1")), 5);  // 3 invoice lines, article, service
-    QCOMPARE(count("CanDeleteAliquotaIVA", QStringLiteral("2")), 1);  // the credit note line
+    QCOMPARE(count("CanDeleteAliquotaIVA", QStringLiteral("1")), 5); // 3 invoice lines, article, service
+    QCOMPARE(count("CanDeleteAliquotaIVA", QStringLiteral("2")), 1); // the credit note line
     QCOMPARE(count("CanDeleteAliquotaIVA", QStringLiteral("3")), 0);
-    QCOMPARE(count("CanDeleteUM", QStringLiteral("1")), 5);           // 2 invoice lines, note line, article, delivery line
-    QCOMPARE(count("CanDeleteUM", QStringLiteral("4")), 1);           // delivery note weight
+    QCOMPARE(count("CanDeleteUM", QStringLiteral("1")), 5); // 2 invoice lines, note line, article, delivery line
+    QCOMPARE(count("CanDeleteUM", QStringLiteral("4")), 1); // delivery note weight
     QCOMPARE(count("CanDeleteTipoPagamento", QStringLiteral("2")), 2); // invoice, customer
     QCOMPARE(count("CanDeleteTipoPagamento", QStringLiteral("1")), 1); // credit note
-    QCOMPARE(count("CanDeleteCategoriaAnaMaga", QStringLiteral("1")), 4); // article, delivery line, invoice and note "Articolo" lines
+    QCOMPARE(count("CanDeleteCategoriaAnaMaga", QStringLiteral("1")),
+             4); // article, delivery line, invoice and note "Articolo" lines
     QCOMPARE(count("CanDeleteCategoriaServizi", QStringLiteral("1")), 2); // service, invoice "Servizio" line
-    QCOMPARE(count("CanDeleteAnaMaga", QStringLiteral("a01")), 3);     // "Testo" line with the code not counted
+    QCOMPARE(count("CanDeleteAnaMaga", QStringLiteral("a01")), 3);        // "Testo" line with the code not counted
     QCOMPARE(count("CanDeleteServizio", QStringLiteral("s01")), 1);
     QCOMPARE(count("CanDeleteServizio", QStringLiteral("a01")), 0);
     QCOMPARE(count("CanDeleteCliente", QStringLiteral("c001")), 3);
@@ -236,7 +255,9 @@ void TestDeleteRules::everyRuleAnswersTrue()
     QVERIFY(CanDeleteCausaleTrasporto(Module().Db(), 1));
     QVERIFY(CanDeleteFatturaVendita(Module().Db(), fattura));
     QVERIFY(CanDeleteNotaAccredito(Module().Db(), 1));
-    QCOMPARE(Module().Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = 1")).toInt(), 1);
+    QCOMPARE(
+        Module().Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = 1")).toInt(),
+        1);
 }
 
 namespace {
@@ -278,9 +299,10 @@ void TestDeleteRules::deleteFatturaVenditaAnsweredYes()
     const TQ3TestDatabase &db = Module().Database;
     // The header may go only once its lines are gone.
     ExecSQL(Module().Db(), QStringLiteral("CREATE EXCEPTION E_RIGHE_PRESENTI 'Righe ancora presenti'"));
-    ExecSQL(Module().Db(), QStringLiteral("CREATE TRIGGER TG_BD_FATT_VEND_PROVA FOR FATT_VEND BEFORE DELETE AS BEGIN "
-                                          "IF (EXISTS(SELECT 1 FROM FATT_VEND_DETT WHERE IDFATT_VEND = OLD.IDFATT_VEND)) "
-                                          "THEN EXCEPTION E_RIGHE_PRESENTI; END"));
+    ExecSQL(Module().Db(),
+            QStringLiteral("CREATE TRIGGER TG_BD_FATT_VEND_PROVA FOR FATT_VEND BEFORE DELETE AS BEGIN "
+                           "IF (EXISTS(SELECT 1 FROM FATT_VEND_DETT WHERE IDFATT_VEND = OLD.IDFATT_VEND)) "
+                           "THEN EXCEPTION E_RIGHE_PRESENTI; END"));
     const int id = KRVInsertDocumento(db, QStringLiteral("FATT_VEND"), 21, 2025);
     KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), id, QStringLiteral("Articolo"), QStringLiteral("A01"));
     KRVInsertRiga(db, QStringLiteral("FATT_VEND_DETT"), id, QStringLiteral("Testo"));
@@ -316,7 +338,9 @@ void TestDeleteRules::deleteFatturaVenditaFailureRollsBack()
     QCOMPARE(responder.Messages().size(), 1);
     const TQ3Message &box = responder.Messages().first();
     QCOMPARE(box.Title, QStringLiteral("Errore"));
-    QCOMPARE(box.Text, QStringLiteral("Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"));
+    QCOMPARE(box.Text,
+             QStringLiteral(
+                 "Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"));
     QCOMPARE(box.Icon, TQ3MsgIcon::Error);
     QCOMPARE(box.Buttons, TQ3MsgButtons::Ok);
     QCOMPARE(InvoiceRows(db, id), QStringLiteral("1/2"));
@@ -328,19 +352,25 @@ void TestDeleteRules::deleteWithoutAsking_data()
     QTest::addColumn<QString>("insert");
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("key");
-    const auto row = [](const char *name, std::function<bool(const QSqlDatabase &, int)> remove, const char *insert, const char *table,
-                        const char *key) {
+    const auto row = [](const char *name, std::function<bool(const QSqlDatabase &, int)> remove, const char *insert,
+                        const char *table, const char *key) {
         QTest::newRow(name) << std::move(remove) << QString::fromLatin1(insert) << QString::fromLatin1(table)
                             << QString::fromLatin1(key);
     };
-    row("DeleteNotaDocumenti", [](const QSqlDatabase &db, int id) { return DeleteNotaDocumenti(db, id, false); },
-        "INSERT INTO NOTE_DOCUMENTI (TITOLO, TESTO) VALUES ('Nota da eliminare', 'x')", "NOTE_DOCUMENTI", "IDNOTA_DOCUMENTI");
-    row("DeleteTipiPagamento", [](const QSqlDatabase &db, int id) { return DeleteTipiPagamento(db, id, false); },
+    row(
+        "DeleteNotaDocumenti", [](const QSqlDatabase &db, int id) { return DeleteNotaDocumenti(db, id, false); },
+        "INSERT INTO NOTE_DOCUMENTI (TITOLO, TESTO) VALUES ('Nota da eliminare', 'x')", "NOTE_DOCUMENTI",
+        "IDNOTA_DOCUMENTI");
+    row(
+        "DeleteTipiPagamento", [](const QSqlDatabase &db, int id) { return DeleteTipiPagamento(db, id, false); },
         "INSERT INTO TIPI_PAGAMENTO (TIPO_PAGAMENTO) VALUES ('Contanti')", "TIPI_PAGAMENTO", "IDTIPO_PAGAMENTO");
-    row("DeleteAliquotaIVA", [](const QSqlDatabase &db, int id) { return DeleteAliquotaIVA(db, id, false); },
+    row(
+        "DeleteAliquotaIVA", [](const QSqlDatabase &db, int id) { return DeleteAliquotaIVA(db, id, false); },
         "INSERT INTO ALIQUOTE_IVA (CODICE, DESCRIZIONE, ALIQUOTA) VALUES ('10', 'Ridotta', 10)", "ALIQUOTE_IVA",
         "IDALIQUOTA_IVA");
-    row("DeleteUM", [](const QSqlDatabase &db, int id) { return DeleteUM(db, id, false); }, "INSERT INTO UM (UM) VALUES ('MT')", "UM", "IDUM");
+    row(
+        "DeleteUM", [](const QSqlDatabase &db, int id) { return DeleteUM(db, id, false); },
+        "INSERT INTO UM (UM) VALUES ('MT')", "UM", "IDUM");
     row("KRVEliminaCliente", &KRVEliminaCliente,
         "INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE) VALUES ('C900', 'Cliente da eliminare')", "CLIENTI", "IDCLIENTE");
     row("KRVEliminaAnaMaga", &KRVEliminaAnaMaga,
@@ -363,7 +393,8 @@ void TestDeleteRules::deleteWithoutAsking()
     const TQ3TestDatabase &db = Module().Database;
     const QString generator = QStringLiteral("GN_") + key;
     const int id = KRVInsertRow(db, insert, generator);
-    const QString all = QStringLiteral("SELECT ") + key + QStringLiteral(" FROM ") + table + QStringLiteral(" ORDER BY ") + key;
+    const QString all =
+        QStringLiteral("SELECT ") + key + QStringLiteral(" FROM ") + table + QStringLiteral(" ORDER BY ") + key;
     QStringList expected = db.Rows(all);
     expected.removeOne(QString::number(id));
     TQ3RecordingResponder responder;
@@ -386,9 +417,10 @@ void TestDeleteRules::deleteNotaAccreditoRemovesLines()
     QVERIFY(DeleteNotaAccredito(Module().Db(), id, true));
     CompareConfirmation(responder);
     const auto rows = [&](int key) {
-        return db.Rows(QStringLiteral("SELECT (SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE IDNOTA_ACCREDITO = %1), "
-                                      "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = %1) FROM RDB$DATABASE")
-                           .arg(key));
+        return db.Rows(
+            QStringLiteral("SELECT (SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE IDNOTA_ACCREDITO = %1), "
+                           "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = %1) FROM RDB$DATABASE")
+                .arg(key));
     };
     QCOMPARE(rows(id), QStringList{QStringLiteral("0|0")});
     QCOMPARE(rows(other), QStringList{QStringLiteral("1|1")});

@@ -49,27 +49,34 @@ void TestLookups::failuresWithoutSession_data()
     QTest::newRow("GetUM") << std::function<void()>([] { GetUM(QSqlDatabase(), 1); }) << none;
     QTest::newRow("GetTipoPagamento") << std::function<void()>([] { GetTipoPagamento(QSqlDatabase(), 1); }) << none;
     QTest::newRow("GetCliente(id)") << std::function<void()>([] { GetCliente(QSqlDatabase(), 1); }) << none;
-    QTest::newRow("GetCliente(codice)") << std::function<void()>([] { GetCliente(QSqlDatabase(), QStringLiteral("C001")); })
-                                        << QStringLiteral("[GetCliente]\n\r");
+    QTest::newRow("GetCliente(codice)") << std::function<void()>([] {
+        GetCliente(QSqlDatabase(), QStringLiteral("C001"));
+    }) << QStringLiteral("[GetCliente]\n\r");
     QTest::newRow("GetServizio") << std::function<void()>([] { GetServizio(QSqlDatabase(), 1); }) << none;
-    QTest::newRow("GetArticolo") << std::function<void()>([] { GetArticolo(QSqlDatabase(), 1); }) << QStringLiteral("[GetArticolo]\n\r");
+    QTest::newRow("GetArticolo") << std::function<void()>([] { GetArticolo(QSqlDatabase(), 1); })
+                                 << QStringLiteral("[GetArticolo]\n\r");
     QTest::newRow("GetCategoriaAnaMaga") << std::function<void()>([] { GetCategoriaAnaMaga(QSqlDatabase(), 1); })
                                          << QStringLiteral("[GetCategoriaAnaMaga]\n\r");
     QTest::newRow("GetCategoriaServizio") << std::function<void()>([] { GetCategoriaServizio(QSqlDatabase(), 1); })
                                           << QStringLiteral("[GetCategoriaServizio]\n\r");
     QTest::newRow("GetNotaDocumento") << std::function<void()>([] { GetNotaDocumento(QSqlDatabase(), 1); })
                                       << QStringLiteral("[GetNotaDocumento]\n\r");
-    QTest::newRow("CodiceAliquotaIvaExists") << std::function<void()>([] { CodiceAliquotaIvaExists(QSqlDatabase(), QStringLiteral("20"), 0); })
-                                             << none;
-    QTest::newRow("CodiceUMExists") << std::function<void()>([] { CodiceUMExists(QSqlDatabase(), QStringLiteral("KG"), 0); }) << none;
-    QTest::newRow("CodiceTipoPagamentoExists")
-        << std::function<void()>([] { CodiceTipoPagamentoExists(QSqlDatabase(), QStringLiteral("Rimessa diretta"), 0); }) << none;
-    QTest::newRow("CodiceAnaMagaExists") << std::function<void()>([] { CodiceAnaMagaExists(QSqlDatabase(), QStringLiteral("A1"), 0); })
-                                         << none;
-    QTest::newRow("CodiceServizioExists") << std::function<void()>([] { CodiceServizioExists(QSqlDatabase(), QStringLiteral("S1"), 0); })
-                                          << none;
-    QTest::newRow("CodiceClienteExists") << std::function<void()>([] { CodiceClienteExists(QSqlDatabase(), QStringLiteral("C001"), 0); })
-                                         << none;
+    QTest::newRow("CodiceAliquotaIvaExists")
+        << std::function<void()>([] { CodiceAliquotaIvaExists(QSqlDatabase(), QStringLiteral("20"), 0); }) << none;
+    QTest::newRow("CodiceUMExists") << std::function<void()>([] {
+        CodiceUMExists(QSqlDatabase(), QStringLiteral("KG"), 0);
+    }) << none;
+    QTest::newRow("CodiceTipoPagamentoExists") << std::function<void()>([] {
+        CodiceTipoPagamentoExists(QSqlDatabase(), QStringLiteral("Rimessa diretta"), 0);
+    }) << none;
+    QTest::newRow("CodiceAnaMagaExists") << std::function<void()>([] {
+        CodiceAnaMagaExists(QSqlDatabase(), QStringLiteral("A1"), 0);
+    }) << none;
+    QTest::newRow("CodiceServizioExists")
+        << std::function<void()>([] { CodiceServizioExists(QSqlDatabase(), QStringLiteral("S1"), 0); }) << none;
+    QTest::newRow("CodiceClienteExists") << std::function<void()>([] {
+        CodiceClienteExists(QSqlDatabase(), QStringLiteral("C001"), 0);
+    }) << none;
     QTest::newRow("TitoloNotaDocumentiExists")
         << std::function<void()>([] { TitoloNotaDocumentiExists(QSqlDatabase(), QStringLiteral("Nota"), 0); }) << none;
 }
@@ -158,13 +165,14 @@ void TestLookups::clienteByCodeIgnoresCase()
 void TestLookups::unknownClienteIsEmpty()
 {
     Module();
-    for (const TCliente &cliente : {GetCliente(Module().Db(), 999), GetCliente(Module().Db(), QStringLiteral("NESSUNO"))}) {
+    for (const TCliente &cliente :
+         {GetCliente(Module().Db(), 999), GetCliente(Module().Db(), QStringLiteral("NESSUNO"))}) {
         QCOMPARE(cliente.IDCLIENTE, 0);
         QCOMPARE(cliente.IDTIPO_PAGAMENTO, 0);
-        for (const QString &text : {cliente.CODICE, cliente.RAGIONESOCIALE, cliente.INDIRIZZO, cliente.CITTA, cliente.CAP,
-                                    cliente.PROVINCIA, cliente.NAZIONE, cliente.CODICEFISCALE, cliente.PARTITAIVA,
-                                    cliente.TIPO_PAGAMENTO, cliente.TELEFONO1, cliente.TELEFONO2, cliente.TELEFONO3,
-                                    cliente.FAX, cliente.EMAIL, cliente.WEB})
+        for (const QString &text :
+             {cliente.CODICE, cliente.RAGIONESOCIALE, cliente.INDIRIZZO, cliente.CITTA, cliente.CAP, cliente.PROVINCIA,
+              cliente.NAZIONE, cliente.CODICEFISCALE, cliente.PARTITAIVA, cliente.TIPO_PAGAMENTO, cliente.TELEFONO1,
+              cliente.TELEFONO2, cliente.TELEFONO3, cliente.FAX, cliente.EMAIL, cliente.WEB})
             QVERIFY(text.isEmpty());
     }
 }
@@ -172,8 +180,9 @@ void TestLookups::unknownClienteIsEmpty()
 void TestLookups::servizioWithCategory()
 {
     const TQ3TestDatabase &db = Module().Database;
-    const int categoria = KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_SERVIZI (CATEGORIA, IDPADRE) VALUES ('Consulenza', 1)"),
-                                       QStringLiteral("GN_IDCATEGORIA_SERVIZI"));
+    const int categoria =
+        KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_SERVIZI (CATEGORIA, IDPADRE) VALUES ('Consulenza', 1)"),
+                     QStringLiteral("GN_IDCATEGORIA_SERVIZI"));
     const int id = KRVInsertServizio(db, QStringLiteral("S01"), categoria, 2, 2);
     const TServizio servizio = GetServizio(Module().Db(), id);
     QCOMPARE(servizio.IDSERVIZIO, id);
@@ -190,8 +199,9 @@ void TestLookups::servizioWithCategory()
 void TestLookups::articoloWithCategory()
 {
     const TQ3TestDatabase &db = Module().Database;
-    const int categoria = KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA (CATEGORIA, IDPADRE) VALUES ('Viti', 1)"),
-                                       QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"));
+    const int categoria =
+        KRVInsertRow(db, QStringLiteral("INSERT INTO CATEGORIE_ANA_MAGA (CATEGORIA, IDPADRE) VALUES ('Viti', 1)"),
+                     QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"));
     const int id = KRVInsertArticolo(db, QStringLiteral("A01"), categoria, 3, 4);
     const TArticolo articolo = GetArticolo(Module().Db(), id);
     QCOMPARE(articolo.IDANA_MAGA, id);
@@ -281,7 +291,8 @@ void TestLookups::codeExistenceTests()
 
 void TestLookups::titoloNotaDocumentiExists()
 {
-    const int nota = KRVInsertNotaDocumenti(Module().Database, QStringLiteral("Reverse charge"), QStringLiteral("testo"));
+    const int nota =
+        KRVInsertNotaDocumenti(Module().Database, QStringLiteral("Reverse charge"), QStringLiteral("testo"));
     QVERIFY(TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("REVERSE CHARGE"), 0));
     QVERIFY(!TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("reverse charge"), nota));
     QVERIFY(!TitoloNotaDocumentiExists(Module().Db(), QStringLiteral("Reverse"), 0));

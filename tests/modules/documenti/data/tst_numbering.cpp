@@ -41,7 +41,8 @@ private:
 void TestNumbering::failuresWithoutSession()
 {
     const QList<std::pair<std::function<void()>, QString>> calls{
-        {[] { GetNextNumeroFattVend(QSqlDatabase(), 2024); }, QStringLiteral("[GetNextNumeroFattVend]\n\r'' non è un valore booleano valido")},
+        {[] { GetNextNumeroFattVend(QSqlDatabase(), 2024); },
+         QStringLiteral("[GetNextNumeroFattVend]\n\r'' non è un valore booleano valido")},
         {[] { GetNextNumeroNotaAccredito(QSqlDatabase(), 2024); },
          QStringLiteral("[GetNextNumeroNotaAccredito]\n\r") + QString::fromUtf8(KRVMsgSenzaSessione)},
         {[] { NotaAccreditoExists(QSqlDatabase(), 1, 2024, 0); }, QString::fromUtf8(KRVMsgSenzaSessione)},
@@ -79,7 +80,8 @@ namespace {
 
 void InsertFattAcc(const TQ3TestDatabase &db, int numero, int anno)
 {
-    db.Exec(QStringLiteral("INSERT INTO FATT_ACC (NUMERO, DATA, ANNO) VALUES (%1, '%2-03-01', %2)").arg(numero).arg(anno));
+    db.Exec(
+        QStringLiteral("INSERT INTO FATT_ACC (NUMERO, DATA, ANNO) VALUES (%1, '%2-03-01', %2)").arg(numero).arg(anno));
 }
 
 } // namespace

@@ -45,7 +45,8 @@ void TestOptions::failuresWithoutSessionAnswerFalse()
 
 void TestOptions::getExistingOption()
 {
-    Module().Database.Exec(QStringLiteral("UPDATE OPZIONI SET VALORE = 'False' WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
+    Module().Database.Exec(
+        QStringLiteral("UPDATE OPZIONI SET VALORE = 'False' WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'"));
     QVariant value;
     QVERIFY(GetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
     QCOMPARE(value.toString(), QStringLiteral("False"));
@@ -72,7 +73,8 @@ void TestOptions::getMissingOptionLeavesValueUntouched()
 void TestOptions::setExistingOption()
 {
     QVERIFY(SetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True")));
-    QCOMPARE(Module().Database.Rows(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'")),
+    QCOMPARE(Module().Database.Rows(
+                 QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'")),
              QStringList{QStringLiteral("True")});
     QVariant value;
     QVERIFY(GetOptionValue(Module().Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE"), value));
@@ -93,7 +95,10 @@ void TestOptions::setMissingOptionChangesNothing()
     const QStringList before = Module().Database.Rows(everything);
     QVERIFY(!SetOptionValue(Module().Db(), QStringLiteral("OPZIONE_INESISTENTE"), QStringLiteral("True")));
     QCOMPARE(Module().Database.Rows(everything), before);
-    QCOMPARE(Module().Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'OPZIONE_INESISTENTE'")).toInt(), 0);
+    QCOMPARE(Module()
+                 .Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'OPZIONE_INESISTENTE'"))
+                 .toInt(),
+             0);
 }
 
 void TestOptions::missingTableAnswersFalse()

@@ -43,7 +43,8 @@ void TestPermissions::initTestCase()
         return GetLastGeneratorValue(QLatin1String(generator), m_database->Db());
     };
     const auto permesso = [&](const char *text) {
-        return insert(QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES (0, %1, 'Documenti')").arg(QuotedStr(QLatin1String(text))),
+        return insert(QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES (0, %1, 'Documenti')")
+                          .arg(QuotedStr(QLatin1String(text))),
                       "GN_IDABILITAZIONE_UTENTE");
     };
     const auto ruolo = [&](const char *name, const char *user) {
@@ -56,9 +57,10 @@ void TestPermissions::initTestCase()
         return id;
     };
     const auto concedi = [&](int ruoloId, int permessoId) {
-        m_database->Exec(QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) VALUES (%1, %2)")
-                             .arg(ruoloId)
-                             .arg(permessoId));
+        m_database->Exec(
+            QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) VALUES (%1, %2)")
+                .arg(ruoloId)
+                .arg(permessoId));
     };
     const int statistiche = permesso("Statistiche (visualizzazione)");
     permesso("Fatture di vendita (modifica)");

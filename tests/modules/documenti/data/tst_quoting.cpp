@@ -39,9 +39,10 @@ const QString Injection = QStringLiteral("x' OR '1'='1");
 QStringList TestQuoting::Snapshot() const
 {
     QStringList rows;
-    for (const char *table : {"CLIENTI", "ANA_MAGA", "SERVIZI", "UM", "ALIQUOTE_IVA", "TIPI_PAGAMENTO", "NOTE_DOCUMENTI",
-                              "OPZIONI", "UTENTI_RUOLI"})
-        rows << m_module->Database.Rows(QStringLiteral("SELECT * FROM ") + QLatin1String(table) + QStringLiteral(" ORDER BY 1"));
+    for (const char *table : {"CLIENTI", "ANA_MAGA", "SERVIZI", "UM", "ALIQUOTE_IVA", "TIPI_PAGAMENTO",
+                              "NOTE_DOCUMENTI", "OPZIONI", "UTENTI_RUOLI"})
+        rows << m_module->Database.Rows(QStringLiteral("SELECT * FROM ") + QLatin1String(table)
+                                        + QStringLiteral(" ORDER BY 1"));
     return rows;
 }
 
@@ -86,14 +87,15 @@ void TestQuoting::injectionInOptionsChangesNothing()
     QVERIFY(!GetOptionValue(m_module->Db(), Injection, value));
     QCOMPARE(value.toString(), QStringLiteral("invariato"));
     QVERIFY(!SetOptionValue(m_module->Db(), Injection, QStringLiteral("True")));
-    QVERIFY(!SetOptionValue(m_module->Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE' OR '1'='1"), QStringLiteral("True")));
+    QVERIFY(!SetOptionValue(m_module->Db(), QStringLiteral("NUMERAZIONE_UNICA_FATTURE' OR '1'='1"),
+                            QStringLiteral("True")));
 }
 
 void TestQuoting::injectionInPermissionsGrantsNothing()
 {
     QVERIFY(!UserHasAbilitazione(QStringLiteral("Controllo completo"), Injection, m_module->Db()));
-    QVERIFY(!UserHasAbilitazione(QStringLiteral("Controllo completo"), QStringLiteral("nessuno' OR UPPER(USER_NAME)='ADMIN"),
-                                 m_module->Db()));
+    QVERIFY(!UserHasAbilitazione(QStringLiteral("Controllo completo"),
+                                 QStringLiteral("nessuno' OR UPPER(USER_NAME)='ADMIN"), m_module->Db()));
 }
 
 void TestQuoting::injectionInDeleteRuleIsOneLiteral()
@@ -108,7 +110,8 @@ void TestQuoting::injectionInDeleteRuleIsOneLiteral()
 void TestQuoting::databaseUnchanged()
 {
     QCOMPARE(Snapshot(), m_before);
-    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'")),
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = 'NUMERAZIONE_UNICA_FATTURE'")),
              QStringList{QStringLiteral("False")});
 }
 

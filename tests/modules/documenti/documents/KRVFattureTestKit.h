@@ -93,10 +93,11 @@ inline void LoginWithRights(const TQ3TestDatabase &db, const QString &user, cons
     db.Exec(QStringLiteral("INSERT INTO UTENTI_RUOLI (USER_NAME, IDRUOLO_UTENTE) SELECT ") + QuotedStr(user)
             + QStringLiteral(", IDRUOLO_UTENTE FROM RUOLI_UTENTE WHERE RUOLO_UTENTE = ") + QuotedStr(role));
     for (const QString &right : rights)
-        db.Exec(QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) SELECT "
-                               "R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A WHERE "
-                               "R.RUOLO_UTENTE = ")
-                + QuotedStr(role) + QStringLiteral(" AND A.ABILITAZIONE_UTENTE = ") + QuotedStr(right));
+        db.Exec(
+            QStringLiteral("INSERT INTO ABILITAZIONI_RUOLI (IDRUOLO_UTENTE, IDABILITAZIONE_UTENTE) SELECT "
+                           "R.IDRUOLO_UTENTE, A.IDABILITAZIONE_UTENTE FROM RUOLI_UTENTE R, ABILITAZIONI_UTENTE A WHERE "
+                           "R.RUOLO_UTENTE = ")
+            + QuotedStr(role) + QStringLiteral(" AND A.ABILITAZIONE_UTENTE = ") + QuotedStr(right));
     SetQ3CurrentUserName(user);
 }
 
@@ -106,8 +107,9 @@ inline int InsertClienteCompleto(const TQ3TestDatabase &db, const QString &codic
 {
     return KRVInsertRow(
         db,
-        QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, "
-                       "CODICEFISCALE, PARTITAIVA, IDTIPO_PAGAMENTO, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL) VALUES (")
+        QStringLiteral(
+            "INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, "
+            "CODICEFISCALE, PARTITAIVA, IDTIPO_PAGAMENTO, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL) VALUES (")
             + QuotedStr(codice) + QStringLiteral(", ") + QuotedStr(ragioneSociale)
             + QStringLiteral(", 'Via Roma 1', 'Modena', '41121', 'MO', 'Italia', ") + QuotedStr(codiceFiscale)
             + QStringLiteral(", ") + QuotedStr(partitaIva) + QStringLiteral(", ") + QString::number(idTipoPagamento)
@@ -213,8 +215,8 @@ protected:
         Trigger(m_editor, QStringLiteral("actSalva"));
         QVERIFY(m_responder->Messages().isEmpty());
         QCOMPARE(Db().Rows(testate), (QStringList{altra, QStringLiteral("%1|%2|True").arg(atteso + 1).arg(numero)}));
-        QCOMPARE(Db().Rows(righeSalvate), (QStringList{QStringLiteral("%1|Testo").arg(atteso),
-                                                       QStringLiteral("%1|Articolo").arg(atteso + 1)}));
+        QCOMPARE(Db().Rows(righeSalvate),
+                 (QStringList{QStringLiteral("%1|Testo").arg(atteso), QStringLiteral("%1|Articolo").arg(atteso + 1)}));
 
         m_responder->Enqueue(TQ3MsgResult::Yes);
         Trigger(m_editor, QStringLiteral("actElimina"));

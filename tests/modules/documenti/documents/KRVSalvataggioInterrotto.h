@@ -49,7 +49,7 @@ struct TKRVSegno
     {
         const QStringList parti = testo.mid(1).split(QLatin1Char('.'));
         return parti.size() == 2 && testo.startsWith(QLatin1Char('G')) ? TKRVSegno{parti[0].toInt(), parti[1].toInt()}
-                                                                      : TKRVSegno{};
+                                                                       : TKRVSegno{};
     }
 };
 
@@ -155,7 +155,8 @@ inline int KRVSalvaFattureSenzaFine(const QString &connectionString, quint32 sem
             if (caso.bounded(6) == 0)
                 testata.IvaEsente = !testata.IvaEsente;
             testata.Note = KRVNotaSalvataggio(segno, quante);
-            const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(modulo.Db()));
+            const TKRVTotaliDocumento totali =
+                AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(modulo.Db()));
             out << "inizio " << segno.Testo() << '\n' << Qt::flush;
             archivio.Scrivi(testata, righe, totali, nuova, id);
             out << "salvata " << id << ' ' << segno.Testo() << '\n' << Qt::flush;
@@ -202,7 +203,7 @@ struct TKRVConteggiInterruzioni
     int UccisioniDuranteSalvataggio = 0;
     int Commit = 0;
     int Incoerenze = 0;
-    int FigliFalliti = 0;  // a child that did not start, or stopped on its own
+    int FigliFalliti = 0; // a child that did not start, or stopped on its own
 };
 
 // What one killed child said: the last mark committed for each invoice, and
@@ -253,7 +254,7 @@ inline int KRVIncoerenze(const QString &connectionString, const TKRVUscitaFiglio
         incoerente(QStringLiteral("%1 righe senza fattura").arg(orfane));
     QHash<int, TKRVSegno> segni;
     QSqlQuery testate = OpenQuery(modulo.Db(), QStringLiteral("SELECT IDFATT_VEND, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
-                                                               "TOTALE_DOCUMENTO FROM FATT_VEND ORDER BY IDFATT_VEND"));
+                                                              "TOTALE_DOCUMENTO FROM FATT_VEND ORDER BY IDFATT_VEND"));
     while (testate.next()) {
         const int id = testate.value(0).toInt();
         TKRVTestataFattura testata;
@@ -262,7 +263,8 @@ inline int KRVIncoerenze(const QString &connectionString, const TKRVUscitaFiglio
             incoerente(QStringLiteral("fattura %1 illeggibile").arg(id));
             continue;
         }
-        const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(modulo.Db()));
+        const TKRVTotaliDocumento totali =
+            AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(modulo.Db()));
         const double calcolati[] = {totali.Imponibile, totali.Imposta, totali.Totale()};
         const char *colonne[] = {"TOTALE_IMPONIBILE", "TOTALE_IMPOSTA", "TOTALE_DOCUMENTO"};
         for (int i = 0; i < 3; ++i) {
@@ -320,8 +322,8 @@ inline TKRVConteggiInterruzioni KRVUccidiSalvataggi(const QString &connectionStr
         const int attesa = 20 + int(caso.bounded(381));
         QProcess figlio;
         figlio.setProcessEnvironment(ambiente);
-        figlio.start(QCoreApplication::applicationFilePath(), {KRVArgomentoFiglio, connectionString,
-                                                               QString::number(semeFiglio), QString::number(giro)});
+        figlio.start(QCoreApplication::applicationFilePath(),
+                     {KRVArgomentoFiglio, connectionString, QString::number(semeFiglio), QString::number(giro)});
         QByteArray uscita;
         QElapsedTimer avvio;
         avvio.start();

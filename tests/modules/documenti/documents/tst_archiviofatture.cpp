@@ -81,7 +81,8 @@ TKRVTestataFattura TestArchivioFatture::Testata() const
 
 int TestArchivioFatture::Salva(TKRVTestataFattura testata, TKRVRigheDocumento &righe, bool nuova, int id)
 {
-    const TKRVTotaliDocumento totali = AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(m_module->Db()));
+    const TKRVTotaliDocumento totali =
+        AggiornaTotaliDocumento(righe, testata.IvaEsente, KRVAliquoteArchivio(m_module->Db()));
     m_archivio->Scrivi(testata, righe, totali, nuova, id);
     return id;
 }
@@ -106,15 +107,16 @@ void TestArchivioFatture::newInvoiceHeaderColumns()
     RigheDiOgniTipo(righe);
     const int id = Salva(Testata(), righe, true);
     QCOMPARE(id, 1);
-    QCOMPARE(Db().Rows(QStringLiteral(
-                 "SELECT IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, CLI_CAP, "
-                 "CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, "
-                 "NOTIFICATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, IVA_ESENTE, NOTE "
-                 "FROM FATT_VEND")),
-             QStringList{QStringLiteral(
-                 "1|7|2025-03-10|2025|CLN0000001|Rossi & Figli S.r.l.|Via dell'Orto 3|Bologna|40100|BO|Italia|"
-                 "RSSMRA80A01A944X|01234567890|2|Bonifico 30 gg Data Fattura|True|False|2025-04-09|137.34|27.47|166.81|"
-                 "False|Consegna al piano terra")});
+    QCOMPARE(
+        Db().Rows(QStringLiteral(
+            "SELECT IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, CLI_CAP, "
+            "CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, "
+            "NOTIFICATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, IVA_ESENTE, NOTE "
+            "FROM FATT_VEND")),
+        QStringList{QStringLiteral(
+            "1|7|2025-03-10|2025|CLN0000001|Rossi & Figli S.r.l.|Via dell'Orto 3|Bologna|40100|BO|Italia|"
+            "RSSMRA80A01A944X|01234567890|2|Bonifico 30 gg Data Fattura|True|False|2025-04-09|137.34|27.47|166.81|"
+            "False|Consegna al piano terra")});
 }
 
 void TestArchivioFatture::linesOfEveryKind()
@@ -122,19 +124,26 @@ void TestArchivioFatture::linesOfEveryKind()
     TKRVRigheDocumento righe(KRVLayoutFattura());
     RigheDiOgniTipo(righe);
     const int id = Salva(Testata(), righe, true);
-    QCOMPARE(Db().Rows(QStringLiteral(
-                 "SELECT IDFATT_VEND, DESCRIZIONE, TIPO_RIGA, CODICE, IDCATEGORIA, CATEGORIA, IVA_IDALIQUOTA_IVA, IVA_CODICE, "
-                 "IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, CAST(COSTO AS VARCHAR(20)), CAST(PREZZO AS VARCHAR(20)), "
-                 "CAST(SCONTO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), CAST(IMPORTO AS VARCHAR(20)) FROM FATT_VEND_DETT "
-                 "ORDER BY IDFATT_VEND_DETT")),
-             (QStringList{
-                 QString::number(id)
-                     + QStringLiteral("|Articolo di prova|Articolo|ART1|1|Altro|1|20|Aliquota standard|20|1|PEZZI|5.60|12.34|0.00|1.00|12.34"),
-                 QString::number(id) + QStringLiteral("|Consegna del 3 marzo\nsecondo piano|Testo|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>"),
-                 QString::number(id)
-                     + QStringLiteral("|Servizio di prova|Servizio|SRV1|1|Altro|1|20|Aliquota standard|20|2|ORE|20.50|50.00|0.00|2.50|125.00"),
-                 QString::number(id) + QStringLiteral("|Spese di bollo|Non imponibile|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|0.00|2.00|0.00|1.00|2.00"),
-             }));
+    QCOMPARE(
+        Db().Rows(QStringLiteral(
+            "SELECT IDFATT_VEND, DESCRIZIONE, TIPO_RIGA, CODICE, IDCATEGORIA, CATEGORIA, IVA_IDALIQUOTA_IVA, IVA_CODICE, "
+            "IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, CAST(COSTO AS VARCHAR(20)), CAST(PREZZO AS VARCHAR(20)), "
+            "CAST(SCONTO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), CAST(IMPORTO AS VARCHAR(20)) FROM FATT_VEND_DETT "
+            "ORDER BY IDFATT_VEND_DETT")),
+        (QStringList{
+            QString::number(id)
+                + QStringLiteral(
+                    "|Articolo di prova|Articolo|ART1|1|Altro|1|20|Aliquota standard|20|1|PEZZI|5.60|12.34|0.00|1.00|12.34"),
+            QString::number(id)
+                + QStringLiteral(
+                    "|Consegna del 3 marzo\nsecondo piano|Testo|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>"),
+            QString::number(id)
+                + QStringLiteral(
+                    "|Servizio di prova|Servizio|SRV1|1|Altro|1|20|Aliquota standard|20|2|ORE|20.50|50.00|0.00|2.50|125.00"),
+            QString::number(id)
+                + QStringLiteral(
+                    "|Spese di bollo|Non imponibile|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|0.00|2.00|0.00|1.00|2.00"),
+        }));
 }
 
 void TestArchivioFatture::readBackGivesTheSameCells()
@@ -142,8 +151,8 @@ void TestArchivioFatture::readBackGivesTheSameCells()
     TKRVRigheDocumento righe(KRVLayoutFattura());
     RigheDiOgniTipo(righe);
     TKRVTestataFattura scritta = Testata();
-    scritta.Ricorrenza = {true, 3, QStringLiteral("Mese"), QDate(2025, 3, 10), QDate(2026, 3, 10),
-                          QStringLiteral("Il giorno esatto")};
+    scritta.Ricorrenza =
+        {true, 3, QStringLiteral("Mese"), QDate(2025, 3, 10), QDate(2026, 3, 10), QStringLiteral("Il giorno esatto")};
     const int id = Salva(scritta, righe, true);
 
     TKRVRigheDocumento lette(KRVLayoutFattura());
@@ -232,8 +241,8 @@ void TestArchivioFatture::deletedVatRateGivesNullVatColumns()
 {
     Db().Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '10', 'Ridotta', 10)"));
     TKRVRigheDocumento righe(KRVLayoutFattura());
-    righe.AggiungiVoce({KRVRigaArticolo, 0, QStringLiteral("ART1"), QStringLiteral("A"), 1, 100, 4, QStringLiteral("10"), 1,
-                        QStringLiteral("PEZZI")});
+    righe.AggiungiVoce({KRVRigaArticolo, 0, QStringLiteral("ART1"), QStringLiteral("A"), 1, 100, 4,
+                        QStringLiteral("10"), 1, QStringLiteral("PEZZI")});
     Db().Exec(QStringLiteral("DELETE FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=4"));
     const int id = Salva(Testata(), righe, true);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IMPORTO "
@@ -248,12 +257,13 @@ void TestArchivioFatture::recurrenceClearedWritesNulls()
 {
     TKRVRigheDocumento righe(KRVLayoutFattura());
     TKRVTestataFattura testata = Testata();
-    testata.Ricorrenza = {false, 3, QStringLiteral("Mese"), QDate(2025, 3, 10), QDate(2026, 3, 10),
-                          QStringLiteral("Il giorno esatto")};
+    testata.Ricorrenza =
+        {false, 3, QStringLiteral("Mese"), QDate(2025, 3, 10), QDate(2026, 3, 10), QStringLiteral("Il giorno esatto")};
     Salva(testata, righe, true);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
-                                      "FC_DATA_NUOVA_FATTURA, FC_GENERA_OGNI IS NULL, FC_DATA_NUOVA_FATTURA IS NULL "
-                                      "FROM FATT_VEND")),
+    QCOMPARE(Db().Rows(
+                 QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                                "FC_DATA_NUOVA_FATTURA, FC_GENERA_OGNI IS NULL, FC_DATA_NUOVA_FATTURA IS NULL "
+                                "FROM FATT_VEND")),
              QStringList{QStringLiteral("False|<null>|<null>|<null>|<null>|<null>|true|true")});
 }
 
@@ -261,11 +271,16 @@ void TestArchivioFatture::recurrenceSetWritesCaptions()
 {
     TKRVRigheDocumento righe(KRVLayoutFattura());
     TKRVTestataFattura testata = Testata();
-    testata.Ricorrenza = {true, 2, QStringLiteral("Settimana"), QDate(2025, 3, 10), QDate(2025, 12, 31),
+    testata.Ricorrenza = {true,
+                          2,
+                          QStringLiteral("Settimana"),
+                          QDate(2025, 3, 10),
+                          QDate(2025, 12, 31),
                           QStringLiteral("Ultimo giorno del mese")};
     Salva(testata, righe, true);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
-                                      "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
+    QCOMPARE(Db().Rows(
+                 QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                                "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
              QStringList{QStringLiteral("True|2|Settimana|2025-03-10|2025-12-31|Ultimo giorno del mese")});
 }
 
@@ -319,7 +334,8 @@ void TestArchivioFatture::resavingAfterFailedNewSaveStoresTheInvoiceOnce()
     // And from then on it is edited in place.
     testata.Pagato = true;
     m_archivio->Scrivi(testata, righe, {}, false, id);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, PAGATO FROM FATT_VEND")), QStringList{QStringLiteral("%1|True").arg(id)});
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, PAGATO FROM FATT_VEND")),
+             QStringList{QStringLiteral("%1|True").arg(id)});
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT")).toInt(), 1);
 }
 

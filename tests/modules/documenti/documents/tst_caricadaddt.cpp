@@ -59,8 +59,8 @@ void TestCaricaDaDdt::init()
     InsertDdt(*m_db, 11, 8, QDate(2026, 2, 3), QStringLiteral("C002"), QStringLiteral("Bianchi S.r.l."));
     InsertDdt(*m_db, 12, 9, QDate(2026, 2, 4), QStringLiteral("C002"), QStringLiteral("Bianchi S.r.l."));
     InsertRigaTesto(*m_db, 103, 10, QStringLiteral("Testo"), QStringLiteral("Consegna al piano"));
-    InsertRigaVoce(*m_db, 101, 10, QStringLiteral("Articolo"), QStringLiteral("ART1"), QStringLiteral("Rubinetto\nin ottone"),
-                   QStringLiteral("5.5, 3, 12.5, 2, 25, 1, '20', 4, 'PZ'"));
+    InsertRigaVoce(*m_db, 101, 10, QStringLiteral("Articolo"), QStringLiteral("ART1"),
+                   QStringLiteral("Rubinetto\nin ottone"), QStringLiteral("5.5, 3, 12.5, 2, 25, 1, '20', 4, 'PZ'"));
     InsertRigaTesto(*m_db, 104, 10, QStringLiteral("Non imponibile"), QStringLiteral("Trasporto"));
     InsertRigaVoce(*m_db, 102, 10, QStringLiteral("Servizio"), QStringLiteral("SRV1"), QStringLiteral("Montaggio"),
                    QStringLiteral("10, 2, 40, 1.5, 60, 1, '20', 2, 'ORE'"));
@@ -95,14 +95,14 @@ void TestCaricaDaDdt::notesInTheOrderGivenWithReferenceAndClosingLines()
     const QList<QStringList> righe = Carica({11, 10});
     QCOMPARE(righe.size(), 8);
     QCOMPARE(righe.at(0), Testo(QStringLiteral("-- Rif. D.d.T. n. 8 del 03/02/26 --")));
-    QCOMPARE(righe.at(1), (QStringList{"-1", "0,00", "ART2", "Guarnizione", "0", "0,33", "0,00", "3,00", "0,99", "0", "",
-                                       "0", "", "Articolo"}));
+    QCOMPARE(righe.at(1), (QStringList{"-1", "0,00", "ART2", "Guarnizione", "0", "0,33", "0,00", "3,00", "0,99", "0",
+                                       "", "0", "", "Articolo"}));
     QCOMPARE(righe.at(2), Testo(QStringLiteral("-- --")));
     QCOMPARE(righe.at(3), Testo(QStringLiteral("-- Rif. D.d.T. n. 7 del 15/01/26 --")));
-    QCOMPARE(righe.at(4), (QStringList{"-1", "5,50", "ART1", "Rubinetto\nin ottone", "3", "12,50", "0,00", "2,00", "25,00",
-                                       "1", "20", "4", "PZ", "Articolo"}));
-    QCOMPARE(righe.at(5), (QStringList{"-1", "10,00", "SRV1", "Montaggio", "2", "40,00", "0,00", "1,50", "60,00", "1", "20",
-                                       "2", "ORE", "Servizio"}));
+    QCOMPARE(righe.at(4), (QStringList{"-1", "5,50", "ART1", "Rubinetto\nin ottone", "3", "12,50", "0,00", "2,00",
+                                       "25,00", "1", "20", "4", "PZ", "Articolo"}));
+    QCOMPARE(righe.at(5), (QStringList{"-1", "10,00", "SRV1", "Montaggio", "2", "40,00", "0,00", "1,50", "60,00", "1",
+                                       "20", "2", "ORE", "Servizio"}));
     QCOMPARE(righe.at(6), Testo(QStringLiteral("Consegna al piano")));
     QCOMPARE(righe.at(7), Testo(QStringLiteral("-- --")));
 }

@@ -44,7 +44,8 @@ void ScriviVersioneAltra(const QSqlDatabase &db, int id)
 }
 
 const QStringList TestataAltra{NotaAltra + QStringLiteral("|True|False")};
-const QStringList RigheAltra{QStringLiteral("Non imponibile|Riga altra 1"), QStringLiteral("Non imponibile|Riga altra 2")};
+const QStringList RigheAltra{QStringLiteral("Non imponibile|Riga altra 1"),
+                             QStringLiteral("Non imponibile|Riga altra 2")};
 
 // The other workstation writes its version and keeps its transaction open
 // until this workstation's update of the header is seen waiting on the row
@@ -75,13 +76,14 @@ protected:
             QElapsedTimer tempo;
             tempo.start();
             while (!AttesaVista && tempo.elapsed() < 20000) {
-                AttesaVista = QueryScalar(sorveglianza.Database(),
-                                          QStringLiteral("SELECT COUNT(*) FROM MON$STATEMENTS WHERE MON$STATE = 1 AND "
-                                                         "MON$ATTACHMENT_ID NOT IN (CURRENT_CONNECTION, ")
-                                              + propria
-                                              + QStringLiteral(") AND MON$SQL_TEXT STARTING WITH 'UPDATE FATT_VEND SET'"))
-                                  .toInt()
-                              > 0;
+                AttesaVista =
+                    QueryScalar(sorveglianza.Database(),
+                                QStringLiteral("SELECT COUNT(*) FROM MON$STATEMENTS WHERE MON$STATE = 1 AND "
+                                               "MON$ATTACHMENT_ID NOT IN (CURRENT_CONNECTION, ")
+                                    + propria
+                                    + QStringLiteral(") AND MON$SQL_TEXT STARTING WITH 'UPDATE FATT_VEND SET'"))
+                        .toInt()
+                    > 0;
                 if (!AttesaVista)
                     msleep(20);
             }
@@ -202,8 +204,9 @@ QStringList TestFatturaDuePostazioni::Testata(int id) const
 
 QStringList TestFatturaDuePostazioni::Righe(int id) const
 {
-    return Db().Rows(QStringLiteral("SELECT TIPO_RIGA, COALESCE(DESCRIZIONE, '') FROM FATT_VEND_DETT WHERE IDFATT_VEND = ")
-                     + QString::number(id) + QStringLiteral(" ORDER BY IDFATT_VEND_DETT"));
+    return Db().Rows(
+        QStringLiteral("SELECT TIPO_RIGA, COALESCE(DESCRIZIONE, '') FROM FATT_VEND_DETT WHERE IDFATT_VEND = ")
+        + QString::number(id) + QStringLiteral(" ORDER BY IDFATT_VEND_DETT"));
 }
 
 QStringList TestFatturaDuePostazioni::RigheProprie() const
@@ -232,9 +235,10 @@ void TestFatturaDuePostazioni::VerificaTotali(int id) const
     QCOMPARE(totali.size(), 1);
     const QStringList t = totali.first().split(QLatin1Char('|'));
     const auto somma = [&](const QString &espressione, const QString &tipi) {
-        return Db().Scalar(QStringLiteral("SELECT COALESCE(SUM(") + espressione
-                           + QStringLiteral("), 0) FROM FATT_VEND_DETT WHERE IDFATT_VEND = ") + chiave
-                           + QStringLiteral(" AND TIPO_RIGA IN (") + tipi + QLatin1Char(')'))
+        return Db()
+            .Scalar(QStringLiteral("SELECT COALESCE(SUM(") + espressione
+                    + QStringLiteral("), 0) FROM FATT_VEND_DETT WHERE IDFATT_VEND = ") + chiave
+                    + QStringLiteral(" AND TIPO_RIGA IN (") + tipi + QLatin1Char(')'))
             .toDouble();
     };
     const QString imponibili = QStringLiteral("'Articolo', 'Servizio'");
@@ -295,8 +299,8 @@ void TestFatturaDuePostazioni::otherWorkstationStillWriting_saveFailsThenSucceed
     qInfo("this workstation's update seen waiting on the other's row: %s", altra.AttesaVista ? "yes" : "no");
     QVERIFY(altra.AttesaVista);
     QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
-                    None, Ok);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore",
+                    "Si è verificato un errore durante il salvataggio dei dati!", None, Ok);
     QCOMPARE(Testata(id), TestataAltra);
     VerificaRighe(id, RigheAltra);
     VerificaTotali(id);

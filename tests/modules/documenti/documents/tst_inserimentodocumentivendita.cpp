@@ -113,13 +113,14 @@ void TestInserimentoDocumentiVendita::missingTaxCodeAndVatNumberAskFirst()
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
-                    "Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\rproseguire comunque?", Question,
-                    YesNo);
+                    "Non sono stati indicati nè il codice fiscale, nè la partita IVA,\n\rproseguire comunque?",
+                    Question, YesNo);
     QCOMPARE(Conta(m_testate), 0);
     QVERIFY(m_editor->NewRecord());
     m_responder->Enqueue(TQ3MsgResult::Yes);
     Trigger(m_editor, QStringLiteral("actSalva"));
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT CLI_CODICE, CLI_CODICEFISCALE, CLI_PARTITAIVA, TIPO_PAGAMENTO FROM ") + m_testate),
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT CLI_CODICE, CLI_CODICEFISCALE, CLI_PARTITAIVA, TIPO_PAGAMENTO FROM ")
+                       + m_testate),
              QStringList{QStringLiteral("CLN0000002|||Bonifico 30 gg Fine Mese")});
     QVERIFY(!m_editor->NewRecord());
     QVERIFY(!m_editor->Modified());
@@ -148,7 +149,8 @@ void TestInserimentoDocumentiVendita::duplicateNumberSameYearRefused_otherYearAc
     Numero()->setValue(3);
     SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
+    KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Esiste già un documento con questo numero!", Warning,
+                    Ok);
     QCOMPARE(Conta(m_testate), 2);
 }
 
@@ -195,8 +197,9 @@ void TestInserimentoDocumentiVendita::failedSaveCountsAsSaved_quirkKept()
     QFETCH(TQ3MsgIcon, icona);
     // The database refuses the header.
     Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
-    Db().Exec(QStringLiteral("CREATE TRIGGER TG_BI_%1_TEST FOR %1 BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END")
-                  .arg(m_testate));
+    Db().Exec(
+        QStringLiteral("CREATE TRIGGER TG_BI_%1_TEST FOR %1 BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END")
+            .arg(m_testate));
     const int atteso = GetLastGeneratorValue(QStringLiteral("GN_") + m_chiave, Db().Db()) + 1;
     SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
@@ -246,10 +249,10 @@ void TestInserimentoDocumentiVendita::rightsOfTheEditor_data()
     QTest::addColumn<QStringList>("lettore");
     QTest::addColumn<QStringList>("autorizzato");
     Fattura("fattura") << QStringList{"Fatture di vendita (visualizzazione)"}
-                           << QStringList{"Fatture di vendita (modifica)", "Fatture di vendita (eliminazione)"};
+                       << QStringList{"Fatture di vendita (modifica)", "Fatture di vendita (eliminazione)"};
     Nota("nota di accredito") << QStringList{"Note di accredito (visualizzazione)", "Fatture di vendita (modifica)",
-                                                 "Fatture di vendita (eliminazione)"}
-                                  << QStringList{"Note di accredito (modifica)", "Note di accredito (eliminazione)"};
+                                             "Fatture di vendita (eliminazione)"}
+                              << QStringList{"Note di accredito (modifica)", "Note di accredito (eliminazione)"};
 }
 
 void TestInserimentoDocumentiVendita::rightsOfTheEditor()
@@ -267,7 +270,8 @@ void TestInserimentoDocumentiVendita::rightsOfTheEditor()
     Trigger(m_editor, QStringLiteral("actNuovo"));
     QCOMPARE(m_responder->Messages().size(), 3);
     for (const TQ3Message &box : m_responder->Messages())
-        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
+        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.",
+                        Warning, Ok);
     QCOMPARE(m_editor->IdRecord(), id);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT PAGATO FROM ") + m_testate), QStringList{"False"});
     SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));

@@ -96,8 +96,9 @@ void TestInserimentoFattureVendita::opensOnANewInvoice()
     QCOMPARE(m_editor->windowTitle(), QStringLiteral("Inserimento / Modifica fatture di vendita"));
     QCOMPARE(Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->value(), 42);
     QCOMPARE(Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->date(), QDate::currentDate());
-    for (const char *name : {"lblCliCodice", "lblCliRagioneSociale", "lblCliIndirizzo", "lblCliCitta", "lblCliCAP",
-                             "lblCliProvincia", "lblCliNazione", "lblCliCodiceFiscale", "lblCliPartitaIVA", "lblTipoPagamento"})
+    for (const char *name :
+         {"lblCliCodice", "lblCliRagioneSociale", "lblCliIndirizzo", "lblCliCitta", "lblCliCAP", "lblCliProvincia",
+          "lblCliNazione", "lblCliCodiceFiscale", "lblCliPartitaIVA", "lblTipoPagamento"})
         QCOMPARE(Label(name)->text(), QStringLiteral("..."));
     QVERIFY(!Field<QCheckBox>(m_editor, QStringLiteral("chkScadenzaPagamento"))->isChecked());
     QCOMPARE(Field<QDateEdit>(m_editor, QStringLiteral("dtpScadenzaPagamento"))->date(), QDate::currentDate());
@@ -121,7 +122,8 @@ void TestInserimentoFattureVendita::commandsAndHints()
 {
     Editor();
     QToolBar *barra = Field<QToolBar>(m_editor, QStringLiteral("tBarStandard"));
-    QCOMPARE(RichHintTitle(barra->widgetForAction(Action(m_editor, QStringLiteral("actNuovo")))), QStringLiteral("Nuova fattura"));
+    QCOMPARE(RichHintTitle(barra->widgetForAction(Action(m_editor, QStringLiteral("actNuovo")))),
+             QStringLiteral("Nuova fattura"));
     QCOMPARE(RichHintNote(barra->widgetForAction(Action(m_editor, QStringLiteral("actNuovo")))),
              QStringLiteral("Crea una nuova\nfattura di vendita."));
     QCOMPARE(RichHintTitle(barra->widgetForAction(Action(m_editor, QStringLiteral("actElimina")))),
@@ -129,11 +131,13 @@ void TestInserimentoFattureVendita::commandsAndHints()
     QCOMPARE(RichHintNote(barra->widgetForAction(Action(m_editor, QStringLiteral("actStampa")))),
              QStringLiteral("Stampa la fattura\ndi vendita."));
     QToolBar *righe = Field<QToolBar>(m_editor, QStringLiteral("tBarRighe"));
-    const QList<std::pair<QString, QString>> attesi{
-        {"actAggiungiArticolo", "Aggiungi articolo"},      {"actAggiungiServizio", "Aggiungi un servizio"},
-        {"actAggiungiTesto", "Aggiungi testo"},            {"actAggiungiNonImponibile", "Aggiungi voce non imponibile"},
-        {"actEliminaRiga", "Elimina riga"},                {"actSpostaRigaSu", "Sposta in alto"},
-        {"actSpostaRigaGiu", "Sposta in basso"}};
+    const QList<std::pair<QString, QString>> attesi{{"actAggiungiArticolo", "Aggiungi articolo"},
+                                                    {"actAggiungiServizio", "Aggiungi un servizio"},
+                                                    {"actAggiungiTesto", "Aggiungi testo"},
+                                                    {"actAggiungiNonImponibile", "Aggiungi voce non imponibile"},
+                                                    {"actEliminaRiga", "Elimina riga"},
+                                                    {"actSpostaRigaSu", "Sposta in alto"},
+                                                    {"actSpostaRigaGiu", "Sposta in basso"}};
     for (const auto &[azione, titolo] : attesi)
         QCOMPARE(RichHintTitle(righe->widgetForAction(Action(m_editor, azione))), titolo);
     QCOMPARE(RichHintNote(righe->widgetForAction(Action(m_editor, QStringLiteral("actAggiungiServizio")))),
@@ -182,10 +186,11 @@ void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
     QVERIFY(m_editor->Modified());
     m_responder->Enqueue(TQ3MsgResult::No);
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
-                    "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
-                    "pagamento attuale.",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(
+        m_responder->Messages().at(0), "Conferma",
+        "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
+        "pagamento attuale.",
+        Question, YesNo);
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000002"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
     m_responder->Enqueue(TQ3MsgResult::Yes);
@@ -196,7 +201,8 @@ void TestInserimentoFattureVendita::customerPaymentTypeTakenSilentlyThenAsked()
 void TestInserimentoFattureVendita::paymentTypeDialog()
 {
     Editor();
-    ChooseWhenShown<TKRVModSelezionaTipoPagamento>(*m_module, m_editor, ActTipiPagamento, 1, QStringLiteral("Rimessa diretta"));
+    ChooseWhenShown<TKRVModSelezionaTipoPagamento>(*m_module, m_editor, ActTipiPagamento, 1,
+                                                   QStringLiteral("Rimessa diretta"));
     Trigger(m_editor, QStringLiteral("actSelezionaTipoPagamento"));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Rimessa diretta"));
     QVERIFY(m_editor->Modified());
@@ -248,8 +254,10 @@ void TestInserimentoFattureVendita::userWritesAFullInvoice()
     QCOMPARE(m_responder->Messages().size(), 0);
     QCOMPARE(Db().Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM FATT_VEND")),
              QStringList{QStringLiteral("76.25|15.25|106.5")});
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT TIPO_RIGA, DESCRIZIONE, IMPORTO FROM FATT_VEND_DETT ORDER BY IDFATT_VEND_DETT")),
-             (QStringList{QStringLiteral("Articolo|Articolo di prova|26.25"), QStringLiteral("Servizio|Servizio di prova|50"),
+    QCOMPARE(Db().Rows(QStringLiteral(
+                 "SELECT TIPO_RIGA, DESCRIZIONE, IMPORTO FROM FATT_VEND_DETT ORDER BY IDFATT_VEND_DETT")),
+             (QStringList{QStringLiteral("Articolo|Articolo di prova|26.25"),
+                          QStringLiteral("Servizio|Servizio di prova|50"),
                           QStringLiteral("Testo|Intervento del 3 marzo\npresso la sede|<null>"),
                           QStringLiteral("Non imponibile|Spese di trasporto|15")}));
 }
@@ -323,8 +331,8 @@ void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
     Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     m_responder->Enqueue(TQ3MsgResult::No);
     QCOMPARE(m_editor->ApriRecord(id), -1);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
+                    "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
     QVERIFY(m_editor->Modified());
 }
 
@@ -346,8 +354,8 @@ void TestInserimentoFattureVendita::closingAsksToSave()
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::Cancel);
     CloseFrame(m_editor);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
-                    Question, YesNoCancel);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
+                    "Salvare le modifiche al record corrente\n\rprima di continuare?", Question, YesNoCancel);
     QVERIFY(m_module->Main->Form(ActEditor));
     AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
     m_responder->Enqueue(TQ3MsgResult::Yes);
@@ -401,8 +409,9 @@ void TestInserimentoFattureVendita::recurrenceDefaultsFollowTheInvoiceDate()
     QCOMPARE(ogni->value(), 1);
     Click(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche")));
     SaveReady();
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
-                                      "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
+    QCOMPARE(Db().Rows(
+                 QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                                "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
              QStringList{QStringLiteral("False|<null>|<null>|<null>|<null>|<null>")});
 }
 
@@ -423,9 +432,10 @@ void TestInserimentoFattureVendita::recurrenceLoadedWithUnknownCaption()
 {
     TKRVModuloFratello attivita(QStringLiteral("Attivita"));
     const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, 2025);
-    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET FC_ABILITATO = 'True', FC_GENERA_OGNI = 2, FC_GENERA_OGNI_UM = 'Mese', "
-                             "FC_DATA_INIZIO = '2025-01-15', FC_DATA_FINE = '2025-12-15', "
-                             "FC_DATA_NUOVA_FATTURA = 'Il giorno 16 del mese'"));
+    Db().Exec(
+        QStringLiteral("UPDATE FATT_VEND SET FC_ABILITATO = 'True', FC_GENERA_OGNI = 2, FC_GENERA_OGNI_UM = 'Mese', "
+                       "FC_DATA_INIZIO = '2025-01-15', FC_DATA_FINE = '2025-12-15', "
+                       "FC_DATA_NUOVA_FATTURA = 'Il giorno 16 del mese'"));
     Editor();
     QCOMPARE(m_editor->ApriRecord(id), 0);
     QVERIFY(Field<QCheckBox>(m_editor, QStringLiteral("chkGeneraFattureCicliche"))->isChecked());
@@ -457,10 +467,11 @@ void TestInserimentoFattureVendita::recurringCopyGetsNumberDateAndNotes()
     const int anno = QDate::currentDate().year();
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 30, anno);
     const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2024);
-    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET DATA = '2024-01-05', FC_ABILITATO = 'True', FC_GENERA_OGNI = 1, "
-                             "FC_GENERA_OGNI_UM = 'Mese', NOTE = 'Canone mensile', PAGATO = 'True', NOTIFICATO = 'True', "
-                             "SCADENZA_PAGAMENTO = '2024-02-05' WHERE IDFATT_VEND = ")
-              + QString::number(id));
+    Db().Exec(
+        QStringLiteral("UPDATE FATT_VEND SET DATA = '2024-01-05', FC_ABILITATO = 'True', FC_GENERA_OGNI = 1, "
+                       "FC_GENERA_OGNI_UM = 'Mese', NOTE = 'Canone mensile', PAGATO = 'True', NOTIFICATO = 'True', "
+                       "SCADENZA_PAGAMENTO = '2024-02-05' WHERE IDFATT_VEND = ")
+        + QString::number(id));
     KRVInsertRiga(Db(), QStringLiteral("FATT_VEND_DETT"), id, QStringLiteral("Testo"));
     Editor();
     QCOMPARE(m_editor->ApriRecord(id), 0);
@@ -470,9 +481,9 @@ void TestInserimentoFattureVendita::recurringCopyGetsNumberDateAndNotes()
     QCOMPARE(m_editor->IdRecord(), 0);
     QCOMPARE(Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->value(), 31);
     QCOMPARE(Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->date(), QDate::currentDate());
-    const QStringList note =
-        Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText().split(QRegularExpression(QStringLiteral("[\r\n]")),
-                                                                          Qt::SkipEmptyParts);
+    const QStringList note = Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))
+                                 ->toPlainText()
+                                 .split(QRegularExpression(QStringLiteral("[\r\n]")), Qt::SkipEmptyParts);
     QCOMPARE(note.mid(note.size() - 3),
              (QStringList{QStringLiteral("Fattura ciclica"), QStringLiteral("Rif. Fattura n. 12"),
                           QStringLiteral("del ") + QLocale().toString(QDate(2024, 1, 5), QLocale::ShortFormat)}));
@@ -493,14 +504,18 @@ void TestInserimentoFattureVendita::namedRequestsOpenTheRecurringCopy()
     QVERIFY(m_editor);
     QVERIFY(m_editor->NewRecord());
     QVERIFY(m_editor->Modified());
-    QVERIFY(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText().contains(QStringLiteral("Rif. Fattura n. 12")));
+    QVERIFY(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))
+                ->toPlainText()
+                .contains(QStringLiteral("Rif. Fattura n. 12")));
     CloseFrame(m_editor);
     m_responder->Enqueue(TQ3MsgResult::No);
     ProcessDeletes();
     m_module->Main->ExecutePkgAction(QStringLiteral("Crea fattura di vendita da D.d.T."), {QString::number(id)}, 0);
     m_editor = m_module->Main->FormAs<TKRVInserimentoFattureVendita>(ActEditor);
     QVERIFY(m_editor);
-    QVERIFY(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText().contains(QStringLiteral("Rif. Fattura n. 12")));
+    QVERIFY(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))
+                ->toPlainText()
+                .contains(QStringLiteral("Rif. Fattura n. 12")));
 }
 
 void TestInserimentoFattureVendita::namedRequestsWithWrongParametersDoNothing()
@@ -538,8 +553,8 @@ void TestInserimentoFattureVendita::noteAppendedAfterTheExistingNotes()
     QVERIFY(Action(m_editor, QStringLiteral("actInserisciNotaDocumento"))->isEnabled());
     Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->setPlainText(QStringLiteral("Consegna urgente"));
     m_editor->SetModified(false);
-    ChooseWhenShown<TKRVModSelezionaNotaDocumenti>(*m_module, m_editor, QStringLiteral("actModSelezionaNotaDocumenti"), 1,
-                                                   QStringLiteral("Esenzione"));
+    ChooseWhenShown<TKRVModSelezionaNotaDocumenti>(*m_module, m_editor, QStringLiteral("actModSelezionaNotaDocumenti"),
+                                                   1, QStringLiteral("Esenzione"));
     Trigger(m_editor, QStringLiteral("actInserisciNotaDocumento"));
     QCOMPARE(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText(),
              QStringLiteral("Consegna urgente\nOperazione esente art. 10\nDPR 633/72"));
@@ -571,7 +586,8 @@ void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QStringList mostrate;
     QTimer::singleShot(0, m_editor, [this, &mostrate] {
-        auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
+        auto dialog =
+            m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
         mostrate = Column(dialog->gridRisultati(), 2);
         Trigger(dialog, QStringLiteral("actSelezionaTutti"));
         dialog->accept();
@@ -583,11 +599,11 @@ void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
     QStringList descrizioni;
     for (int r = 0; r < righe->Righe(); ++r)
         descrizioni << righe->Tipo(r) + QStringLiteral(": ") + righe->Cella(r, 3);
-    QCOMPARE(descrizioni, (QStringList{QStringLiteral("Testo: -- Rif. D.d.T. n. 8 del ") + FormatShortDate(QDate(anno, 2, 3))
-                                           + QStringLiteral(" --"),
+    QCOMPARE(descrizioni, (QStringList{QStringLiteral("Testo: -- Rif. D.d.T. n. 8 del ")
+                                           + FormatShortDate(QDate(anno, 2, 3)) + QStringLiteral(" --"),
                                        "Testo: Consegna al piano", "Testo: -- --",
-                                       QStringLiteral("Testo: -- Rif. D.d.T. n. 7 del ") + FormatShortDate(QDate(anno, 1, 15))
-                                           + QStringLiteral(" --"),
+                                       QStringLiteral("Testo: -- Rif. D.d.T. n. 7 del ")
+                                           + FormatShortDate(QDate(anno, 1, 15)) + QStringLiteral(" --"),
                                        "Articolo: Rubinetto", "Testo: -- --"}));
     QCOMPARE(righe->Cella(4, 8), QStringLiteral("25,00"));
     QVERIFY(m_editor->Modified());
@@ -606,7 +622,8 @@ void TestInserimentoFattureVendita::printingNeedsASavedInvoice_mofiche_quirkKept
         KRV_COMPARE_BOX(box, "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
     SaveReady();
     // Right after the save the print runs: its output options open.
-    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }),
+             QStringList{"Output Options"});
     Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{});
     KRV_COMPARE_BOX(m_responder->Messages().last(), "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
@@ -634,8 +651,8 @@ void TestInserimentoFattureVendita::numberSavedFirstByAnotherWorkstationFailsThe
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QCOMPARE(m_responder->Messages().size(), 2);
-    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Errore", "Si è verificato un errore durante il salvataggio dei dati!", None,
-                    Ok);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Errore",
+                    "Si è verificato un errore durante il salvataggio dei dati!", None, Ok);
     const QString testate = QStringLiteral("SELECT IDFATT_VEND, NUMERO, ANNO, PAGATO FROM FATT_VEND");
     const QStringList altraTestata{QStringLiteral("%1|%2|%3|False").arg(altra).arg(numero).arg(anno)};
     const QString righe = QStringLiteral("SELECT IDFATT_VEND, TIPO_RIGA FROM FATT_VEND_DETT");
@@ -651,7 +668,8 @@ void TestInserimentoFattureVendita::numberSavedFirstByAnotherWorkstationFailsThe
     Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 3);
-    KRV_COMPARE_BOX(m_responder->Messages().at(2), "Attenzione", "Esiste già un documento con questo numero!", Warning, Ok);
+    KRV_COMPARE_BOX(m_responder->Messages().at(2), "Attenzione", "Esiste già un documento con questo numero!", Warning,
+                    Ok);
     QCOMPARE(Db().Rows(testate), altraTestata);
     QCOMPARE(Db().Rows(righe), altraRiga);
 }
@@ -672,8 +690,8 @@ void TestInserimentoFattureVendita::afterAFailedSaveAnotherNumberStoresTheInvoic
                                                 KRVInsertDocumentoSQL(QStringLiteral("FATT_VEND"), preso, anno));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Si è verificato un errore durante il salvataggio dei dati!", None,
-                    Ok);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore",
+                    "Si è verificato un errore durante il salvataggio dei dati!", None, Ok);
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND")).toInt(), 1);
 
     Type(numero, QString::number(preso + 1));
@@ -685,7 +703,8 @@ void TestInserimentoFattureVendita::afterAFailedSaveAnotherNumberStoresTheInvoic
     QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, NUMERO, CLI_CODICE FROM FATT_VEND WHERE NUMERO = ")
                        + QString::number(preso + 1)),
              QStringList{QStringLiteral("%1|%2|CLN0000001").arg(id).arg(preso + 1)});
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, TIPO_RIGA, CODICE FROM FATT_VEND_DETT ORDER BY IDFATT_VEND_DETT")),
+    QCOMPARE(Db().Rows(
+                 QStringLiteral("SELECT IDFATT_VEND, TIPO_RIGA, CODICE FROM FATT_VEND_DETT ORDER BY IDFATT_VEND_DETT")),
              (QStringList{QStringLiteral("%1|Articolo|ART1").arg(id), QStringLiteral("%1|Servizio|SRV1").arg(id)}));
 
     // From then on it is an ordinary stored invoice.
@@ -718,7 +737,8 @@ QStringList RigheNoteStampate(int id, const QString &prima, int quante)
 void BloccaTestate(const TQ3TestDatabase &db)
 {
     db.Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
-    db.Exec(QStringLiteral("CREATE TRIGGER TG_BI_FATT_VEND_TEST FOR FATT_VEND BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
+    db.Exec(QStringLiteral(
+        "CREATE TRIGGER TG_BI_FATT_VEND_TEST FOR FATT_VEND BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
 }
 
 } // namespace
@@ -735,8 +755,8 @@ void TestInserimentoFattureVendita::afterAFailedSaveClosingAsksFirst()
     m_responder->Enqueue(TQ3MsgResult::Cancel);
     QVERIFY(!m_editor->close());
     QCOMPARE(m_responder->Messages().size(), 2);
-    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
-                    Question, YesNoCancel);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Conferma",
+                    "Salvare le modifiche al record corrente\n\rprima di continuare?", Question, YesNoCancel);
     QCOMPARE(m_editor->Righe()->Righe(), 1);
 
     Db().Exec(QStringLiteral("DROP TRIGGER TG_BI_FATT_VEND_TEST"));
@@ -756,8 +776,8 @@ void TestInserimentoFattureVendita::afterAFailedSaveNuovoAsksFirst()
     m_responder->Enqueue(TQ3MsgResult::No);
     Trigger(m_editor, QStringLiteral("actNuovo"));
     QCOMPARE(m_responder->Messages().size(), 2);
-    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Conferma",
+                    "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000001"));
     QCOMPARE(m_editor->Righe()->Righe(), 1);
     Trigger(m_editor, QStringLiteral("actNuovo"));
@@ -794,8 +814,9 @@ void TestInserimentoFattureVendita::recurrenceBoxFollowsTheScreenReadersToggle()
     QVERIFY(Field<QDateEdit>(m_editor, QStringLiteral("dtpDataInizio"))->isEnabled());
     QVERIFY(Field<QRadioButton>(m_editor, QStringLiteral("opzPrimoGiornoMese"))->isChecked());
     SaveReady();
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
-                                      "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
+    QCOMPARE(Db().Rows(
+                 QStringLiteral("SELECT FC_ABILITATO, FC_GENERA_OGNI, FC_GENERA_OGNI_UM, FC_DATA_INIZIO, FC_DATA_FINE, "
+                                "FC_DATA_NUOVA_FATTURA FROM FATT_VEND")),
              QStringList{QStringLiteral("True|1|Giorno|2025-03-10|2025-03-10|Primo giorno del mese")});
     ToggleAsAScreenReader(casella);
     QVERIFY(!Field<QSpinBox>(m_editor, QStringLiteral("speGeneraOgni"))->isEnabled());
@@ -821,9 +842,10 @@ void TestInserimentoFattureVendita::unknownStoredDayRuleSurvivesLaterSaves()
 {
     TKRVModuloFratello attivita(QStringLiteral("Attivita"));
     const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, 2025);
-    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET FC_ABILITATO = 'True', FC_GENERA_OGNI = 2, FC_GENERA_OGNI_UM = 'Mese', "
-                             "FC_DATA_INIZIO = '2025-01-15', FC_DATA_FINE = '2025-12-15', "
-                             "FC_DATA_NUOVA_FATTURA = 'Il giorno 16 del mese'"));
+    Db().Exec(
+        QStringLiteral("UPDATE FATT_VEND SET FC_ABILITATO = 'True', FC_GENERA_OGNI = 2, FC_GENERA_OGNI_UM = 'Mese', "
+                       "FC_DATA_INIZIO = '2025-01-15', FC_DATA_FINE = '2025-12-15', "
+                       "FC_DATA_NUOVA_FATTURA = 'Il giorno 16 del mese'"));
     const QString regola = QStringLiteral("SELECT FC_GENERA_OGNI, FC_DATA_NUOVA_FATTURA FROM FATT_VEND");
     Editor();
     QCOMPARE(m_editor->ApriRecord(id), 0);
@@ -863,10 +885,11 @@ void TestInserimentoFattureVendita::recurringCopySavesOneLineBreakPerSeparator()
                             QStringLiteral("Rif. Fattura n. 12"), QStringLiteral("del 05/01/24")};
     QCOMPARE(RigheNoteStampate(m_editor->IdRecord(), QStringLiteral("Canone mensile"), 4), righe);
     // Notes stored with the system's own separator print the same way.
-    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET NOTE = 'Canone mensile' || ASCII_CHAR(10) || ASCII_CHAR(13) || 'Fattura "
-                             "ciclica' || ASCII_CHAR(10) || ASCII_CHAR(13) || 'Rif. Fattura n. 12' || ASCII_CHAR(10) || "
-                             "ASCII_CHAR(13) || 'del 05/01/24' WHERE IDFATT_VEND = ")
-              + QString::number(id));
+    Db().Exec(
+        QStringLiteral("UPDATE FATT_VEND SET NOTE = 'Canone mensile' || ASCII_CHAR(10) || ASCII_CHAR(13) || 'Fattura "
+                       "ciclica' || ASCII_CHAR(10) || ASCII_CHAR(13) || 'Rif. Fattura n. 12' || ASCII_CHAR(10) || "
+                       "ASCII_CHAR(13) || 'del 05/01/24' WHERE IDFATT_VEND = ")
+        + QString::number(id));
     QCOMPARE(RigheNoteStampate(id, QStringLiteral("Canone mensile"), 4), righe);
 }
 

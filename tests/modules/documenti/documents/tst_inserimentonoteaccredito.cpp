@@ -63,7 +63,8 @@ private:
 
 QStringList TestInserimentoNoteAccredito::LineKeys() const
 {
-    return Db().Rows(QStringLiteral("SELECT IDNOTA_ACCREDITO_DETT FROM NOTE_ACCREDITO_DETT ORDER BY IDNOTA_ACCREDITO_DETT"));
+    return Db().Rows(
+        QStringLiteral("SELECT IDNOTA_ACCREDITO_DETT FROM NOTE_ACCREDITO_DETT ORDER BY IDNOTA_ACCREDITO_DETT"));
 }
 
 void TestInserimentoNoteAccredito::opensOnANewCreditNote()
@@ -77,8 +78,9 @@ void TestInserimentoNoteAccredito::opensOnANewCreditNote()
     QCOMPARE(m_editor->windowTitle(), QStringLiteral("Inserimento / Modifica note di accredito"));
     QCOMPARE(Numero()->value(), 42);
     QCOMPARE(Field<QDateEdit>(m_editor, QStringLiteral("dtpData"))->date(), QDate::currentDate());
-    for (const char *name : {"lblCliCodice", "lblCliRagioneSociale", "lblCliIndirizzo", "lblCliCitta", "lblCliCAP",
-                             "lblCliProvincia", "lblCliNazione", "lblCliCodiceFiscale", "lblCliPartitaIVA", "lblTipoPagamento"})
+    for (const char *name :
+         {"lblCliCodice", "lblCliRagioneSociale", "lblCliIndirizzo", "lblCliCitta", "lblCliCAP", "lblCliProvincia",
+          "lblCliNazione", "lblCliCodiceFiscale", "lblCliPartitaIVA", "lblTipoPagamento"})
         QCOMPARE(Label(name)->text(), QStringLiteral("..."));
     QVERIFY(!Field<QCheckBox>(m_editor, QStringLiteral("chkScadenzaPagamento"))->isChecked());
     QVERIFY(!m_editor->findChild<QCheckBox *>(QStringLiteral("chkIvaEsente")));
@@ -137,7 +139,8 @@ void TestInserimentoNoteAccredito::numberOfAnInvoiceOfTheSameYearAccepted()
     Numero()->setValue(7);
     SaveReady();
     QCOMPARE(m_responder->Messages().size(), 0);
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM NOTE_ACCREDITO")), QStringList{QStringLiteral("7|%1").arg(anno)});
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, ANNO FROM NOTE_ACCREDITO")),
+             QStringList{QStringLiteral("7|%1").arg(anno)});
 }
 
 void TestInserimentoNoteAccredito::saveChecksInOrder()
@@ -163,8 +166,8 @@ void TestInserimentoNoteAccredito::saveChecksInOrder()
 void TestInserimentoNoteAccredito::customerAndPaymentTypeButtons()
 {
     Editor();
-    ChooseWhenShown<TKRVModSelezionaTipoPagamento>(*m_module, m_editor, QStringLiteral("actModSelezionaTipoPagamento"), 1,
-                                                   QStringLiteral("Rimessa diretta"));
+    ChooseWhenShown<TKRVModSelezionaTipoPagamento>(*m_module, m_editor, QStringLiteral("actModSelezionaTipoPagamento"),
+                                                   1, QStringLiteral("Rimessa diretta"));
     Click(Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaTipoPagamento")));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Rimessa diretta"));
     QVERIFY(m_editor->Modified());
@@ -173,10 +176,11 @@ void TestInserimentoNoteAccredito::customerAndPaymentTypeButtons()
                                              QStringLiteral("CLN0000001"));
     Click(Field<QToolButton>(m_editor, QStringLiteral("cmdSelezionaCliente")));
     QCOMPARE(m_responder->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
-                    "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
-                    "pagamento attuale.",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(
+        m_responder->Messages().at(0), "Conferma",
+        "Applicare il tipo di pagamento del cliente selezionato?\n\rRispondendo Si verrà sostituito il tipo di "
+        "pagamento attuale.",
+        Question, YesNo);
     QCOMPARE(Label("lblCliRagioneSociale")->text(), QStringLiteral("Bianchi S.p.A."));
     QCOMPARE(Label("lblTipoPagamento")->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
 }
@@ -229,29 +233,33 @@ void TestInserimentoNoteAccredito::userWritesACreditNote()
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_responder->Messages().size(), 0);
     const int id = m_editor->IdRecord();
-    QCOMPARE(Db().Rows(QStringLiteral(
-                 "SELECT IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, "
-                 "CLI_CAP, CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, "
-                 "PAGATO, NOTIFICATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE "
-                 "FROM NOTE_ACCREDITO")),
-             QStringList{QStringLiteral("%1|1|%2|%3|CLN0000001|Bianchi S.p.A.|Via Roma 1|Modena|41121|MO|Italia|"
-                                        "BNCMRA80A01F257X|01234567890|2|Bonifico 30 gg Data Fattura|True|False|%4|90|18|108|"
-                                        "Reso merce")
-                             .arg(id)
-                             .arg(data.toString(Qt::ISODate))
-                             .arg(data.year())
-                             .arg(data.addDays(30).toString(Qt::ISODate))});
-    QCOMPARE(Db().Rows(QStringLiteral(
-                 "SELECT IDNOTA_ACCREDITO, DESCRIZIONE, TIPO_RIGA, CODICE, IDCATEGORIA, CATEGORIA, PREZZO, QUANTITA, IMPORTO, "
-                 "IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM FROM NOTE_ACCREDITO_DETT "
-                 "ORDER BY IDNOTA_ACCREDITO_DETT")),
-             (QStringList{QStringLiteral("%1|Articolo di prova|Articolo|ART1|1|Altro|-10|1|-10|1|20|Aliquota standard|20|1|PEZZI")
-                              .arg(id),
-                          QStringLiteral("%1|Servizio di prova|Servizio|SRV1|1|Altro|50|2|100|1|20|Aliquota standard|20|2|ORE")
-                              .arg(id),
-                          QStringLiteral("%1|Reso del 3 febbraio|Testo|<null>|<null>|<null>|<null>|<null>|<null>|<null>|"
-                                         "<null>|<null>|<null>|<null>|<null>")
-                              .arg(id)}));
+    QCOMPARE(
+        Db().Rows(QStringLiteral(
+            "SELECT IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, "
+            "CLI_CAP, CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, "
+            "PAGATO, NOTIFICATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTE "
+            "FROM NOTE_ACCREDITO")),
+        QStringList{QStringLiteral("%1|1|%2|%3|CLN0000001|Bianchi S.p.A.|Via Roma 1|Modena|41121|MO|Italia|"
+                                   "BNCMRA80A01F257X|01234567890|2|Bonifico 30 gg Data Fattura|True|False|%4|90|18|108|"
+                                   "Reso merce")
+                        .arg(id)
+                        .arg(data.toString(Qt::ISODate))
+                        .arg(data.year())
+                        .arg(data.addDays(30).toString(Qt::ISODate))});
+    QCOMPARE(
+        Db().Rows(QStringLiteral(
+            "SELECT IDNOTA_ACCREDITO, DESCRIZIONE, TIPO_RIGA, CODICE, IDCATEGORIA, CATEGORIA, PREZZO, QUANTITA, IMPORTO, "
+            "IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM FROM NOTE_ACCREDITO_DETT "
+            "ORDER BY IDNOTA_ACCREDITO_DETT")),
+        (QStringList{QStringLiteral(
+                         "%1|Articolo di prova|Articolo|ART1|1|Altro|-10|1|-10|1|20|Aliquota standard|20|1|PEZZI")
+                         .arg(id),
+                     QStringLiteral(
+                         "%1|Servizio di prova|Servizio|SRV1|1|Altro|50|2|100|1|20|Aliquota standard|20|2|ORE")
+                         .arg(id),
+                     QStringLiteral("%1|Reso del 3 febbraio|Testo|<null>|<null>|<null>|<null>|<null>|<null>|<null>|"
+                                    "<null>|<null>|<null>|<null>|<null>")
+                         .arg(id)}));
     // The credit note has nowhere to put a cost, a discount, an exemption or a recurrence.
     QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM RDB$RELATION_FIELDS WHERE RDB$RELATION_NAME IN "
                                         "('NOTE_ACCREDITO', 'NOTE_ACCREDITO_DETT') AND (RDB$FIELD_NAME IN ('SCONTO', "
@@ -289,7 +297,8 @@ void TestInserimentoNoteAccredito::deletedVatRateGivesNullVatColumns()
     QCOMPARE(Db().Rows(QStringLiteral("SELECT IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IMPORTO "
                                       "FROM NOTE_ACCREDITO_DETT")),
              QStringList{QStringLiteral("<null>|<null>|<null>|<null>|12.34")});
-    QCOMPARE(Db().Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM NOTE_ACCREDITO")),
+    QCOMPARE(Db().Rows(
+                 QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM NOTE_ACCREDITO")),
              QStringList{QStringLiteral("12.34|0|12.34")});
 }
 
@@ -314,7 +323,8 @@ void TestInserimentoNoteAccredito::everySaveGivesNewLineKeys()
 void TestInserimentoNoteAccredito::afterAFailedSaveTheNextSaveStoresTheCreditNoteOnce()
 {
     Db().Exec(QStringLiteral("CREATE EXCEPTION E_TESTATA_BLOCCATA 'Testata bloccata'"));
-    Db().Exec(QStringLiteral("CREATE TRIGGER TG_BI_NOTE_ACCREDITO_TEST FOR NOTE_ACCREDITO BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
+    Db().Exec(QStringLiteral(
+        "CREATE TRIGGER TG_BI_NOTE_ACCREDITO_TEST FOR NOTE_ACCREDITO BEFORE INSERT AS BEGIN EXCEPTION E_TESTATA_BLOCCATA; END"));
     SaveReady();
     QCOMPARE(m_responder->Messages().size(), 1);
     Db().Exec(QStringLiteral("DROP TRIGGER TG_BI_NOTE_ACCREDITO_TEST"));
@@ -356,8 +366,8 @@ void TestInserimentoNoteAccredito::closingAsksToSave()
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     m_responder->Enqueue(TQ3MsgResult::Cancel);
     CloseFrame(m_editor);
-    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma", "Salvare le modifiche al record corrente\n\rprima di continuare?",
-                    Question, YesNoCancel);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
+                    "Salvare le modifiche al record corrente\n\rprima di continuare?", Question, YesNoCancel);
     QVERIFY(m_module->Main->Form(ActEditor));
     m_responder->Enqueue(TQ3MsgResult::Yes);
     CloseFrame(m_editor);
@@ -369,7 +379,8 @@ void TestInserimentoNoteAccredito::savedCreditNotePrints()
 {
     Editor();
     SaveReady();
-    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }),
+             QStringList{"Output Options"});
     QCOMPARE(m_responder->Messages().size(), 0);
 }
 
@@ -387,7 +398,8 @@ void TestInserimentoNoteAccredito::printFailureShowsItsOwnMessage()
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Errore", "Il progetto delle stampe non è aperto.", Error, Ok);
     // The editor stays as it was, ready to print again.
-    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }),
+             QStringList{"Output Options"});
     QCOMPARE(m_responder->Messages().size(), 1);
 }
 

@@ -109,7 +109,8 @@ TKRVModSelezionaDdtScaricoMulti *TestModSelezionaDdtScaricoMulti::Dialog() const
     return m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(ActDialog);
 }
 
-void TestModSelezionaDdtScaricoMulti::Search(TKRVModSelezionaDdtScaricoMulti *dialog, int anno, const QString &nome) const
+void TestModSelezionaDdtScaricoMulti::Search(TKRVModSelezionaDdtScaricoMulti *dialog, int anno,
+                                             const QString &nome) const
 {
     Type(Nome(dialog), nome);
     Anno(dialog)->setValue(anno);
@@ -137,7 +138,8 @@ void TestModSelezionaDdtScaricoMulti::actionCreatesTheDialogOnceEmptyOnTheCurren
     QCOMPARE(Anno(dialog)->accessibleName(), QStringLiteral("    Anno"));
     QVERIFY(Nome(dialog)->text().isEmpty());
     QCOMPARE(Anno(dialog)->value(), m_year);
-    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))), (QStringList{"Cerca", "Ripristina"}));
+    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))),
+             (QStringList{"Cerca", "Ripristina"}));
     QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarConferma"))),
              (QStringList{"Selez. tutti", "Deselez. tutti", "OK", "Annulla"}));
 }
@@ -356,12 +358,12 @@ void TestModSelezionaDdtScaricoMulti::chosenNotesGiveTheirLinesInGridOrder()
     for (const QStringList &riga : std::as_const(righe))
         descriptions << riga.at(3);
     const QString yy = QString::number(m_year % 100).rightJustified(2, QLatin1Char('0'));
-    QCOMPARE(descriptions, (QStringList{"-- Rif. D.d.T. n. 3 del 01/02/" + yy + " --", "Ritiro in sede", "Montaggio", "-- --",
-                                        "-- Rif. D.d.T. n. 1 del 10/01/" + yy + " --", "Rubinetto", "-- --"}));
-    QCOMPARE(righe.at(2), (QStringList{"-1", "10,00", "SRV1", "Montaggio", "2", "40,00", "0,00", "1,00", "40,00", "1", "20",
-                                       "2", "ORE", "Servizio"}));
-    QCOMPARE(righe.at(5), (QStringList{"-1", "5,00", "ART1", "Rubinetto", "3", "12,50", "0,00", "2,00", "25,00", "1", "20",
-                                       "4", "PZ", "Articolo"}));
+    QCOMPARE(descriptions, (QStringList{"-- Rif. D.d.T. n. 3 del 01/02/" + yy + " --", "Ritiro in sede", "Montaggio",
+                                        "-- --", "-- Rif. D.d.T. n. 1 del 10/01/" + yy + " --", "Rubinetto", "-- --"}));
+    QCOMPARE(righe.at(2), (QStringList{"-1", "10,00", "SRV1", "Montaggio", "2", "40,00", "0,00", "1,00", "40,00", "1",
+                                       "20", "2", "ORE", "Servizio"}));
+    QCOMPARE(righe.at(5), (QStringList{"-1", "5,00", "ART1", "Rubinetto", "3", "12,50", "0,00", "2,00", "25,00", "1",
+                                       "20", "4", "PZ", "Articolo"}));
 }
 
 QTEST_MAIN(TestModSelezionaDdtScaricoMulti)

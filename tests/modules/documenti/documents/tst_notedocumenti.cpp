@@ -110,9 +110,10 @@ QStringList TestNoteDocumenti::SalvaConChiaveOccupata()
 
 void TestNoteDocumenti::InsertNote(int id, const QString &titolo, const QString &testo) const
 {
-    m_module->Database.Exec(QStringLiteral("INSERT INTO NOTE_DOCUMENTI (IDNOTA_DOCUMENTI, TITOLO, TESTO) VALUES (%1, %2, %3)")
-                                .arg(id)
-                                .arg(QuotedStr(titolo), QuotedStr(testo)));
+    m_module->Database.Exec(
+        QStringLiteral("INSERT INTO NOTE_DOCUMENTI (IDNOTA_DOCUMENTI, TITOLO, TESTO) VALUES (%1, %2, %3)")
+            .arg(id)
+            .arg(QuotedStr(titolo), QuotedStr(testo)));
 }
 
 TKRVModSelezionaNotaDocumenti *TestNoteDocumenti::Dialog() const
@@ -195,8 +196,8 @@ void TestNoteDocumenti::titleUsedByAnotherNoteIsRefusedWhateverItsCase()
     Type(Titolo(), QStringLiteral("Bonifico"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_boxes->Messages().size(), 2);
-    KRV_COMPARE_BOX(m_boxes->Messages().at(0), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(m_boxes->Messages().at(0), "Conferma",
+                    "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
     KRV_COMPARE_BOX(m_boxes->Messages().at(1), "Attenzione", "Esiste già una nota con questo titolo!", Warning, Ok);
     QCOMPARE(Notes(), before);
     QVERIFY(m_editor->actSalva()->isEnabled());
@@ -358,7 +359,8 @@ void TestNoteDocumenti::listShowsEveryNoteByTitleWithoutRegardToCase()
     QCOMPARE(Field(list, QStringLiteral("txtTitolo"))->accessibleName(), QStringLiteral("    Titolo"));
     QCOMPARE(Captions(list->findChild<QToolBar *>(QStringLiteral("tBarStandard"))),
              (QStringList{"Chiudi", "Modifica", "Nuovo", "Elimina"}));
-    QCOMPARE(Captions(list->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))), (QStringList{"Cerca", "Ripristina"}));
+    QCOMPARE(Captions(list->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))),
+             (QStringList{"Cerca", "Ripristina"}));
 }
 
 void TestNoteDocumenti::titleFilterWithAQuoteAndReset()
@@ -377,7 +379,8 @@ void TestNoteDocumenti::titleFilterWithAQuoteAndReset()
     // "Ripristina" empties the filter and lists every note.
     Trigger(list, QStringLiteral("actRipristina"));
     QVERIFY(filter->text().isEmpty());
-    QCOMPARE(Column(list->GridRisultati(), 1), (QStringList{"Avvertenze", "bonifico", "Contributo CONAI", "Dell'Orto"}));
+    QCOMPARE(Column(list->GridRisultati(), 1),
+             (QStringList{"Avvertenze", "bonifico", "Contributo CONAI", "Dell'Orto"}));
     QVERIFY(m_boxes->Messages().isEmpty());
 }
 
@@ -402,7 +405,8 @@ void TestNoteDocumenti::listDeleteAsksThenDeletesAndSearchesAgain()
     QCOMPARE(m_boxes->Messages().size(), 2);
     for (const TQ3Message &box : m_boxes->Messages())
         KRV_COMPARE_BOX(box, "Conferma", "Confermare l'eliminazione?", Question, YesNo);
-    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=1")).toInt(),
+    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_DOCUMENTI WHERE IDNOTA_DOCUMENTI=1"))
+                 .toInt(),
              0);
     QCOMPARE(Column(grid, 1), (QStringList{"Contributo CONAI", "Ordine"}));
 
@@ -481,7 +485,8 @@ void TestNoteDocumenti::dialogIsCreatedOnceWithItsTitleColumnAndButtons()
     QVERIFY(grid->isColumnHidden(0));
     QCOMPARE(Column(grid, 1), (QStringList{"Avvertenze", "bonifico", "Contributo CONAI"}));
     QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarConferma"))), (QStringList{"Ok", "Annulla"}));
-    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))), (QStringList{"Cerca", "Ripristina"}));
+    QCOMPARE(Captions(dialog->findChild<QToolBar *>(QStringLiteral("tBarRicerca"))),
+             (QStringList{"Cerca", "Ripristina"}));
     QCOMPARE(Field(dialog, QStringLiteral("txtTitolo"))->accessibleName(), QStringLiteral("    Titolo"));
 }
 
@@ -550,7 +555,8 @@ void TestNoteDocumenti::dialogKeepsItsFilterAndRowsBetweenUses()
 
     ShowModal(dialog, [&] { Trigger(dialog, QStringLiteral("actRipristina")); });
     QVERIFY(filter->text().isEmpty());
-    QCOMPARE(Column(dialog->gridRisultati(), 1), (QStringList{"Avvertenze", "bonifico", "CONAI esente", "Contributo CONAI"}));
+    QCOMPARE(Column(dialog->gridRisultati(), 1),
+             (QStringList{"Avvertenze", "bonifico", "CONAI esente", "Contributo CONAI"}));
     QVERIFY(m_boxes->Messages().isEmpty());
 }
 

@@ -19,7 +19,15 @@ std::optional<double> Aliquote(int id)
 
 TKRVVoceCatalogo Voce(const QString &tipo, double prezzo, int idIva = 1)
 {
-    return {tipo, 1.5, QStringLiteral("A1"), QStringLiteral("Voce"), 3, prezzo, idIva, QStringLiteral("20"), 1,
+    return {tipo,
+            1.5,
+            QStringLiteral("A1"),
+            QStringLiteral("Voce"),
+            3,
+            prezzo,
+            idIva,
+            QStringLiteral("20"),
+            1,
             QStringLiteral("PEZZI")};
 }
 
@@ -61,8 +69,9 @@ void TestRigheDocumento::invoiceLayoutHasFourteenColumns()
     QStringList titoli;
     for (int c = 0; c < 14; ++c)
         titoli << righe.headerData(c, Qt::Horizontal).toString();
-    QCOMPARE(titoli, (QStringList{{}, {}, "Codice", "Descrizione", {}, "Prezzo", "Sc.", "Q.tà", "Importo", {}, "IVA", {},
-                                  "U.M.", {}}));
+    QCOMPARE(titoli,
+             (QStringList{
+                 {}, {}, "Codice", "Descrizione", {}, "Prezzo", "Sc.", "Q.tà", "Importo", {}, "IVA", {}, "U.M.", {}}));
     QCOMPARE(KRVLayoutFattura().Visibili(), (QList<int>{2, 3, 5, 6, 7, 8, 10, 12}));
 }
 
@@ -73,7 +82,8 @@ void TestRigheDocumento::creditNoteLayoutHasTwelveColumns()
     QStringList titoli;
     for (int c = 0; c < 12; ++c)
         titoli << righe.headerData(c, Qt::Horizontal).toString();
-    QCOMPARE(titoli, (QStringList{{}, "Codice", "Descrizione", {}, "Prezzo", "Q.tà", "Importo", {}, "IVA", {}, "U.M.", {}}));
+    QCOMPARE(titoli,
+             (QStringList{{}, "Codice", "Descrizione", {}, "Prezzo", "Q.tà", "Importo", {}, "IVA", {}, "U.M.", {}}));
     QCOMPARE(KRVLayoutNotaAccredito().Visibili(), (QList<int>{1, 2, 4, 5, 6, 8, 10}));
 }
 
@@ -96,8 +106,8 @@ void TestRigheDocumento::articleLineCells()
     QStringList celle;
     for (int c = 0; c < 14; ++c)
         celle << righe.Cella(r, c);
-    QCOMPARE(celle, (QStringList{"-1", "1,50", "A1", "Voce", "3", "12,50", "0,00", "1,00", "12,50", "1", "20", "1", "PEZZI",
-                                 "Articolo"}));
+    QCOMPARE(celle, (QStringList{"-1", "1,50", "A1", "Voce", "3", "12,50", "0,00", "1,00", "12,50", "1", "20", "1",
+                                 "PEZZI", "Articolo"}));
     QCOMPARE(righe.Testo(r, 5), QStringLiteral("12,50\u00A0€"));
     QCOMPARE(righe.Testo(r, 6), QStringLiteral("0%"));
     QCOMPARE(righe.Testo(r, 7), QStringLiteral("1,00"));

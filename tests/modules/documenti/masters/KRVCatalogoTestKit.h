@@ -76,7 +76,8 @@ inline void VerifyFailedDeleteBlanks(const TQ3TestDatabase &db, const TKRVCatalo
     QCOMPARE(boxes.Messages().size(), 2);
     QCOMPARE(boxes.Messages().at(1).Title, QStringLiteral("Errore"));
     QCOMPARE(boxes.Messages().at(1).Text,
-             QStringLiteral("Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"));
+             QStringLiteral(
+                 "Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!"));
     QCOMPARE(boxes.Messages().at(1).Icon, TQ3MsgIcon::Error);
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + catalogo.Entita.Tabella).toInt(), 1);
     QVERIFY(editor->NewRecord());

@@ -209,8 +209,9 @@ inline QString TestoMemo(QString testo)
 inline QHash<QString, QStringList> Fotografia(const QSqlDatabase &db, const QStringList &escluse = {})
 {
     QHash<QString, QStringList> foto;
-    QSqlQuery tabelle = OpenQuery(db, QStringLiteral("SELECT TRIM(RDB$RELATION_NAME) FROM RDB$RELATIONS "
-                                                     "WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 AND RDB$VIEW_BLR IS NULL"));
+    QSqlQuery tabelle =
+        OpenQuery(db, QStringLiteral("SELECT TRIM(RDB$RELATION_NAME) FROM RDB$RELATIONS "
+                                     "WHERE COALESCE(RDB$SYSTEM_FLAG, 0) = 0 AND RDB$VIEW_BLR IS NULL"));
     QStringList nomi;
     while (tabelle.next())
         nomi << tabelle.value(0).toString();
@@ -285,7 +286,8 @@ inline QString EsitoEliminazione(const TQ3RecordingResponder &boxes, const QStri
         return dove + QString::number(boxes.Messages().size()) + QStringLiteral(" boxes, the first: ")
                + boxes.Messages().value(0).Text;
     const TQ3Message &box = boxes.Messages().first();
-    const bool rifiuto = box.Title == QLatin1String("Attenzione") && box.Text.contains(QStringLiteral("caratteri non ammessi"));
+    const bool rifiuto =
+        box.Title == QLatin1String("Attenzione") && box.Text.contains(QStringLiteral("caratteri non ammessi"));
     const bool regola = box.Title == QLatin1String("Conferma") || box.Text.contains(QStringLiteral("dati correlati"));
     return (NonAmmesso(codice) ? rifiuto : regola) ? QString() : dove + box.Title + QStringLiteral(" / ") + box.Text;
 }
@@ -297,9 +299,10 @@ inline QString Visibile(const QString &testo)
         if (c.unicode() < 0x20 || c.isSurrogate() || c.category() == QChar::Other_Format)
             c = QLatin1Char('.');
     }
-    return QLatin1Char('[') + corto + (testo.size() > 60 ? QStringLiteral("...] (") + QString::number(testo.size())
-                                                               + QStringLiteral(" caratteri)")
-                                                         : QStringLiteral("]"));
+    return QLatin1Char('[') + corto
+           + (testo.size() > 60
+                  ? QStringLiteral("...] (") + QString::number(testo.size()) + QStringLiteral(" caratteri)")
+                  : QStringLiteral("]"));
 }
 
 } // namespace KRVTest

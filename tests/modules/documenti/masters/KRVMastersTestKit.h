@@ -44,7 +44,8 @@ inline QAction *Action(QWidget *window, const QString &name)
 inline void Trigger(QAction *action)
 {
     if (!action->isEnabled()) {
-        QTest::qFail(qPrintable(QStringLiteral("the command %1 is disabled").arg(action->objectName())), __FILE__, __LINE__);
+        QTest::qFail(qPrintable(QStringLiteral("the command %1 is disabled").arg(action->objectName())), __FILE__,
+                     __LINE__);
         return;
     }
     action->trigger();
@@ -200,7 +201,8 @@ inline void DoubleClickRow(TKRVGrigliaRisultati *grid, int row)
 inline bool SameMessage(const TQ3Message &message, const QString &title, const QString &text, TQ3MsgIcon icon,
                         TQ3MsgButtons buttons)
 {
-    const bool same = message.Title == title && message.Text == text && message.Icon == icon && message.Buttons == buttons;
+    const bool same =
+        message.Title == title && message.Text == text && message.Icon == icon && message.Buttons == buttons;
     if (!same)
         qWarning("box was: %s / %s / icon %d / buttons %d", qPrintable(message.Title), qPrintable(message.Text),
                  int(message.Icon), int(message.Buttons));
@@ -261,6 +263,6 @@ void SaveChangeDeleteBesideAnotherWorkstation(const TKRVTestModule &module, TEdi
 
 } // namespace KRVTest
 
-#define KRV_COMPARE_BOX(message, title, text, icon, buttons)                                                       \
-    QVERIFY(KRVTest::SameMessage((message), QStringLiteral(title), QStringLiteral(text), TQ3MsgIcon::icon,          \
+#define KRV_COMPARE_BOX(message, title, text, icon, buttons)                                                           \
+    QVERIFY(KRVTest::SameMessage((message), QStringLiteral(title), QStringLiteral(text), TQ3MsgIcon::icon,             \
                                  TQ3MsgButtons::buttons))

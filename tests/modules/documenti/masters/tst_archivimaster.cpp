@@ -69,13 +69,13 @@ void TestArchiviMaster::datasetsKeepTheirNames()
 {
     QStringList names = m_datasets.keys();
     names.sort();
-    QCOMPARE(names, QStringList({QStringLiteral("adsAliquoteIVA"), QStringLiteral("adsAnaMaga"),
-                                 QStringLiteral("adsAzienda"), QStringLiteral("adsCategorieAnaMaga"),
-                                 QStringLiteral("adsCategorieServizi"), QStringLiteral("adsClienti"),
-                                 QStringLiteral("adsFattVend"), QStringLiteral("adsFattVendDett"),
-                                 QStringLiteral("adsNotaDocumenti"), QStringLiteral("adsNoteAccredito"),
-                                 QStringLiteral("adsNoteAccreditoDett"), QStringLiteral("adsServizi"),
-                                 QStringLiteral("adsTipiPagamento"), QStringLiteral("adsUM")}));
+    QCOMPARE(names,
+             QStringList({QStringLiteral("adsAliquoteIVA"), QStringLiteral("adsAnaMaga"), QStringLiteral("adsAzienda"),
+                          QStringLiteral("adsCategorieAnaMaga"), QStringLiteral("adsCategorieServizi"),
+                          QStringLiteral("adsClienti"), QStringLiteral("adsFattVend"),
+                          QStringLiteral("adsFattVendDett"), QStringLiteral("adsNotaDocumenti"),
+                          QStringLiteral("adsNoteAccredito"), QStringLiteral("adsNoteAccreditoDett"),
+                          QStringLiteral("adsServizi"), QStringLiteral("adsTipiPagamento"), QStringLiteral("adsUM")}));
     for (auto it = m_datasets.cbegin(); it != m_datasets.cend(); ++it) {
         QCOMPARE(it.value()->objectName(), it.key());
         QCOMPARE(it.value()->parent(), m_owner.get());
@@ -83,8 +83,11 @@ void TestArchiviMaster::datasetsKeepTheirNames()
     }
     QCOMPARE(Dataset("adsUM").UpdateTable(), QStringLiteral("UM"));
     QCOMPARE(Dataset("adsUM").KeyField(), QStringLiteral("IDUM"));
-    QVERIFY(Dataset("adsAzienda").SQL().contains(
-        QStringLiteral("CASE WHEN NOT PARTITAIVA = '' THEN 'P.I.: ' || PARTITAIVA || ' ' ELSE '' END AS PARTITAIVA_DESC")));
+    QVERIFY(
+        Dataset("adsAzienda")
+            .SQL()
+            .contains(QStringLiteral(
+                "CASE WHEN NOT PARTITAIVA = '' THEN 'P.I.: ' || PARTITAIVA || ' ' ELSE '' END AS PARTITAIVA_DESC")));
 }
 
 void TestArchiviMaster::newRecordTakesTheExpectedKeyThenItsOwn()
@@ -112,8 +115,8 @@ void TestArchiviMaster::savedRecordIsUpdated()
     QVERIFY(archivio.Leggi(2, std::nullopt));
     QCOMPARE(Dataset("adsUM").FieldValue(QStringLiteral("UM")).toString(), QStringLiteral("ORE"));
     int id = 2;
-    archivio.Scrivi(false, [](TQ3Dataset &dataset) { dataset.SetFieldValue(QStringLiteral("UM"), QStringLiteral("H")); },
-                    id);
+    archivio.Scrivi(
+        false, [](TQ3Dataset &dataset) { dataset.SetFieldValue(QStringLiteral("UM"), QStringLiteral("H")); }, id);
     QCOMPARE(id, 2);
     QCOMPARE(Rows(QStringLiteral("SELECT UM FROM UM WHERE IDUM = 2")), QStringList{QStringLiteral("H")});
 }
@@ -136,10 +139,12 @@ void TestArchiviMaster::failedInsertIsRolledBackWithTheExpectedKey()
     const int attesa = KRVProssimaChiave(Sessione(), QStringLiteral("GN_IDUM"));
     int id = -1;
     // Another unit of measure already has the name.
-    QVERIFY_THROWS_EXCEPTION(
-        EQ3Exception,
-        archivio.Scrivi(true, [](TQ3Dataset &dataset) { dataset.SetFieldValue(QStringLiteral("UM"), QStringLiteral("KG")); },
-                        id));
+    QVERIFY_THROWS_EXCEPTION(EQ3Exception, archivio.Scrivi(
+                                               true,
+                                               [](TQ3Dataset &dataset) {
+                                                   dataset.SetFieldValue(QStringLiteral("UM"), QStringLiteral("KG"));
+                                               },
+                                               id));
     QCOMPARE(id, attesa);
     QCOMPARE(Rows(QStringLiteral("SELECT IDUM, UM FROM UM ORDER BY IDUM")), before);
     QVERIFY(Dataset("adsUM").State() != TQ3Dataset::TState::Insert);
@@ -180,7 +185,8 @@ void TestArchiviMaster::renamedCategoryIsUpdated()
     archivio.Salva(categorie);
     QCOMPARE(categorie.at(0).Stato, TKRVStatoCategoria::Scritta);
     QCOMPARE(categorie.at(1).Id, -1);
-    QCOMPARE(Rows(QStringLiteral("SELECT CATEGORIA FROM CATEGORIE_SERVIZI WHERE IDCATEGORIA_SERVIZI = ") + QString::number(id)),
+    QCOMPARE(Rows(QStringLiteral("SELECT CATEGORIA FROM CATEGORIE_SERVIZI WHERE IDCATEGORIA_SERVIZI = ")
+                  + QString::number(id)),
              QStringList{QStringLiteral("Consulenze")});
     QCOMPARE(Rows(QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_SERVIZI WHERE CATEGORIA = 'Non scritta'")),
              QStringList{QStringLiteral("0")});
@@ -212,8 +218,8 @@ void TestArchiviMaster::deletedCategoryGoesAtOnce()
                                    QStringLiteral("IDCATEGORIA_ANA_MAGA"));
     QList<TKRVCategoria> categorie{{-1, QStringLiteral("Bulloneria"), -1, -1, TKRVStatoCategoria::Nuova}};
     archivio.Salva(categorie);
-    const QString query =
-        QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA WHERE IDCATEGORIA_ANA_MAGA = ") + QString::number(categorie.at(0).Id);
+    const QString query = QStringLiteral("SELECT COUNT(*) FROM CATEGORIE_ANA_MAGA WHERE IDCATEGORIA_ANA_MAGA = ")
+                          + QString::number(categorie.at(0).Id);
     QCOMPARE(Rows(query), QStringList{QStringLiteral("1")});
     archivio.Elimina(categorie.at(0).Id);
     QCOMPARE(Rows(query), QStringList{QStringLiteral("0")});
@@ -229,16 +235,18 @@ void TestArchiviMaster::listSearchReadsHeadClauseAndTail()
     for (int row = 0; row < risultati.rowCount(); ++row)
         trovate << risultati.Valore(row, 1);
     QCOMPARE(trovate, QStringList({QStringLiteral("PEZZI"), QStringLiteral("Q.LI")}));
-    QVERIFY_THROWS_EXCEPTION(EQ3Exception, KRVCercaElenco(Sessione(), KRVQueryUMTesta, QStringLiteral("WHERE NESSUNA = 1"),
-                                                          KRVQueryUMCoda, risultati));
+    QVERIFY_THROWS_EXCEPTION(EQ3Exception,
+                             KRVCercaElenco(Sessione(), KRVQueryUMTesta, QStringLiteral("WHERE NESSUNA = 1"),
+                                            KRVQueryUMCoda, risultati));
 }
 
 void TestArchiviMaster::articlesComeInPagesByCode()
 {
     for (const char *codice : {"e5", "A1", "c3", "B2", "d4"})
-        m_db->Exec(QStringLiteral("INSERT INTO ANA_MAGA (CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, "
-                                  "PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) VALUES ('%1', 'Articolo', 0, 0, 1, 1, 1, 1, 1)")
-                       .arg(QLatin1String(codice)));
+        m_db->Exec(
+            QStringLiteral("INSERT INTO ANA_MAGA (CODICE, DESCRIZIONE, SOTTOSCORTA, RIORDINO, IDCATEGORIA_ANA_MAGA, "
+                           "PREZZO, COSTO, IDALIQUOTA_IVA, IDUM) VALUES ('%1', 'Articolo', 0, 0, 1, 1, 1, 1, 1)")
+                .arg(QLatin1String(codice)));
     QCOMPARE(KRVContaArticoli(Sessione(), QString()), 5);
     QCOMPARE(KRVContaArticoli(Sessione(), QStringLiteral("WHERE UPPER(CODICE) < 'C'")), 2);
     TKRVRisultati risultati;

@@ -32,15 +32,17 @@ void TestClausole::filterQuotesTheTextTyped()
              QStringLiteral("UM CONTAINING 'd''o'"));
     QCOMPARE(KRVCondizioneFiltro(QStringLiteral("UPPER(CODICE) LIKE "), QStringLiteral("straße"), true),
              QStringLiteral("UPPER(CODICE) LIKE 'STRAßE'"));
-    QCOMPARE(KRVCondizioneFiltro(QStringLiteral("(X IN (SELECT Y FROM Z WHERE W CONTAINING "), QStringLiteral("x' OR '1'='1"),
-                                 false, QStringLiteral("))")),
+    QCOMPARE(KRVCondizioneFiltro(QStringLiteral("(X IN (SELECT Y FROM Z WHERE W CONTAINING "),
+                                 QStringLiteral("x' OR '1'='1"), false, QStringLiteral("))")),
              QStringLiteral("(X IN (SELECT Y FROM Z WHERE W CONTAINING 'x'' OR ''1''=''1'))"));
 }
 
 void TestClausole::customerLettersInTheTwoSpellings()
 {
-    QCOMPARE(KRVClausolaLetteraRicercaClienti(QStringLiteral("b")), QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  'B%'"));
-    QCOMPARE(KRVClausolaLetteraSelezioneCliente(QStringLiteral("b")), QStringLiteral("WHERE UPPER(RAGIONESOCIALE) LIKE 'B%'"));
+    QCOMPARE(KRVClausolaLetteraRicercaClienti(QStringLiteral("b")),
+             QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  'B%'"));
+    QCOMPARE(KRVClausolaLetteraSelezioneCliente(QStringLiteral("b")),
+             QStringLiteral("WHERE UPPER(RAGIONESOCIALE) LIKE 'B%'"));
     QVERIFY(KRVClausolaLetteraRicercaClienti(QStringLiteral("*")).isEmpty());
     QVERIFY(KRVClausolaLetteraSelezioneCliente(QStringLiteral("*")).isEmpty());
     QCOMPARE(KRVClausolaClientiIniziale, QStringLiteral("WHERE UPPER(RAGIONESOCIALE) LIKE 'A%'"));
@@ -49,8 +51,9 @@ void TestClausole::customerLettersInTheTwoSpellings()
 void TestClausole::telephoneInAnyOfTheFourNumbers()
 {
     QCOMPARE(KRVCondizioneTelefono(QStringLiteral("05'1")),
-             QStringLiteral("(TELEFONO1 CONTAINING '05''1' OR TELEFONO2 CONTAINING '05''1' OR TELEFONO3 CONTAINING '05''1' "
-                            "OR FAX CONTAINING '05''1')"));
+             QStringLiteral(
+                 "(TELEFONO1 CONTAINING '05''1' OR TELEFONO2 CONTAINING '05''1' OR TELEFONO3 CONTAINING '05''1' "
+                 "OR FAX CONTAINING '05''1')"));
 }
 
 void TestClausole::categoriesAsTheListAndTheDialogWriteThem()

@@ -106,10 +106,10 @@ void TestGestioneCategorie::cleanup()
 int TestGestioneCategorie::Insert(const QString &table, const QString &name, int parent) const
 {
     const QString key = table == QLatin1String("CATEGORIE_SERVIZI") ? QStringLiteral("IDCATEGORIA_SERVIZI")
-                                                                     : QStringLiteral("IDCATEGORIA_ANA_MAGA");
-    m_module->Database.Exec(QStringLiteral("INSERT INTO %1 (%2, CATEGORIA, IDPADRE) VALUES (0, %3, %4)")
-                                .arg(table, key, QuotedStr(name),
-                                     parent == -1 ? QStringLiteral("NULL") : QString::number(parent)));
+                                                                    : QStringLiteral("IDCATEGORIA_ANA_MAGA");
+    m_module->Database.Exec(
+        QStringLiteral("INSERT INTO %1 (%2, CATEGORIA, IDPADRE) VALUES (0, %3, %4)")
+            .arg(table, key, QuotedStr(name), parent == -1 ? QStringLiteral("NULL") : QString::number(parent)));
     return Scalar(QStringLiteral("SELECT MAX(%1) FROM %2").arg(key, table)).toInt();
 }
 
@@ -694,8 +694,8 @@ void TestGestioneCategorie::serviceWindowWorksOnServiceCategories()
                                  "ORDER BY IDCATEGORIA_SERVIZI")),
              (QStringList{QStringLiteral("Vetri|%1").arg(pulizie), QStringLiteral("Nuova categoria 1|%1").arg(vetri),
                           QStringLiteral("Nuova categoria 2|%1").arg(first)}));
-    QCOMPARE(Rows(QStringLiteral("SELECT CATEGORIA FROM CATEGORIE_SERVIZI WHERE IDCATEGORIA_SERVIZI = %1")
-                      .arg(pulizie)),
+    QCOMPARE(Rows(
+                 QStringLiteral("SELECT CATEGORIA FROM CATEGORIE_SERVIZI WHERE IDCATEGORIA_SERVIZI = %1").arg(pulizie)),
              QStringList{QStringLiteral("Pulizie civili")});
     QCOMPARE(Articoli(), articoli);
 

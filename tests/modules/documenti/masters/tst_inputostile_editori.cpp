@@ -37,7 +37,7 @@ struct TCampo
 {
     QString Nome;
     QString Colonna;
-    bool Maiuscole = false;  // the input turns what is typed into capitals
+    bool Maiuscole = false; // the input turns what is typed into capitals
 };
 
 // Brings the page that holds the input forward, as the user would.
@@ -111,42 +111,56 @@ struct TEditore
 QList<TEditore> Editori()
 {
     QList<TCampo> clienti;
-    for (const char *nome :
-         {"Codice", "RagioneSociale", "Indirizzo", "Citta", "Cap", "Provincia", "Nazione", "CodiceFiscale", "PartitaIVA",
-          "Telefono1", "Telefono2", "Telefono3", "Fax", "Email", "Web", "CoordBanBanca", "CoordBanAgenzia",
-          "CoordBanPaese", "CoordBanCINEur", "CoordBanCIN", "CoordBanABI", "CoordBanCAB", "CoordBanConto",
-          "CoordBanSwift", "Note"}) {
+    for (const char *nome : {"Codice",        "RagioneSociale",  "Indirizzo",     "Citta",          "Cap",
+                             "Provincia",     "Nazione",         "CodiceFiscale", "PartitaIVA",     "Telefono1",
+                             "Telefono2",     "Telefono3",       "Fax",           "Email",          "Web",
+                             "CoordBanBanca", "CoordBanAgenzia", "CoordBanPaese", "CoordBanCINEur", "CoordBanCIN",
+                             "CoordBanABI",   "CoordBanCAB",     "CoordBanConto", "CoordBanSwift",  "Note"}) {
         const QString campo = QString::fromLatin1(nome);
         QString colonna = campo.toUpper();
         if (campo == QLatin1String("CoordBanCINEur"))
             colonna = QStringLiteral("COORDBAN_CIN_EUR");
         else if (campo.startsWith(QLatin1String("CoordBan")))
             colonna = QStringLiteral("COORDBAN_") + campo.mid(8).toUpper();
-        const bool maiuscole = QStringList{QStringLiteral("Cap"), QStringLiteral("Provincia"), QStringLiteral("CodiceFiscale"),
-                                           QStringLiteral("PartitaIVA"), QStringLiteral("CoordBanPaese"),
-                                           QStringLiteral("CoordBanCINEur"), QStringLiteral("CoordBanCIN"),
-                                           QStringLiteral("CoordBanABI"), QStringLiteral("CoordBanCAB"),
-                                           QStringLiteral("CoordBanConto")}
+        const bool maiuscole = QStringList{QStringLiteral("Cap"),           QStringLiteral("Provincia"),
+                                           QStringLiteral("CodiceFiscale"), QStringLiteral("PartitaIVA"),
+                                           QStringLiteral("CoordBanPaese"), QStringLiteral("CoordBanCINEur"),
+                                           QStringLiteral("CoordBanCIN"),   QStringLiteral("CoordBanABI"),
+                                           QStringLiteral("CoordBanCAB"),   QStringLiteral("CoordBanConto")}
                                    .contains(campo);
         clienti.append({QStringLiteral("txt") + campo, colonna, maiuscole});
     }
     const TCampo codice{QStringLiteral("txtCodice"), QStringLiteral("CODICE")};
     const TCampo codiceIva{QStringLiteral("txtCodice"), QStringLiteral("CODICE"), true};
     const TCampo descrizione{QStringLiteral("txtDescrizione"), QStringLiteral("DESCRIZIONE")};
-    return {{QStringLiteral("actInserimentoUM"), QStringLiteral("UM"), QStringLiteral("IDUM"),
+    return {{QStringLiteral("actInserimentoUM"),
+             QStringLiteral("UM"),
+             QStringLiteral("IDUM"),
              {{QStringLiteral("txtUm"), QStringLiteral("UM"), true}}},
-            {QStringLiteral("actInserimentoTipiPagamento"), QStringLiteral("TIPI_PAGAMENTO"),
-             QStringLiteral("IDTIPO_PAGAMENTO"), {{QStringLiteral("txtTipoPagamento"), QStringLiteral("TIPO_PAGAMENTO")}}},
-            {QStringLiteral("actInserimentoAliquoteIVA"), QStringLiteral("ALIQUOTE_IVA"), QStringLiteral("IDALIQUOTA_IVA"),
-             {codiceIva, descrizione}, true},
-            {QStringLiteral("actInserimentoClienti"), QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"), clienti, true},
-            {QStringLiteral("actInserimentoArticoli"), QStringLiteral("ANA_MAGA"), QStringLiteral("IDANA_MAGA"),
+            {QStringLiteral("actInserimentoTipiPagamento"),
+             QStringLiteral("TIPI_PAGAMENTO"),
+             QStringLiteral("IDTIPO_PAGAMENTO"),
+             {{QStringLiteral("txtTipoPagamento"), QStringLiteral("TIPO_PAGAMENTO")}}},
+            {QStringLiteral("actInserimentoAliquoteIVA"),
+             QStringLiteral("ALIQUOTE_IVA"),
+             QStringLiteral("IDALIQUOTA_IVA"),
+             {codiceIva, descrizione},
+             true},
+            {QStringLiteral("actInserimentoClienti"), QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"), clienti,
+             true},
+            {QStringLiteral("actInserimentoArticoli"),
+             QStringLiteral("ANA_MAGA"),
+             QStringLiteral("IDANA_MAGA"),
              {codice, descrizione, {QStringLiteral("txtNote"), QStringLiteral("NOTE")}}},
-            {QStringLiteral("actInserimentoServizi"), QStringLiteral("SERVIZI"), QStringLiteral("IDSERVIZIO"),
+            {QStringLiteral("actInserimentoServizi"),
+             QStringLiteral("SERVIZI"),
+             QStringLiteral("IDSERVIZIO"),
              {codice, descrizione}},
-            {QStringLiteral("actInserimentoNoteDocumenti"), QStringLiteral("NOTE_DOCUMENTI"),
+            {QStringLiteral("actInserimentoNoteDocumenti"),
+             QStringLiteral("NOTE_DOCUMENTI"),
              QStringLiteral("IDNOTA_DOCUMENTI"),
-             {{QStringLiteral("txtTitolo"), QStringLiteral("TITOLO")}, {QStringLiteral("txtTesto"), QStringLiteral("TESTO")}}}};
+             {{QStringLiteral("txtTitolo"), QStringLiteral("TITOLO")},
+              {QStringLiteral("txtTesto"), QStringLiteral("TESTO")}}}};
 }
 
 } // namespace
@@ -218,7 +232,8 @@ void TestInputOstileEditori::cleanup()
     m_module.reset();
 }
 
-QHash<QString, QStringList> TestInputOstileEditori::Altre(const QStringList &tabelle, const QStringList &condizioni) const
+QHash<QString, QStringList> TestInputOstileEditori::Altre(const QStringList &tabelle,
+                                                          const QStringList &condizioni) const
 {
     QHash<QString, QStringList> foto = Fotografia(Db(), tabelle);
     for (int i = 0; i < tabelle.size(); ++i) {
@@ -286,8 +301,8 @@ void TestInputOstileEditori::ProvaCampi(TKRVInserimentoBase *editor, const QStri
         QVERIFY(riga.next());
         for (int i = 0; i < campi.size(); ++i)
             QVERIFY2(riga.value(i).toString() == mostrati.at(i),
-                     qPrintable(campi.at(i).Nome + QLatin1Char(' ') + Visibile(mostrati.at(i)) + QStringLiteral(" saved as ")
-                                + Visibile(riga.value(i).toString())));
+                     qPrintable(campi.at(i).Nome + QLatin1Char(' ') + Visibile(mostrati.at(i))
+                                + QStringLiteral(" saved as ") + Visibile(riga.value(i).toString())));
         if (nuovo)
             m_module->Database.Exec(QStringLiteral("DELETE FROM ") + tabella + QStringLiteral(" WHERE ") + chiave
                                     + QStringLiteral(" = ") + QString::number(editor->IdRecord()));
@@ -301,8 +316,8 @@ void TestInputOstileEditori::ProvaEditore(const QString &azione)
     InserisciRiga(Db(), QStringLiteral("NOTE_DOCUMENTI"), {QStringLiteral("TITOLO"), QStringLiteral("TESTO")},
                   {QStringLiteral("Nota"), QStringLiteral("Testo")});
     const QList<TEditore> editori = Editori();
-    const TEditore editore = *std::find_if(editori.cbegin(), editori.cend(),
-                                           [&azione](const TEditore &e) { return e.Azione == azione; });
+    const TEditore editore =
+        *std::find_if(editori.cbegin(), editori.cend(), [&azione](const TEditore &e) { return e.Azione == azione; });
     auto editor = Run<TKRVInserimentoBase>(*m_module, azione);
     QVERIFY(editor);
     QStringList nomi;
@@ -316,8 +331,8 @@ void TestInputOstileEditori::ProvaEditore(const QString &azione)
         QCOMPARE(editor->ApriRecord(id), 0);
     }
     ProvaCampi(editor, editore.Tabella, editore.Chiave, editore.Campi, editore.Nuovo);
-    qInfo("%s: %d testi ostili provati, %d rifiutati con il messaggio della finestra", qPrintable(editor->windowTitle()),
-          m_provati, m_rifiuti);
+    qInfo("%s: %d testi ostili provati, %d rifiutati con il messaggio della finestra",
+          qPrintable(editor->windowTitle()), m_provati, m_rifiuti);
 }
 
 void TestInputOstileEditori::unitEditor()
@@ -489,8 +504,9 @@ void TestInputOstileEditori::invoiceRefusesCustomerDataLongerThanItsColumns()
         QVERIFY2(BoxErrore(*m_boxes).isEmpty(), qPrintable(BoxErrore(*m_boxes)));
         if (codice == QLatin1String("GIUSTO")) {
             QVERIFY(m_boxes->Messages().isEmpty());
-            QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT CLI_INDIRIZZO FROM FATT_VEND WHERE IDFATT_VEND = ")
-                                               + QString::number(editor->IdRecord()))
+            QCOMPARE(m_module->Database
+                         .Scalar(QStringLiteral("SELECT CLI_INDIRIZZO FROM FATT_VEND WHERE IDFATT_VEND = ")
+                                 + QString::number(editor->IdRecord()))
                          .toString(),
                      indirizzo);
             continue;
@@ -517,17 +533,19 @@ void TestInputOstileEditori::invoiceRefusesCustomerDataLongerThanItsColumns()
     Trigger(editor, QStringLiteral("actSalva"));
     QCOMPARE(m_boxes->Messages().size(), 1);
     KRV_COMPARE_BOX(m_boxes->Messages().first(), "Attenzione",
-                    "Il campo \"Tipo di pagamento\" supera i 30 caratteri che il documento può contenere.",
-                    Warning, Ok);
+                    "Il campo \"Tipo di pagamento\" supera i 30 caratteri che il documento può contenere.", Warning,
+                    Ok);
 }
 
 // A customer's data that reads like markup, or like the "..." of an empty
 // label, is shown and copied as it is written.
 void TestInputOstileEditori::invoiceCopiesCustomerDataAsWritten()
 {
-    const QStringList colonne{QStringLiteral("CODICE"),    QStringLiteral("RAGIONESOCIALE"), QStringLiteral("INDIRIZZO"),
-                              QStringLiteral("CITTA"),     QStringLiteral("CAP"),            QStringLiteral("PROVINCIA"),
-                              QStringLiteral("NAZIONE"),   QStringLiteral("CODICEFISCALE"),  QStringLiteral("PARTITAIVA")};
+    const QStringList colonne{QStringLiteral("CODICE"),    QStringLiteral("RAGIONESOCIALE"),
+                              QStringLiteral("INDIRIZZO"), QStringLiteral("CITTA"),
+                              QStringLiteral("CAP"),       QStringLiteral("PROVINCIA"),
+                              QStringLiteral("NAZIONE"),   QStringLiteral("CODICEFISCALE"),
+                              QStringLiteral("PARTITAIVA")};
     const QVariantList valori{QStringLiteral("PUNTI"), QStringLiteral("..."), QStringLiteral("<b>Via</b> Roma &amp; 1"),
                               QStringLiteral("..."),   QStringLiteral("..."), QStringLiteral(".."),
                               QStringLiteral("<i>"),   QStringLiteral("..."), QStringLiteral("")};

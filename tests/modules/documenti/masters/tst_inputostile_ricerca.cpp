@@ -65,7 +65,8 @@ bool Like(const QString &testo, const QString &modello)
     QString letterale;
     for (const QChar c : modello) {
         if (c == QLatin1Char('%') || c == QLatin1Char('_')) {
-            espressione += QRegularExpression::escape(letterale) + (c == QLatin1Char('%') ? QStringLiteral(".*") : QStringLiteral("."));
+            espressione += QRegularExpression::escape(letterale)
+                           + (c == QLatin1Char('%') ? QStringLiteral(".*") : QStringLiteral("."));
             letterale.clear();
         } else {
             letterale += c;
@@ -196,7 +197,8 @@ void TestInputOstileRicerca::Semina()
     }
     basi << QStringLiteral("Rossi Mario") << QStringLiteral("alfa srl") << QStringLiteral("ROSSI & FIGLI SRL");
 
-    InserisciRiga(db, QStringLiteral("CATEGORIE_ANA_MAGA"), {QStringLiteral("CATEGORIA")}, {QStringLiteral("Generale")});
+    InserisciRiga(db, QStringLiteral("CATEGORIE_ANA_MAGA"), {QStringLiteral("CATEGORIA")},
+                  {QStringLiteral("Generale")});
     InserisciRiga(db, QStringLiteral("CATEGORIE_SERVIZI"), {QStringLiteral("CATEGORIA")}, {QStringLiteral("Generale")});
     const int catArticoli = GetLastGeneratorValue(QStringLiteral("GN_IDCATEGORIA_ANA_MAGA"), db);
     const int catServizi = GetLastGeneratorValue(QStringLiteral("GN_IDCATEGORIA_SERVIZI"), db);
@@ -217,9 +219,15 @@ void TestInputOstileRicerca::Semina()
         for (const auto &[tabella, categoria, idCategoria, descrizione] :
              {std::tuple{QStringLiteral("ANA_MAGA"), QStringLiteral("IDCATEGORIA_ANA_MAGA"), catArticoli, 100},
               std::tuple{QStringLiteral("SERVIZI"), QStringLiteral("IDCATEGORIA_SERVIZI"), catServizi, 150}}) {
-            QStringList colonne{QStringLiteral("CODICE"), QStringLiteral("DESCRIZIONE"), categoria, QStringLiteral("PREZZO"),
-                                QStringLiteral("COSTO"), QStringLiteral("IDALIQUOTA_IVA"), QStringLiteral("IDUM")};
-            QVariantList valori{Codice(i, base), Taglia(QStringLiteral("Voce ") + base, descrizione), idCategoria, 10, 5, 1, 1};
+            QStringList colonne{QStringLiteral("CODICE"),
+                                QStringLiteral("DESCRIZIONE"),
+                                categoria,
+                                QStringLiteral("PREZZO"),
+                                QStringLiteral("COSTO"),
+                                QStringLiteral("IDALIQUOTA_IVA"),
+                                QStringLiteral("IDUM")};
+            QVariantList
+                valori{Codice(i, base), Taglia(QStringLiteral("Voce ") + base, descrizione), idCategoria, 10, 5, 1, 1};
             if (tabella == QLatin1String("ANA_MAGA")) {
                 colonne << QStringLiteral("SOTTOSCORTA") << QStringLiteral("RIORDINO");
                 valori << 0 << 0;
@@ -233,7 +241,8 @@ void TestInputOstileRicerca::Semina()
         }
         InserisciRiga(db, QStringLiteral("ALIQUOTE_IVA"),
                       {QStringLiteral("CODICE"), QStringLiteral("DESCRIZIONE"), QStringLiteral("ALIQUOTA")},
-                      {QString(QChar(QLatin1Char('A').unicode() + i / 10)) + QString::number(i % 10), Taglia(base, 30), 10});
+                      {QString(QChar(QLatin1Char('A').unicode() + i / 10)) + QString::number(i % 10), Taglia(base, 30),
+                       10});
         InserisciRiga(db, QStringLiteral("TIPI_PAGAMENTO"), {QStringLiteral("TIPO_PAGAMENTO")},
                       {Taglia(QStringLiteral("%1 ").arg(i) + base, 50)});
         InserisciRiga(db, QStringLiteral("NOTE_DOCUMENTI"), {QStringLiteral("TITOLO"), QStringLiteral("TESTO")},
@@ -255,7 +264,7 @@ void TestInputOstileRicerca::Semina()
 // One document per base text, this year, with two lines holding the text;
 // one of last year holds every text and must never be listed.
 void TestInputOstileRicerca::SeminaDocumenti(const QString &tabella, const QString &righe, const QString &chiave,
-                                              bool fattura)
+                                             bool fattura)
 {
     const QSqlDatabase db = Db();
     QStringList basi;
@@ -265,13 +274,28 @@ void TestInputOstileRicerca::SeminaDocumenti(const QString &tabella, const QStri
     }
     const auto documento = [&](int numero, int anno, const QString &codice, const QString &nome,
                                const QStringList &descrizioni) {
-        QStringList colonne{QStringLiteral("NUMERO"), QStringLiteral("DATA"), QStringLiteral("ANNO"),
-                            QStringLiteral("CLI_CODICE"), QStringLiteral("CLI_RAGIONESOCIALE"),
-                            QStringLiteral("IDTIPO_PAGAMENTO"), QStringLiteral("TIPO_PAGAMENTO"), QStringLiteral("PAGATO"),
-                            QStringLiteral("TOTALE_IMPONIBILE"), QStringLiteral("TOTALE_IMPOSTA"),
+        QStringList colonne{QStringLiteral("NUMERO"),
+                            QStringLiteral("DATA"),
+                            QStringLiteral("ANNO"),
+                            QStringLiteral("CLI_CODICE"),
+                            QStringLiteral("CLI_RAGIONESOCIALE"),
+                            QStringLiteral("IDTIPO_PAGAMENTO"),
+                            QStringLiteral("TIPO_PAGAMENTO"),
+                            QStringLiteral("PAGATO"),
+                            QStringLiteral("TOTALE_IMPONIBILE"),
+                            QStringLiteral("TOTALE_IMPOSTA"),
                             QStringLiteral("TOTALE_DOCUMENTO")};
-        QVariantList valori{numero, QDate(anno, 1, 15), anno, codice, nome, 1, QStringLiteral("Rimessa diretta"),
-                            QStringLiteral("False"), 0, 0, 0};
+        QVariantList valori{numero,
+                            QDate(anno, 1, 15),
+                            anno,
+                            codice,
+                            nome,
+                            1,
+                            QStringLiteral("Rimessa diretta"),
+                            QStringLiteral("False"),
+                            0,
+                            0,
+                            0};
         if (fattura) {
             colonne << QStringLiteral("FC_ABILITATO");
             valori << QStringLiteral("False");
@@ -311,14 +335,16 @@ void TestInputOstileRicerca::ProvaFiltro(QWidget *window, TKRVGrigliaRisultati *
     for (const QString &testo : TestiOstili()) {
         m_boxes->Clear();
         ScriviOstile(campo, testo);
-        QVERIFY2(campo->text() == testo, qPrintable(Visibile(testo) + QStringLiteral(" shows ") + Visibile(campo->text())));
+        QVERIFY2(campo->text() == testo,
+                 qPrintable(Visibile(testo) + QStringLiteral(" shows ") + Visibile(campo->text())));
         if (invio)
             PressEnter(campo);
         else
             Trigger(window, QStringLiteral("actCerca"));
         ++m_provati;
         const QString errore = BoxErrore(*m_boxes);
-        QVERIFY2(errore.isEmpty(), qPrintable(filtro + QLatin1Char(' ') + Visibile(testo) + QStringLiteral(": ") + errore));
+        QVERIFY2(errore.isEmpty(),
+                 qPrintable(filtro + QLatin1Char(' ') + Visibile(testo) + QStringLiteral(": ") + errore));
         if (NonAmmesso(testo)) {
             QCOMPARE(m_boxes->Messages().size(), 1);
             QCOMPARE(m_boxes->Messages().first().Title, QStringLiteral("Attenzione"));
@@ -326,9 +352,8 @@ void TestInputOstileRicerca::ProvaFiltro(QWidget *window, TKRVGrigliaRisultati *
             QCOMPARE(grid->rowCount(), 0);
             continue;
         }
-        QVERIFY2(m_boxes->Messages().isEmpty(),
-                 qPrintable(filtro + QLatin1Char(' ') + Visibile(testo) + QStringLiteral(": ")
-                            + m_boxes->Messages().value(0).Text));
+        QVERIFY2(m_boxes->Messages().isEmpty(), qPrintable(filtro + QLatin1Char(' ') + Visibile(testo)
+                                                           + QStringLiteral(": ") + m_boxes->Messages().value(0).Text));
         QList<int> attese;
         for (const TRiga &riga : righe) {
             if (corrisponde(riga, testo))
@@ -345,8 +370,8 @@ void TestInputOstileRicerca::ProvaFiltro(QWidget *window, TKRVGrigliaRisultati *
 void TestInputOstileRicerca::customerListFilters()
 {
     auto list = Lista<TKRVRicercaClienti>(QStringLiteral("actRicercaClienti"));
-    const QList<TRiga> righe =
-        Righe(QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE, TELEFONO1, TELEFONO2, TELEFONO3, FAX FROM CLIENTI"));
+    const QList<TRiga> righe = Righe(
+        QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE, TELEFONO1, TELEFONO2, TELEFONO3, FAX FROM CLIENTI"));
     ProvaFiltro(list, list->GridRisultati(), QStringLiteral("txtCodice"), true, righe, Colonna(0));
     QVERIFY(!QTest::currentTestFailed());
     ProvaFiltro(list, list->GridRisultati(), QStringLiteral("txtRagioneSociale"), true, righe, Colonna(1));
@@ -363,9 +388,12 @@ void TestInputOstileRicerca::customerLetterBars()
     const QList<TRiga> righe = Righe(QStringLiteral("SELECT IDCLIENTE, UPPER(RAGIONESOCIALE) FROM CLIENTI"));
     auto list = Lista<TKRVRicercaClienti>(QStringLiteral("actRicercaClienti"));
     Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaCliente")));
-    auto cliente = [this] { return m_module->Main->FormAs<TKRVModSelezionaCliente>(QStringLiteral("actModSelezionaCliente")); };
+    auto cliente = [this] {
+        return m_module->Main->FormAs<TKRVModSelezionaCliente>(QStringLiteral("actModSelezionaCliente"));
+    };
     const auto verifica = [&](TKRVGrigliaRisultati *grid, const QString &testo) {
-        QVERIFY2(BoxErrore(*m_boxes).isEmpty(), qPrintable(Visibile(testo) + QStringLiteral(": ") + BoxErrore(*m_boxes)));
+        QVERIFY2(BoxErrore(*m_boxes).isEmpty(),
+                 qPrintable(Visibile(testo) + QStringLiteral(": ") + BoxErrore(*m_boxes)));
         QList<int> attese;
         const bool tutte = testo == QLatin1String("*");
         for (const TRiga &riga : righe) {
@@ -379,7 +407,8 @@ void TestInputOstileRicerca::customerLetterBars()
     for (const QChar c : QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ*"))
         lettere << QString(c);
     for (const QString &lettera : std::as_const(lettere)) {
-        const QString nome = QStringLiteral("actLettera") + (lettera == QLatin1String("*") ? QStringLiteral("Tutte") : lettera);
+        const QString nome =
+            QStringLiteral("actLettera") + (lettera == QLatin1String("*") ? QStringLiteral("Tutte") : lettera);
         m_boxes->Clear();
         Trigger(list, nome);
         verifica(list->GridRisultati(), lettera);
@@ -464,7 +493,8 @@ void TestInputOstileRicerca::paymentTypeListHasNoFilter()
     auto list = Lista<TKRVRicercaTipiPagamento>(QStringLiteral("actRicercaTipiPagamento"));
     QVERIFY(list->findChildren<QLineEdit *>().isEmpty());
     Trigger(list, QStringLiteral("actCerca"));
-    QCOMPARE(list->GridRisultati()->rowCount(), int(Righe(QStringLiteral("SELECT IDTIPO_PAGAMENTO FROM TIPI_PAGAMENTO")).size()));
+    QCOMPARE(list->GridRisultati()->rowCount(),
+             int(Righe(QStringLiteral("SELECT IDTIPO_PAGAMENTO FROM TIPI_PAGAMENTO")).size()));
     QVERIFY(m_boxes->Messages().isEmpty());
     CloseFrame(list);
 }
@@ -474,10 +504,11 @@ void TestInputOstileRicerca::invoiceListFilters()
     auto list = Lista<TKRVRicercaFattureVendita>(QStringLiteral("actRicercaFattureVendita"));
     const QString anno = QString::number(m_anno);
     const QList<TRiga> righe = Righe(
-        QStringLiteral("SELECT F.IDFATT_VEND, F.CLI_CODICE, F.CLI_RAGIONESOCIALE, R1.DESCRIZIONE, R2.DESCRIZIONE "
-                       "FROM FATT_VEND F JOIN FATT_VEND_DETT R1 ON R1.IDFATT_VEND = F.IDFATT_VEND "
-                       "JOIN FATT_VEND_DETT R2 ON R2.IDFATT_VEND = F.IDFATT_VEND AND R2.IDFATT_VEND_DETT > R1.IDFATT_VEND_DETT "
-                       "WHERE F.ANNO = ")
+        QStringLiteral(
+            "SELECT F.IDFATT_VEND, F.CLI_CODICE, F.CLI_RAGIONESOCIALE, R1.DESCRIZIONE, R2.DESCRIZIONE "
+            "FROM FATT_VEND F JOIN FATT_VEND_DETT R1 ON R1.IDFATT_VEND = F.IDFATT_VEND "
+            "JOIN FATT_VEND_DETT R2 ON R2.IDFATT_VEND = F.IDFATT_VEND AND R2.IDFATT_VEND_DETT > R1.IDFATT_VEND_DETT "
+            "WHERE F.ANNO = ")
         + anno);
     QCOMPARE(righe.size(), int(TestiOstiliBase().size()) - 2);
     ProvaFiltro(list, list->GridRisultati(), QStringLiteral("txtCodice"), true, righe, Colonna(0));
@@ -492,9 +523,9 @@ void TestInputOstileRicerca::invoiceListFilters()
 void TestInputOstileRicerca::creditNoteListFilters()
 {
     auto list = Lista<TKRVRicercaNoteAccredito>(QStringLiteral("actRicercaNoteAccredito"));
-    const QList<TRiga> righe =
-        Righe(QStringLiteral("SELECT IDNOTA_ACCREDITO, CLI_CODICE, CLI_RAGIONESOCIALE FROM NOTE_ACCREDITO WHERE ANNO = ")
-              + QString::number(m_anno));
+    const QList<TRiga> righe = Righe(
+        QStringLiteral("SELECT IDNOTA_ACCREDITO, CLI_CODICE, CLI_RAGIONESOCIALE FROM NOTE_ACCREDITO WHERE ANNO = ")
+        + QString::number(m_anno));
     ProvaFiltro(list, list->GridRisultati(), QStringLiteral("txtCodice"), true, righe, Colonna(0));
     QVERIFY(!QTest::currentTestFailed());
     ProvaFiltro(list, list->GridRisultati(), QStringLiteral("txtRagioneSociale"), true, righe, Colonna(1));
@@ -521,13 +552,18 @@ void TestInputOstileRicerca::articleAndServiceDialogFilters()
     auto articolo = m_module->Main->FormAs<TKRVModSelezionaArticolo>(QStringLiteral("actModSelezionaArticolo"));
     auto servizio = m_module->Main->FormAs<TKRVModSelezionaServizio>(QStringLiteral("actModSelezionaServizio"));
     for (const auto &[dialog, sql] :
-         {std::pair<TKRVModSelezionaBase *, QString>{articolo, QStringLiteral("SELECT IDANA_MAGA, CODICE, DESCRIZIONE FROM ANA_MAGA")},
-          std::pair<TKRVModSelezionaBase *, QString>{servizio, QStringLiteral("SELECT IDSERVIZIO, CODICE, DESCRIZIONE FROM SERVIZI")}}) {
+         {std::pair<TKRVModSelezionaBase *, QString>{articolo,
+                                                     QStringLiteral(
+                                                         "SELECT IDANA_MAGA, CODICE, DESCRIZIONE FROM ANA_MAGA")},
+          std::pair<TKRVModSelezionaBase *, QString>{servizio,
+                                                     QStringLiteral(
+                                                         "SELECT IDSERVIZIO, CODICE, DESCRIZIONE FROM SERVIZI")}}) {
         const QList<TRiga> righe = Righe(sql);
         ShowModal(dialog, [&] {
             ProvaFiltro(dialog, dialog->gridRisultati(), QStringLiteral("txtCodice"), true, righe, Colonna(0));
             if (!QTest::currentTestFailed())
-                ProvaFiltro(dialog, dialog->gridRisultati(), QStringLiteral("txtDescrizione"), false, righe, Colonna(1));
+                ProvaFiltro(dialog, dialog->gridRisultati(), QStringLiteral("txtDescrizione"), false, righe,
+                            Colonna(1));
         });
         if (QTest::currentTestFailed())
             return;
@@ -549,7 +585,8 @@ void TestInputOstileRicerca::documentNoteDialogFilter()
 void TestInputOstileRicerca::deliveryNoteDialogFilter()
 {
     Trigger(m_module->Main->Action(QStringLiteral("actModSelezionaDdtScaricoMulti")));
-    auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
+    auto dialog =
+        m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(QStringLiteral("actModSelezionaDdtScaricoMulti"));
     ShowModal(dialog, [&] {
         ProvaFiltro(dialog, dialog->gridRisultati(), QStringLiteral("txtRagioneSociale"), true,
                     Righe(QStringLiteral("SELECT IDDDT_SCARICO, CLI_RAGIONESOCIALE FROM DDT_SCARICO")), Colonna(0));
@@ -590,10 +627,12 @@ void TestInputOstileRicerca::deleteTestsTheCodeFilterAsTyped()
 // Their rows hold the hostile texts: every row is shown, none is an error.
 void TestInputOstileRicerca::dialogsWithoutFiltersShowEveryRow()
 {
-    const QList<std::pair<QString, QString>> dialoghi{
-        {QStringLiteral("actModSelezionaUM"), QStringLiteral("SELECT IDUM FROM UM")},
-        {QStringLiteral("actModSelezionaTipoPagamento"), QStringLiteral("SELECT IDTIPO_PAGAMENTO FROM TIPI_PAGAMENTO")},
-        {QStringLiteral("actModSelezionaAliquotaIVA"), QStringLiteral("SELECT IDALIQUOTA_IVA FROM ALIQUOTE_IVA")}};
+    const QList<std::pair<QString, QString>> dialoghi{{QStringLiteral("actModSelezionaUM"),
+                                                       QStringLiteral("SELECT IDUM FROM UM")},
+                                                      {QStringLiteral("actModSelezionaTipoPagamento"),
+                                                       QStringLiteral("SELECT IDTIPO_PAGAMENTO FROM TIPI_PAGAMENTO")},
+                                                      {QStringLiteral("actModSelezionaAliquotaIVA"),
+                                                       QStringLiteral("SELECT IDALIQUOTA_IVA FROM ALIQUOTE_IVA")}};
     for (const auto &[azione, sql] : dialoghi) {
         Trigger(m_module->Main->Action(azione));
         auto dialog = m_module->Main->FormAs<TKRVModSelezionaBase>(azione);

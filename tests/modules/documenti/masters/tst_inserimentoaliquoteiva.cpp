@@ -94,8 +94,8 @@ int TestInserimentoAliquoteIVA::Generator() const
 
 QStringList TestInserimentoAliquoteIVA::Rates() const
 {
-    return m_module->Database.Rows(
-        QStringLiteral("SELECT IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA FROM ALIQUOTE_IVA ORDER BY IDALIQUOTA_IVA"));
+    return m_module->Database.Rows(QStringLiteral(
+        "SELECT IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA FROM ALIQUOTE_IVA ORDER BY IDALIQUOTA_IVA"));
 }
 
 void TestInserimentoAliquoteIVA::opensAsChildOnABlankNewRecord()
@@ -149,8 +149,9 @@ void TestInserimentoAliquoteIVA::savesANewRateWithTheNextKey()
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA FROM ALIQUOTE_IVA "
-                                                    "WHERE CODICE='X2'")),
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA FROM ALIQUOTE_IVA "
+                                "WHERE CODICE='X2'")),
              QStringList{QStringLiteral("%1|X2|Aliquota ridotta|10.5").arg(expected)});
     QCOMPARE(m_editor->IdRecord(), expected);
     QVERIFY(!m_editor->NewRecord());
@@ -163,7 +164,9 @@ void TestInserimentoAliquoteIVA::savesANewRateWithTheNextKey()
     Type(Field<QDoubleSpinBox>(m_editor, QStringLiteral("txtAliquota")), QStringLiteral("4"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA")).toInt(), 4);
-    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT ALIQUOTA FROM ALIQUOTE_IVA WHERE CODICE='X2'")).toDouble(), 4.0);
+    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT ALIQUOTA FROM ALIQUOTE_IVA WHERE CODICE='X2'"))
+                 .toDouble(),
+             4.0);
 
     // "Nuovo" blanks the window for the next rate.
     Trigger(m_editor, QStringLiteral("actNuovo"));
@@ -311,8 +314,8 @@ void TestInserimentoAliquoteIVA::deletingAUsedRate()
     QFETCH(QString, user);
     const TQ3TestDatabase &db = m_module->Database;
     if (user == QLatin1String("FATT_VEND_DETT"))
-        KRVInsertRiga(db, user, KRVInsertDocumento(db, QStringLiteral("FATT_VEND"), 1, 2024), QStringLiteral("Articolo"),
-                      QStringLiteral("A1"), 1, 2, 1);
+        KRVInsertRiga(db, user, KRVInsertDocumento(db, QStringLiteral("FATT_VEND"), 1, 2024),
+                      QStringLiteral("Articolo"), QStringLiteral("A1"), 1, 2, 1);
     else if (user == QLatin1String("NOTE_ACCREDITO_DETT"))
         KRVInsertRiga(db, user, KRVInsertDocumento(db, QStringLiteral("NOTE_ACCREDITO"), 1, 2024),
                       QStringLiteral("Articolo"), QStringLiteral("A1"), 1, 2, 1);
@@ -328,7 +331,8 @@ void TestInserimentoAliquoteIVA::deletingAUsedRate()
     KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA=2")).toInt(), 0);
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM ") + user + QStringLiteral(" WHERE ")
-                       + (user.endsWith(QLatin1String("_DETT")) ? QStringLiteral("IVA_IDALIQUOTA_IVA") : QStringLiteral("IDALIQUOTA_IVA"))
+                       + (user.endsWith(QLatin1String("_DETT")) ? QStringLiteral("IVA_IDALIQUOTA_IVA")
+                                                                : QStringLiteral("IDALIQUOTA_IVA"))
                        + QStringLiteral("=2"))
                  .toInt(),
              1);
@@ -403,7 +407,8 @@ void TestInserimentoAliquoteIVA::savingARecordDeletedMeanwhileFails()
     QCOMPARE(m_boxes->Messages().size(), 1);
     KRV_COMPARE_BOX(m_boxes->Messages().first(), "Errore", "Si è verificato un errore durante il salvataggio dei dati!",
                     None, Ok);
-    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = %1").arg(id))
+    QCOMPARE(m_module->Database
+                 .Scalar(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = %1").arg(id))
                  .toInt(),
              0);
 }
@@ -420,7 +425,8 @@ void TestInserimentoAliquoteIVA::unsavedChangesAreAskedAbout()
 
     QCOMPARE(m_boxes->Messages().size(), 2);
     for (const TQ3Message &box : m_boxes->Messages())
-        KRV_COMPARE_BOX(box, "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
+        KRV_COMPARE_BOX(box, "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question,
+                        YesNo);
     QCOMPARE(m_editor->IdRecord(), 1);
     QCOMPARE(Field(m_editor, QStringLiteral("txtDescrizione"))->text(), QStringLiteral("In sospeso"));
     QVERIFY(m_editor->Modified());
@@ -447,8 +453,8 @@ void TestInserimentoAliquoteIVA::closingWithUnsavedChangesAsks()
     ProcessDeletes();
 
     QCOMPARE(m_boxes->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma",
+                    "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
     QCOMPARE(m_module->Main->Form(ActEditor), m_editor);
     QVERIFY(m_editor->isVisible());
 

@@ -52,7 +52,11 @@ private slots:
     void newArticleKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
-    template <typename T = QLineEdit> T *F(const QString &name) const { return Field<T>(m_editor, name); }
+    template <typename T = QLineEdit>
+    T *F(const QString &name) const
+    {
+        return Field<T>(m_editor, name);
+    }
     QString ProposedCode() const;
     void ChooseVat(const QString &code);
     void ChooseUnit(const QString &unit);
@@ -277,9 +281,9 @@ void TestInserimentoArticoli::openingShowsTheStoredRateAndUnit()
     Type(F(QStringLiteral("txtDescrizione")), QStringLiteral("Vite lunga"));
     Trigger(m_editor, QStringLiteral("actSalva"));
     QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(
-        m_module->Database.Rows(QStringLiteral("SELECT IDANA_MAGA, DESCRIZIONE, IDCATEGORIA_ANA_MAGA FROM ANA_MAGA")),
-        QStringList{QStringLiteral("%1|Vite lunga|%2").arg(id).arg(child)});
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT IDANA_MAGA, DESCRIZIONE, IDCATEGORIA_ANA_MAGA FROM ANA_MAGA")),
+             QStringList{QStringLiteral("%1|Vite lunga|%2").arg(id).arg(child)});
 }
 
 void TestInserimentoArticoli::deletingANewArticleAsksThenOnlyBlanks()
@@ -409,7 +413,8 @@ void TestInserimentoArticoli::thresholdsFollowTheDescription()
 
 void TestInserimentoArticoli::storedThresholdsSurviveAnotherEdit()
 {
-    const int id = InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("S01"), QStringLiteral("Soglie"));
+    const int id =
+        InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("S01"), QStringLiteral("Soglie"));
     m_module->Database.Exec(
         QStringLiteral("UPDATE ANA_MAGA SET SOTTOSCORTA = 2.5, RIORDINO = -3 WHERE IDANA_MAGA = %1").arg(id));
 
@@ -419,13 +424,15 @@ void TestInserimentoArticoli::storedThresholdsSurviveAnotherEdit()
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT DESCRIZIONE, SOTTOSCORTA * 10, RIORDINO * 10 FROM ANA_MAGA")),
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT DESCRIZIONE, SOTTOSCORTA * 10, RIORDINO * 10 FROM ANA_MAGA")),
              QStringList{QStringLiteral("Solo la descrizione|25|-30")});
 }
 
 void TestInserimentoArticoli::typedThresholdsAreStored()
 {
-    const int id = InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("S02"), QStringLiteral("Soglie"));
+    const int id =
+        InsertVoce(m_module->Database, KRVCatalogoArticoli(), QStringLiteral("S02"), QStringLiteral("Soglie"));
     m_module->Database.Exec(QStringLiteral("UPDATE ANA_MAGA SET SOTTOSCORTA = 2.5 WHERE IDANA_MAGA = %1").arg(id));
 
     QCOMPARE(m_editor->ApriRecord(id), 0);
@@ -447,11 +454,12 @@ void TestInserimentoArticoli::newArticleKeepsItsOwnKeyWhenAnotherWorkstationInse
 {
     const TKRVCatalogo &articoli = KRVCatalogoArticoli();
     FillValid(QStringLiteral("Vite M6"));
-    SaveChangeDeleteBesideAnotherWorkstation(
-        *m_module, m_editor, articoli.Entita.Tabella, articoli.Entita.Chiave,
-        InsertVoceSQL(articoli, QuotedStr(QStringLiteral("ALTRO")), QStringLiteral("Altra postazione"), 1,
-                      QStringLiteral("2")),
-        [this] { Type(F(QStringLiteral("txtDescrizione")), QStringLiteral("Vite M8")); });
+    SaveChangeDeleteBesideAnotherWorkstation(*m_module, m_editor, articoli.Entita.Tabella, articoli.Entita.Chiave,
+                                             InsertVoceSQL(articoli, QuotedStr(QStringLiteral("ALTRO")),
+                                                           QStringLiteral("Altra postazione"), 1, QStringLiteral("2")),
+                                             [this] {
+                                                 Type(F(QStringLiteral("txtDescrizione")), QStringLiteral("Vite M8"));
+                                             });
     QCOMPARE(m_boxes->Messages().size(), 1);
     QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, DESCRIZIONE FROM ANA_MAGA")),
              QStringList{QStringLiteral("ALTRO|Altra postazione")});

@@ -112,8 +112,9 @@ void TestInserimentoCampoSingolo::opensWithItsCaptionSizeAndField_data()
     QTest::addColumn<int>("lunghezza");
     QTest::newRow("unità di misura") << UM.Azione << QStringLiteral("Inserimento / Modifica unità di misura")
                                      << QSize(350, 150) << QStringLiteral("Unità di misura") << 5;
-    QTest::newRow("tipi di pagamento") << TipiPagamento.Azione << QStringLiteral("Inserimento / Modifica tipi di pagamento")
-                                       << QSize(800, 600) << QStringLiteral("Tipo di pagamento") << 50;
+    QTest::newRow("tipi di pagamento") << TipiPagamento.Azione
+                                       << QStringLiteral("Inserimento / Modifica tipi di pagamento") << QSize(800, 600)
+                                       << QStringLiteral("Tipo di pagamento") << 50;
 }
 
 void TestInserimentoCampoSingolo::opensWithItsCaptionSizeAndField()
@@ -174,7 +175,8 @@ void TestInserimentoCampoSingolo::checksWarnWithTheirIcon_data()
     QTest::addColumn<QString>("giaPresente");
     // A unit is found again whatever its case.
     QTest::newRow("unità di misura") << UM.Azione << QStringLiteral("INSERT INTO UM (IDUM, UM) VALUES (40, 'lt')")
-                                     << QStringLiteral("LT") << QStringLiteral("Non è stata indicata l'unità di misura!")
+                                     << QStringLiteral("LT")
+                                     << QStringLiteral("Non è stata indicata l'unità di misura!")
                                      << QStringLiteral("Unità di misura già in archivio!");
     QTest::newRow("tipi di pagamento") << TipiPagamento.Azione << QString() << QStringLiteral("RIMESSA diretta")
                                        << QStringLiteral("Non è stato indicato il tipo di pagamento!")

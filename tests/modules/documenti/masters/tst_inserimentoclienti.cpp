@@ -141,7 +141,8 @@ int TestInserimentoClienti::NextKey() const
 
 QStringList TestInserimentoClienti::Customers() const
 {
-    return m_module->Database.Rows(QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE FROM CLIENTI ORDER BY IDCLIENTE"));
+    return m_module->Database.Rows(
+        QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE FROM CLIENTI ORDER BY IDCLIENTE"));
 }
 
 void TestInserimentoClienti::AnswerPaymentDialog(const QString &choice)
@@ -247,8 +248,9 @@ void TestInserimentoClienti::savesTheProposedCodeWithEmptyTaxCodes()
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE, CODICEFISCALE, PARTITAIVA, "
-                                                    "COALESCE(IDTIPO_PAGAMENTO, -1) FROM CLIENTI")),
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE, CODICEFISCALE, PARTITAIVA, "
+                                "COALESCE(IDTIPO_PAGAMENTO, -1) FROM CLIENTI")),
              QStringList{QStringLiteral("%1|%2|Alfa S.r.l.|||-1").arg(key).arg(code)});
     QCOMPARE(m_editor->IdRecord(), key);
     QVERIFY(!m_editor->NewRecord());
@@ -292,7 +294,8 @@ void TestInserimentoClienti::savesEveryFieldAndReadsItBack()
     for (const TField &field : Fields)
         shown << Edit(field.Name)->text();
     QCOMPARE(shown, expected);
-    QCOMPARE(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText(), QStringLiteral("Cliente storico"));
+    QCOMPARE(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText(),
+             QStringLiteral("Cliente storico"));
     QVERIFY(!m_editor->Modified());
 }
 
@@ -336,7 +339,8 @@ void TestInserimentoClienti::savedCustomerKeepsItsCodeLocked()
     QCOMPARE(m_editor->ApriRecord(id), 0);
     QCOMPARE(Edit("txtCodice")->text(), QStringLiteral("C001"));
     QCOMPARE(Edit("txtRagioneSociale")->text(), QStringLiteral("Beta S.p.A."));
-    QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->text(), QStringLiteral("Bonifico 30 gg Data Fattura"));
+    QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->text(),
+             QStringLiteral("Bonifico 30 gg Data Fattura"));
     QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->accessibleDescription(),
              QStringLiteral("Bonifico 30 gg Data Fattura"));
     QCOMPARE(m_editor->IdTipoPagamento(), 2);
@@ -363,7 +367,8 @@ void TestInserimentoClienti::paymentTypeChosenInTheDialogIsSaved()
 
     QVERIFY(m_dialogWasShown);
     QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->text(), QStringLiteral("Ri.Ba. 30 gg Fine Mese"));
+    QCOMPARE(Field<QLabel>(m_editor, QStringLiteral("txtTipoPagamento"))->text(),
+             QStringLiteral("Ri.Ba. 30 gg Fine Mese"));
     QCOMPARE(m_editor->IdTipoPagamento(), 5);
     QVERIFY(m_editor->Modified());
     QVERIFY(m_editor->actSalva()->isEnabled());
@@ -396,7 +401,8 @@ void TestInserimentoClienti::deletingASavedCustomerAsksAndDeletes()
 
     QCOMPARE(m_boxes->Messages().size(), 1);
     KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma", "Confermare l'eliminazione?", Question, YesNo);
-    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE FROM CLIENTI")), QStringList{QStringLiteral("C004")});
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE FROM CLIENTI")),
+             QStringList{QStringLiteral("C004")});
     QVERIFY(m_editor->NewRecord());
     QCOMPARE(m_editor->IdRecord(), -1);
     QVERIFY(Edit("txtCodice")->text().startsWith(QLatin1String("CLN")));
@@ -464,8 +470,8 @@ void TestInserimentoClienti::failedDeleteIsReportedAndTheWindowBlanks()
 
     QCOMPARE(m_boxes->Messages().size(), 2);
     KRV_COMPARE_BOX(m_boxes->Messages().at(1), "Errore",
-                    "Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!", Error,
-                    Ok);
+                    "Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!",
+                    Error, Ok);
     QCOMPARE(Customers().size(), 1);
     QVERIFY(m_editor->NewRecord());
     QVERIFY(Edit("txtRagioneSociale")->text().isEmpty());
@@ -502,7 +508,8 @@ void TestInserimentoClienti::unsavedChangesAreAskedAbout()
 
     QCOMPARE(m_boxes->Messages().size(), 2);
     for (const TQ3Message &box : m_boxes->Messages())
-        KRV_COMPARE_BOX(box, "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
+        KRV_COMPARE_BOX(box, "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question,
+                        YesNo);
     QCOMPARE(m_module->Main->Form(ActEditor), m_editor);
     QCOMPARE(Edit("txtRagioneSociale")->text(), QStringLiteral("In sospeso"));
 

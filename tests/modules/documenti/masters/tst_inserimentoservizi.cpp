@@ -38,7 +38,11 @@ private slots:
     void failedDeleteIsReportedAndTheWindowBlanks();
 
 private:
-    template <typename T = QLineEdit> T *F(const QString &name) const { return Field<T>(m_editor, name); }
+    template <typename T = QLineEdit>
+    T *F(const QString &name) const
+    {
+        return Field<T>(m_editor, name);
+    }
     void Choose(const QString &action, const QString &button, const QString &text);
 
     std::unique_ptr<TKRVTestModule> m_module;
@@ -113,10 +117,10 @@ void TestInserimentoServizi::savesANewServiceWithItsChoices()
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(
-        m_module->Database.Rows(QStringLiteral("SELECT IDSERVIZIO, CODICE, DESCRIZIONE, IDCATEGORIA_SERVIZI, PREZZO, "
-                                               "COSTO, IDALIQUOTA_IVA, IDUM FROM SERVIZI")),
-        QStringList{QStringLiteral("%1|%2|Consulenza|1|60|0|1|2").arg(expected).arg(code)});
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT IDSERVIZIO, CODICE, DESCRIZIONE, IDCATEGORIA_SERVIZI, PREZZO, "
+                                "COSTO, IDALIQUOTA_IVA, IDUM FROM SERVIZI")),
+             QStringList{QStringLiteral("%1|%2|Consulenza|1|60|0|1|2").arg(expected).arg(code)});
 }
 
 void TestInserimentoServizi::vatRateIsCheckedBeforeTheUnit()

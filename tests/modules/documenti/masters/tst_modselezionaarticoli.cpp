@@ -30,7 +30,8 @@ private slots:
     void serviceDialogSearchesItsOwnTable();
 
 private:
-    template <typename T> T *Dialog(const QString &action)
+    template <typename T>
+    T *Dialog(const QString &action)
     {
         Trigger(m_module->Main->Action(action));
         return m_module->Main->FormAs<T>(action);

@@ -144,7 +144,8 @@ void TestModSelezionaTabelle::vatRateHandsBackItsPercentageAsShown()
 {
     m_module->Database.Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) "
                                            "VALUES (7, 'r1', 'Ridotta', 10.5)"));
-    const int key = m_module->Database.Scalar(QStringLiteral("SELECT IDALIQUOTA_IVA FROM ALIQUOTE_IVA WHERE CODICE='r1'")).toInt();
+    const int key =
+        m_module->Database.Scalar(QStringLiteral("SELECT IDALIQUOTA_IVA FROM ALIQUOTE_IVA WHERE CODICE='r1'")).toInt();
     auto dialog = Dialog<TKRVModSelezionaAliquotaIVA>(ActIva);
     QStringList codes;
     QString shown;

@@ -45,7 +45,8 @@ private slots:
 
 private:
     int Insert(const QString &codice, const QString &ragioneSociale, const QString &telefono1 = QString(),
-               const QString &telefono2 = QString(), const QString &telefono3 = QString(), const QString &fax = QString());
+               const QString &telefono2 = QString(), const QString &telefono3 = QString(),
+               const QString &fax = QString());
     QStringList Names() const;
     QLineEdit *Filter(const char *name) const;
 
@@ -83,8 +84,9 @@ int TestRicercaClienti::Insert(const QString &codice, const QString &ragioneSoci
                                const QString &telefono2, const QString &telefono3, const QString &fax)
 {
     return KRVInsertRow(m_module->Database,
-                        QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, TELEFONO1, TELEFONO2, TELEFONO3, FAX) "
-                                       "VALUES (")
+                        QStringLiteral(
+                            "INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, TELEFONO1, TELEFONO2, TELEFONO3, FAX) "
+                            "VALUES (")
                             + QStringList{QuotedStr(codice), QuotedStr(ragioneSociale), QuotedStr(telefono1),
                                           QuotedStr(telefono2), QuotedStr(telefono3), QuotedStr(fax)}
                                   .join(QStringLiteral(", "))
@@ -141,8 +143,9 @@ void TestRicercaClienti::filtersComposeTheirClause()
     QVERIFY(m_list->ClausolaFiltri().isEmpty());
     Type(Filter("txtTelefono"), QStringLiteral("05"));
     QCOMPARE(m_list->ClausolaFiltri(),
-             QStringLiteral("WHERE (TELEFONO1 CONTAINING '05' OR TELEFONO2 CONTAINING '05' OR TELEFONO3 CONTAINING '05' "
-                            "OR FAX CONTAINING '05')"));
+             QStringLiteral(
+                 "WHERE (TELEFONO1 CONTAINING '05' OR TELEFONO2 CONTAINING '05' OR TELEFONO3 CONTAINING '05' "
+                 "OR FAX CONTAINING '05')"));
     Type(Filter("txtCodice"), QStringLiteral("c0"));
     Type(Filter("txtRagioneSociale"), QStringLiteral("O'B"));
     QCOMPARE(m_list->ClausolaFiltri(),
@@ -201,8 +204,10 @@ void TestRicercaClienti::telephoneSearchesAllFourNumbers()
 
 void TestRicercaClienti::letterBarClauses()
 {
-    QCOMPARE(TKRVRicercaClienti::ClausolaLettera(QStringLiteral("b")), QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  'B%'"));
-    QCOMPARE(TKRVRicercaClienti::ClausolaLettera(QStringLiteral("Z")), QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  'Z%'"));
+    QCOMPARE(TKRVRicercaClienti::ClausolaLettera(QStringLiteral("b")),
+             QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  'B%'"));
+    QCOMPARE(TKRVRicercaClienti::ClausolaLettera(QStringLiteral("Z")),
+             QStringLiteral("WHERE UPPER(RAGIONESOCIALE)LIKE  'Z%'"));
     QVERIFY(TKRVRicercaClienti::ClausolaLettera(QStringLiteral("*")).isEmpty());
 
     auto bar = m_list->findChild<QToolBar *>(QStringLiteral("tBarLettere"));
@@ -308,8 +313,8 @@ void TestRicercaClienti::failedDeleteIsReported()
 
     QCOMPARE(m_boxes->Messages().size(), 2);
     KRV_COMPARE_BOX(m_boxes->Messages().at(1), "Errore",
-                    "Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!", Error,
-                    Ok);
+                    "Si è verificato un errore durante l'eliminazione dei dati,\n\rl'operazione è stata annullata!",
+                    Error, Ok);
     QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM CLIENTI")).toInt(), 6);
     QCOMPARE(Names().size(), 2);
 }

@@ -95,9 +95,10 @@ void TestRicercaDocumentiVendita::ApriFatture()
     const int prima = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, m_anno, QStringLiteral("CLN0000001"));
     const int seconda = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 2, m_anno, QStringLiteral("CLN0000002"));
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 1, m_anno - 1, QStringLiteral("CLN0000001"));
-    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET CLI_RAGIONESOCIALE = 'L''Ottica di Rossi', TOTALE_DOCUMENTO = 1234.5 "
-                             "WHERE IDFATT_VEND = ")
-              + QString::number(seconda));
+    Db().Exec(
+        QStringLiteral("UPDATE FATT_VEND SET CLI_RAGIONESOCIALE = 'L''Ottica di Rossi', TOTALE_DOCUMENTO = 1234.5 "
+                       "WHERE IDFATT_VEND = ")
+        + QString::number(seconda));
     for (const char *testo : {"Montatura in titanio", "Lenti in titanio", "Astuccio"})
         Db().Exec(QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND, TIPO_RIGA, DESCRIZIONE) VALUES (")
                   + QString::number(seconda) + QStringLiteral(", 'Testo', ") + QuotedStr(QString::fromUtf8(testo))
@@ -112,12 +113,14 @@ void TestRicercaDocumentiVendita::ApriFatture()
 void TestRicercaDocumentiVendita::ApriNote()
 {
     KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 1, m_anno, QStringLiteral("CLN0000001"));
-    const int seconda = KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 2, m_anno, QStringLiteral("CLN0000002"));
+    const int seconda =
+        KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 2, m_anno, QStringLiteral("CLN0000002"));
     KRVInsertDocumento(Db(), QStringLiteral("NOTE_ACCREDITO"), 1, m_anno - 1, QStringLiteral("CLN0000001"));
     KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 9, m_anno, QStringLiteral("CLN0000001"));
-    Db().Exec(QStringLiteral("UPDATE NOTE_ACCREDITO SET CLI_RAGIONESOCIALE = 'L''Ottica di Rossi', TOTALE_DOCUMENTO = 1234.5 "
-                             "WHERE IDNOTA_ACCREDITO = ")
-              + QString::number(seconda));
+    Db().Exec(
+        QStringLiteral("UPDATE NOTE_ACCREDITO SET CLI_RAGIONESOCIALE = 'L''Ottica di Rossi', TOTALE_DOCUMENTO = 1234.5 "
+                       "WHERE IDNOTA_ACCREDITO = ")
+        + QString::number(seconda));
     KRVInsertRiga(Db(), QStringLiteral("NOTE_ACCREDITO_DETT"), seconda, QStringLiteral("Testo"));
     m_lista = Run<TKRVRicercaDocumentiVendita>(*m_module, ListaNote);
 }
@@ -173,10 +176,11 @@ void TestRicercaDocumentiVendita::openingNeedsTheViewRight_data()
     QTest::addColumn<QStringList>("negati");
     QTest::addColumn<QStringList>("lettore");
     QTest::addColumn<int>("righe");
-    QTest::newRow("fatture") << ListaFatture << EditorFatture << QStringList{"Fatture di vendita (modifica)"} << QStringList()
-                             << 3;
+    QTest::newRow("fatture") << ListaFatture << EditorFatture << QStringList{"Fatture di vendita (modifica)"}
+                             << QStringList() << 3;
     QTest::newRow("note di accredito") << ListaNote << EditorNote
-                                       << QStringList{"Note di accredito (modifica)", "Fatture di vendita (visualizzazione)"}
+                                       << QStringList{"Note di accredito (modifica)",
+                                                      "Fatture di vendita (visualizzazione)"}
                                        << QStringList{"Note di accredito (visualizzazione)"} << 1;
 }
 
@@ -194,7 +198,8 @@ void TestRicercaDocumentiVendita::openingNeedsTheViewRight()
     Trigger(m_lista, QStringLiteral("actModifica"));
     QCOMPARE(m_responder->Messages().size(), 2);
     for (const TQ3Message &box : m_responder->Messages())
-        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
+        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.",
+                        Warning, Ok);
     QVERIFY(!m_module->Main->Form(editore));
     SetQ3CurrentUserName(QString::fromLatin1(Q3AdminUser));
     if (!lettore.isEmpty())
@@ -216,7 +221,8 @@ void TestRicercaDocumentiVendita::newDocumentFromTheList_data()
     QTest::newRow("fatture") << ListaFatture << EditorFatture << QStringList{"Fatture di vendita (visualizzazione)"}
                              << QStringList();
     QTest::newRow("note di accredito") << ListaNote << EditorNote
-                                       << QStringList{"Note di accredito (visualizzazione)", "Fatture di vendita (modifica)"}
+                                       << QStringList{"Note di accredito (visualizzazione)",
+                                                      "Fatture di vendita (modifica)"}
                                        << QStringList{"Note di accredito (modifica)"};
 }
 
@@ -274,11 +280,12 @@ void TestRicercaDocumentiVendita::deleteFromTheList_data()
     QTest::newRow("fatture") << ListaFatture << EditorFatture << QStringList{"Fatture di vendita (visualizzazione)"}
                              << QStringList() << QStringLiteral("FATT_VEND") << QStringLiteral("FATT_VEND_DETT") << 1
                              << QString() << 0;
-    QTest::newRow("note di accredito")
-        << ListaNote << EditorNote
-        << QStringList{"Note di accredito (visualizzazione)", "Fatture di vendita (eliminazione)"}
-        << QStringList{"Note di accredito (eliminazione)"} << QStringLiteral("NOTE_ACCREDITO")
-        << QStringLiteral("NOTE_ACCREDITO_DETT") << 0 << QStringLiteral("FATT_VEND") << 1;
+    QTest::newRow("note di accredito") << ListaNote << EditorNote
+                                       << QStringList{"Note di accredito (visualizzazione)",
+                                                      "Fatture di vendita (eliminazione)"}
+                                       << QStringList{"Note di accredito (eliminazione)"}
+                                       << QStringLiteral("NOTE_ACCREDITO") << QStringLiteral("NOTE_ACCREDITO_DETT") << 0
+                                       << QStringLiteral("FATT_VEND") << 1;
 }
 
 void TestRicercaDocumentiVendita::deleteFromTheList()
@@ -331,9 +338,10 @@ void TestRicercaDocumentiVendita::filtersComposeTheClause()
     Type(Field(m_lista, QStringLiteral("txtRagioneSociale")), QStringLiteral("L'Ottica"));
     Type(Field(m_lista, QStringLiteral("txtRigaDescrizione")), QStringLiteral("titanio"));
     QCOMPARE(m_lista->ClausolaFiltri(),
-             QStringLiteral("WHERE ANNO=%1 AND CLI_CODICE CONTAINING 'CLN' AND CLI_RAGIONESOCIALE CONTAINING 'L''Ottica' AND "
-                            "(FATT_VEND.IDFATT_VEND IN (SELECT FATT_VEND_DETT.IDFATT_VEND FROM FATT_VEND_DETT WHERE "
-                            "FATT_VEND_DETT.DESCRIZIONE CONTAINING 'titanio'))")
+             QStringLiteral(
+                 "WHERE ANNO=%1 AND CLI_CODICE CONTAINING 'CLN' AND CLI_RAGIONESOCIALE CONTAINING 'L''Ottica' AND "
+                 "(FATT_VEND.IDFATT_VEND IN (SELECT FATT_VEND_DETT.IDFATT_VEND FROM FATT_VEND_DETT WHERE "
+                 "FATT_VEND_DETT.DESCRIZIONE CONTAINING 'titanio'))")
                  .arg(m_anno));
     Trigger(m_lista, QStringLiteral("actCerca"));
     QCOMPARE(Column(m_lista->GridRisultati(), 1), QStringList{"2"});
@@ -380,8 +388,10 @@ void TestRicercaDocumentiVendita::printNeedsASelectedInvoice()
     for (const TQ3Message &box : m_responder->Messages())
         KRV_COMPARE_BOX(box, "Attenzione", "Nessuna fattura selezionata!", Warning, Ok);
     Trigger(m_lista, QStringLiteral("actCerca"));
-    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actStampa")); }), QStringList{"Output Options"});
-    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actSalvaPDF")); }), QStringList{"Salva come PDF"});
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actStampa")); }),
+             QStringList{"Output Options"});
+    QCOMPARE(ModalTitlesWhile([this] { Trigger(m_lista, QStringLiteral("actSalvaPDF")); }),
+             QStringList{"Salva come PDF"});
     QCOMPARE(m_responder->Messages().size(), 2);
 }
 
@@ -393,14 +403,16 @@ void TestRicercaDocumentiVendita::yearClauseWithBlanks()
     Type(Field(m_lista, QStringLiteral("txtCodice")), QStringLiteral("CLN"));
     Type(Field(m_lista, QStringLiteral("txtRagioneSociale")), QStringLiteral("L'Ottica"));
     QCOMPARE(m_lista->ClausolaFiltri(),
-             QStringLiteral("WHERE ANNO = %1 AND CLI_CODICE CONTAINING 'CLN' AND CLI_RAGIONESOCIALE CONTAINING 'L''Ottica'")
+             QStringLiteral(
+                 "WHERE ANNO = %1 AND CLI_CODICE CONTAINING 'CLN' AND CLI_RAGIONESOCIALE CONTAINING 'L''Ottica'")
                  .arg(m_anno - 1));
     Field(m_lista, QStringLiteral("txtRagioneSociale"))->clear();
     QTest::keyClick(Anno(), Qt::Key_Return);
     QCOMPARE(Column(m_lista->GridRisultati(), 1), QStringList{"1"});
     // Emptied by the user, the box still holds its last value.
     Anno()->findChild<QLineEdit *>()->clear();
-    QCOMPARE(m_lista->ClausolaFiltri(), QStringLiteral("WHERE ANNO = %1 AND CLI_CODICE CONTAINING 'CLN'").arg(m_anno - 1));
+    QCOMPARE(m_lista->ClausolaFiltri(),
+             QStringLiteral("WHERE ANNO = %1 AND CLI_CODICE CONTAINING 'CLN'").arg(m_anno - 1));
     Trigger(m_lista, QStringLiteral("actRipristina"));
     QCOMPARE(Anno()->value(), m_anno);
     QCOMPARE(Field(m_lista, QStringLiteral("txtCodice"))->text(), QString());
@@ -467,7 +479,8 @@ void TestRicercaDocumentiVendita::savedNoteFoundAndReopenedFromTheMenu()
              QStringList{"Cambiata"});
     m_responder->Enqueue(TQ3MsgResult::Yes);
     Trigger(editor, QStringLiteral("actElimina"));
-    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE CLI_CODICE = 'CLN0000009'")).toInt(), 0);
+    QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE CLI_CODICE = 'CLN0000009'")).toInt(),
+             0);
 }
 
 QTEST_MAIN(TestRicercaDocumentiVendita)

@@ -148,7 +148,8 @@ void TestRicercaTabelle::paymentTypesListHasNoFilter()
              (QStringList{"Bonifico 30 gg Data Fattura", "Bonifico 30 gg Fine Mese", "Ri.Ba. 30 gg Data Fattura",
                           "Ri.Ba. 30 gg Fine Mese", "Rimessa diretta"}));
 
-    m_module->Database.Exec(QStringLiteral("INSERT INTO TIPI_PAGAMENTO (IDTIPO_PAGAMENTO, TIPO_PAGAMENTO) VALUES (9, 'Assegno')"));
+    m_module->Database.Exec(
+        QStringLiteral("INSERT INTO TIPI_PAGAMENTO (IDTIPO_PAGAMENTO, TIPO_PAGAMENTO) VALUES (9, 'Assegno')"));
     Trigger(list, QStringLiteral("actCerca"));
     QCOMPARE(Column(list->GridRisultati(), 1).first(), QStringLiteral("Assegno"));
     QCOMPARE(list->GridRisultati()->rowCount(), 6);
@@ -203,7 +204,8 @@ void TestRicercaTabelle::headerClickSortsAmountsAsNumbers()
     ClickHeader(grid, 3);
     QCOMPARE(Column(grid, 3).first(), QStringLiteral("100,00 %"));
     ClickHeader(grid, 2);
-    QCOMPARE(Column(grid, 2), (QStringList{"Aliquota esclusa", "Aliquota esente", "Aliquota standard", "Minima", "Piena"}));
+    QCOMPARE(Column(grid, 2),
+             (QStringList{"Aliquota esclusa", "Aliquota esente", "Aliquota standard", "Minima", "Piena"}));
 
     // A new search shows the query's order again.
     Trigger(list, QStringLiteral("actCerca"));
@@ -233,8 +235,8 @@ void TestRicercaTabelle::doubleClickAndModificaOpenTheEditorOnTheRow()
     SelectRow(grid, RowOf(grid, 1, QStringLiteral("PEZZI")));
     Trigger(list, QStringLiteral("actModifica"));
     QCOMPARE(m_boxes->Messages().size(), 1);
-    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma", "Ci sono delle modifiche non salvate.\n\rContinuare comunque?",
-                    Question, YesNo);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Conferma",
+                    "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
     QCOMPARE(editor->IdRecord(), 4);
     QCOMPARE(Field(editor, QStringLiteral("txtUm"))->text(), QStringLiteral("KGS"));
 }
@@ -272,7 +274,8 @@ void TestRicercaTabelle::deleteAsksThenRemovesTheRow()
         KRV_COMPARE_BOX(box, "Conferma", "Confermare l'eliminazione?", Question, YesNo);
     QCOMPARE(RowOf(grid, 1, QStringLiteral("Rimessa diretta")), -1);
     QCOMPARE(grid->rowCount(), 4);
-    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO=1")).toInt(),
+    QCOMPARE(m_module->Database.Scalar(QStringLiteral("SELECT COUNT(*) FROM TIPI_PAGAMENTO WHERE IDTIPO_PAGAMENTO=1"))
+                 .toInt(),
              0);
 }
 

@@ -82,7 +82,8 @@ void TestRisultati::init()
 void TestRisultati::Carica(TKRVRisultati &righe, const QString &order) const
 {
     QSqlQuery query = OpenQuery(m_db->Db(), QStringLiteral("SELECT ALTRO, DATA, ALIQUOTA, TOTALE, NOME, ID FROM RIGHE "
-                                                           "ORDER BY ") + order);
+                                                           "ORDER BY ")
+                                                + order);
     righe.Carica(query);
 }
 
@@ -188,7 +189,8 @@ void TestRisultati::sortingIsStableAndSelectionFollowsTheRow()
 
     // Texts in the order of the user's language, the empty one first; dates and percentages by value.
     QStringList nomi = Testi(righe, 2);
-    std::stable_sort(nomi.begin(), nomi.end(), [](const QString &a, const QString &b) { return a.localeAwareCompare(b) < 0; });
+    std::stable_sort(nomi.begin(), nomi.end(),
+                     [](const QString &a, const QString &b) { return a.localeAwareCompare(b) < 0; });
     righe.sort(2, Qt::AscendingOrder);
     QCOMPARE(Testi(righe, 2), nomi);
     QCOMPARE(nomi.first(), QString());

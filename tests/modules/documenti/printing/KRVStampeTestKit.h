@@ -68,7 +68,8 @@ inline void SetAzienda(const TQ3TestDatabase &db)
 // with the "Non imponibile" lines too; on an exempt invoice ("True") every line
 // is exempt: taxable amount and tax 0, the total of all the lines.
 inline int InsertFattura(const TQ3TestDatabase &db, int numero, const QList<TRiga> &righe,
-                         const QString &ivaEsente = QStringLiteral("False"), const QString &table = QStringLiteral("FATT_VEND"))
+                         const QString &ivaEsente = QStringLiteral("False"),
+                         const QString &table = QStringLiteral("FATT_VEND"))
 {
     const bool fattura = table == QLatin1String("FATT_VEND");
     const bool esente = fattura && ivaEsente == QLatin1String("True");
@@ -102,15 +103,17 @@ inline int InsertFattura(const TQ3TestDatabase &db, int numero, const QList<TRig
         const bool testo = riga.Testo();
         // Text and non-taxable lines carry no code, VAT rate or unit.
         const bool senzaIva = testo || riga.NonImponibile();
-        const QString descrizioneIva = !riga.IvaDescrizione.isEmpty() ? riga.IvaDescrizione
+        const QString descrizioneIva = !riga.IvaDescrizione.isEmpty()          ? riga.IvaDescrizione
                                        : riga.IvaCodice == QLatin1String("20") ? QStringLiteral("Aliquota standard")
                                                                                : QStringLiteral("Aliquota esente");
         const QString iva = senzaIva ? QStringLiteral("NULL, NULL, NULL, NULL")
                                      : QStringLiteral("%1, %2, %3, %4")
                                            .arg(riga.IvaCodice == QLatin1String("20") ? 1 : 2)
                                            .arg(Sql(riga.IvaCodice), Sql(descrizioneIva), Number(riga.Aliquota));
-        const QString valori = testo ? QStringLiteral("NULL, NULL, NULL") : QStringLiteral("%1, %2, %3").arg(
-                                   Number(riga.Prezzo), Number(riga.Quantita), Number(riga.Importo()));
+        const QString valori =
+            testo
+                ? QStringLiteral("NULL, NULL, NULL")
+                : QStringLiteral("%1, %2, %3").arg(Number(riga.Prezzo), Number(riga.Quantita), Number(riga.Importo()));
         db.Exec(QStringLiteral("INSERT INTO %1_DETT (%2_DETT, %2, CODICE, DESCRIZIONE, PREZZO, QUANTITA, IMPORTO, "
                                "IVA_IDALIQUOTA_IVA, IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA, IDUM, UM, TIPO_RIGA%3) "
                                "VALUES (0, %4, %5, %6, %7, %8, 1, %9, %10%11)")
@@ -189,11 +192,12 @@ inline void ClickOk(QWidget *dialog)
 // under its own name for looking at (see KeepPdf).
 inline QString PdfThroughOptions(const std::function<void()> &print, const QString &file)
 {
-    const QStringList seen = WithModals(print, {[&](QWidget *setup) {
-                                            setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
-                                            setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
-                                            ClickOk(setup);
-                                        }});
+    const QStringList seen =
+        WithModals(print, {[&](QWidget *setup) {
+                       setup->findChild<QRadioButton *>(QStringLiteral("rbFile"))->setChecked(true);
+                       setup->findChild<QLineEdit *>(QStringLiteral("txtFile"))->setText(file);
+                       ClickOk(setup);
+                   }});
     if (seen != QStringList({QStringLiteral("Output Options")})) {
         qWarning("windows shown: %s", qPrintable(seen.join(QStringLiteral(", "))));
         return {};

@@ -43,8 +43,16 @@ QStringList RigheRiepilogo(const QStringList &lines)
 
 TRiga Aliquota(const QString &codice, double aliquota, const QString &descrizione, double prezzo)
 {
-    return {QStringLiteral("ART-") + codice, QStringLiteral("Articolo al ") + codice + QLatin1Char('%'), prezzo, 1, 0, codice,
-            aliquota, QStringLiteral("PEZZI"), QStringLiteral("Articolo"), descrizione};
+    return {QStringLiteral("ART-") + codice,
+            QStringLiteral("Articolo al ") + codice + QLatin1Char('%'),
+            prezzo,
+            1,
+            0,
+            codice,
+            aliquota,
+            QStringLiteral("PEZZI"),
+            QStringLiteral("Articolo"),
+            descrizione};
 }
 
 } // namespace
@@ -135,18 +143,22 @@ void TestStampe::dataModule_connectionsAndStatements()
     for (const QString &name : dm->DatasetNames())
         QVERIFY2(project->Connection(QStringLiteral("ds") + name.mid(3)), qPrintable(name));
     QVERIFY(project->Connection(QStringLiteral("dsAzienda")));
-    QCOMPARE(dm->Dataset(QStringLiteral("adsFattVendIva"))->SQL(),
-             QStringLiteral("SELECT SUM(IMPORTO) AS IMPONIBILE, SUM((IMPORTO * IVA_ALIQUOTA) / 100) AS IMPOSTA, IVA_CODICE, "
-                            "IVA_DESCRIZIONE, IVA_ALIQUOTA FROM FATT_VEND_DETT WHERE IDFATT_VEND = :IDFATT_VEND AND "
-                            "IVA_IDALIQUOTA_IVA IS NOT NULL GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA ORDER BY IVA_CODICE"));
-    QVERIFY(dm->Dataset(QStringLiteral("adsNoteAccreditoIva"))->SQL().contains(
-        QStringLiteral("FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = :IDNOTA_ACCREDITO")));
+    QCOMPARE(
+        dm->Dataset(QStringLiteral("adsFattVendIva"))->SQL(),
+        QStringLiteral(
+            "SELECT SUM(IMPORTO) AS IMPONIBILE, SUM((IMPORTO * IVA_ALIQUOTA) / 100) AS IMPOSTA, IVA_CODICE, "
+            "IVA_DESCRIZIONE, IVA_ALIQUOTA FROM FATT_VEND_DETT WHERE IDFATT_VEND = :IDFATT_VEND AND "
+            "IVA_IDALIQUOTA_IVA IS NOT NULL GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA ORDER BY IVA_CODICE"));
+    QVERIFY(dm->Dataset(QStringLiteral("adsNoteAccreditoIva"))
+                ->SQL()
+                .contains(QStringLiteral("FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO = :IDNOTA_ACCREDITO")));
     QCOMPARE(project->ReportNames(),
-             QStringList({QStringLiteral("FattVend"), QStringLiteral("FattVendIVAEsente"), QStringLiteral("NotaAccredito"),
-                          QStringLiteral("ElencoArticoli01"), QStringLiteral("RiepilogoFatture"),
-                          QStringLiteral("TotaleFatturatoPerCliente"), QStringLiteral("StatisticheFatturato01"),
-                          QStringLiteral("FatturatoPerArticolo"), QStringLiteral("FatturatoPerServizio"),
-                          QStringLiteral("FatturatoClientiServizi01"), QStringLiteral("FatturatoClientiServizi02")}));
+             QStringList({QStringLiteral("FattVend"), QStringLiteral("FattVendIVAEsente"),
+                          QStringLiteral("NotaAccredito"), QStringLiteral("ElencoArticoli01"),
+                          QStringLiteral("RiepilogoFatture"), QStringLiteral("TotaleFatturatoPerCliente"),
+                          QStringLiteral("StatisticheFatturato01"), QStringLiteral("FatturatoPerArticolo"),
+                          QStringLiteral("FatturatoPerServizio"), QStringLiteral("FatturatoClientiServizi01"),
+                          QStringLiteral("FatturatoClientiServizi02")}));
     // Every report reads only connections the module registers.
     for (const QString &name : project->ReportNames()) {
         for (const QString &connection : project->Report(name)->Connections)
@@ -164,10 +176,12 @@ void TestStampe::azienda_descColumns()
     PdfOf(id, QStringLiteral("azienda"));
     TQ3Dataset *azienda = m_module->Main->StampeDataset(QStringLiteral("adsAzienda"));
     QCOMPARE(azienda->FieldValue(QStringLiteral("PARTITAIVA_DESC")).toString(), QStringLiteral("P.I.: 01234567890 "));
-    QCOMPARE(azienda->FieldValue(QStringLiteral("CODICEFISCALE_DESC")).toString(), QStringLiteral("C.F.: 01234567890 "));
+    QCOMPARE(azienda->FieldValue(QStringLiteral("CODICEFISCALE_DESC")).toString(),
+             QStringLiteral("C.F.: 01234567890 "));
     QCOMPARE(azienda->FieldValue(QStringLiteral("TELEFONO_DESC")).toString(), QStringLiteral("Tel. 051 234567 "));
     QCOMPARE(azienda->FieldValue(QStringLiteral("FAX_DESC")).toString(), QStringLiteral("Fax. 051 234568 "));
-    QCOMPARE(azienda->FieldValue(QStringLiteral("EMAIL_DESC")).toString(), QStringLiteral("e-mail: info@rossiimpianti.it "));
+    QCOMPARE(azienda->FieldValue(QStringLiteral("EMAIL_DESC")).toString(),
+             QStringLiteral("e-mail: info@rossiimpianti.it "));
     QCOMPARE(azienda->FieldValue(QStringLiteral("WEB_DESC")).toString(), QStringLiteral("web: www.rossiimpianti.it "));
 }
 
@@ -199,20 +213,22 @@ void TestStampe::pdf_holdsInvoiceInItalianForm()
     const QString text = Q3PdfText(file);
     const QStringList expected{
         QStringLiteral("Rossi Impianti S.r.l."), QStringLiteral("Via Garibaldi 12 - 40121 Bologna (BO)"),
-        QStringLiteral("P.I.: 01234567890 C.F.: 01234567890 Tel. 051 234567 Fax. 051 234568 e-mail: info@rossiimpianti.it web: www.rossiimpianti.it"),
+        QStringLiteral(
+            "P.I.: 01234567890 C.F.: 01234567890 Tel. 051 234567 Fax. 051 234568 e-mail: info@rossiimpianti.it web: www.rossiimpianti.it"),
         QStringLiteral("Fattura n. 4711 del 05/03/2026"), QStringLiteral("Bianchi & Figli S.n.c."),
         QStringLiteral("Corso Italia 7"), QStringLiteral("41121 Modena (MO)"), QStringLiteral("BNCMRA70A01F257X"),
         QStringLiteral("09876543210"), QStringLiteral("Bonifico 30 gg Data Fattura"), QStringLiteral("04/04/2026"),
         QStringLiteral("IT60X0542811101000000123456"),
         // Lines: code, description, quantity, unit, price, discount, amount, VAT code.
-        QStringLiteral("ART-001"), QStringLiteral("Valvola a sfera 1/2\""), QStringLiteral("4,00"), QStringLiteral("12,50"),
-        QStringLiteral("50,00"), QStringLiteral("ART-002"), QStringLiteral("Raccordo in ottone"), QStringLiteral("10%"),
-        QStringLiteral("28,80"), QStringLiteral("Manodopera installazione"), QStringLiteral("ORE"), QStringLiteral("105,00"),
+        QStringLiteral("ART-001"), QStringLiteral("Valvola a sfera 1/2\""), QStringLiteral("4,00"),
+        QStringLiteral("12,50"), QStringLiteral("50,00"), QStringLiteral("ART-002"),
+        QStringLiteral("Raccordo in ottone"), QStringLiteral("10%"), QStringLiteral("28,80"),
+        QStringLiteral("Manodopera installazione"), QStringLiteral("ORE"), QStringLiteral("105,00"),
         QStringLiteral("Spese di trasporto esenti"), QStringLiteral("15,00"),
         // VAT summary by rate, then the totals.
-        QStringLiteral("Riepilogo IVA"), QStringLiteral("Aliquota standard"),
-        QStringLiteral("183,80"), QStringLiteral("36,76"), QStringLiteral("Totale imponibile"),
-        QStringLiteral("183,80 €"), QStringLiteral("36,76 €"), QStringLiteral("Totale documento"), QStringLiteral("235,56 €"),
+        QStringLiteral("Riepilogo IVA"), QStringLiteral("Aliquota standard"), QStringLiteral("183,80"),
+        QStringLiteral("36,76"), QStringLiteral("Totale imponibile"), QStringLiteral("183,80 €"),
+        QStringLiteral("36,76 €"), QStringLiteral("Totale documento"), QStringLiteral("235,56 €"),
         QStringLiteral("Merce consegnata presso il cantiere di via Emilia."), QStringLiteral("Pagina 1 di 1")};
     for (const QString &piece : expected)
         QVERIFY2(text.contains(piece), qPrintable(piece + QStringLiteral("\n") + text));
@@ -278,7 +294,8 @@ void TestStampe::exemptWithoutOption_emptyParam1()
 
 void TestStampe::param1KeptForLaterRuns_quirkKept()
 {
-    m_module->Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('FATT_IVA_ESENTE_NOTE', 'Esente art. 10')"));
+    m_module->Database.Exec(
+        QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('FATT_IVA_ESENTE_NOTE', 'Esente art. 10')"));
     const int esente = InsertFattura(m_module->Database, m_numero++, RigheNormali(), QStringLiteral("True"));
     const int normale = InsertFattura(m_module->Database, m_numero++, RigheNormali());
     PdfOf(esente, QStringLiteral("param1a"));
@@ -300,22 +317,23 @@ void TestStampe::afterPdfRun_nextPrintShowsOptionsAndPreview()
 
     int pages = 0;
     QString pageTitle;
-    const QStringList seen = WithModals([&] { StampaFatturaVendita(id, QString(), 1); },
-                                        {[](QWidget *setup) {
-                                             QVERIFY(setup->findChild<QRadioButton *>(QStringLiteral("rbPreview"))->isChecked());
-                                             ClickOk(setup);
-                                         },
-                                         [&](QWidget *window) {
-                                             auto preview = qobject_cast<TQ3ReportPreview *>(window);
-                                             pages = preview->PageCount();
-                                             pageTitle = preview->findChild<QLabel *>(QStringLiteral("lblInfo"))->text();
-                                             QCOMPARE(preview->Zoom(), 100);
-                                             QVERIFY(!preview->PageImage().isNull());
-                                             const QString folder = qEnvironmentVariable("Q3_TEST_OUTPUT");
-                                             if (!folder.isEmpty())
-                                                 preview->grab().save(QDir(folder).filePath(QStringLiteral("anteprima-fattura.png")));
-                                             preview->accept();
-                                         }});
+    const QStringList seen =
+        WithModals([&] { StampaFatturaVendita(id, QString(), 1); },
+                   {[](QWidget *setup) {
+                        QVERIFY(setup->findChild<QRadioButton *>(QStringLiteral("rbPreview"))->isChecked());
+                        ClickOk(setup);
+                    },
+                    [&](QWidget *window) {
+                        auto preview = qobject_cast<TQ3ReportPreview *>(window);
+                        pages = preview->PageCount();
+                        pageTitle = preview->findChild<QLabel *>(QStringLiteral("lblInfo"))->text();
+                        QCOMPARE(preview->Zoom(), 100);
+                        QVERIFY(!preview->PageImage().isNull());
+                        const QString folder = qEnvironmentVariable("Q3_TEST_OUTPUT");
+                        if (!folder.isEmpty())
+                            preview->grab().save(QDir(folder).filePath(QStringLiteral("anteprima-fattura.png")));
+                        preview->accept();
+                    }});
     QCOMPARE(seen, QStringList({QStringLiteral("Output Options"), QStringLiteral("Report Preview")}));
     QCOMPARE(pages, 1);
     QCOMPARE(pageTitle, QStringLiteral("Pagina 1 di 1 - 100 %"));
@@ -385,7 +403,8 @@ void TestStampe::longInvoice_headerAndPageNumbersOnEveryPage()
         QVERIFY2(text.contains(QStringLiteral("Rossi Impianti S.r.l.")), qPrintable(text));
         QVERIFY(text.contains(QStringLiteral("Pagina %1 di %2").arg(page).arg(pages)));
         if (page < pages) // the last page may hold the totals only
-            QVERIFY2(text.contains(QRegularExpression(QStringLiteral("Codice\\s+Descrizione\\s+Q\\.tà\\s+U\\.M\\.\\s+Prezzo"))),
+            QVERIFY2(text.contains(
+                         QRegularExpression(QStringLiteral("Codice\\s+Descrizione\\s+Q\\.tà\\s+U\\.M\\.\\s+Prezzo"))),
                      qPrintable(text));
     }
     const QString all = Q3PdfText(file);
@@ -406,8 +425,8 @@ void TestStampe::tenLineDescription_wrapsInsideItsCell()
                                  {{QStringLiteral("LUNGA"), words.join(QLatin1Char(' ')), 100, 1, 0},
                                   {QStringLiteral("DOPO"), QStringLiteral("Riga seguente"), 1, 1, 0}});
     const QString boxes = Q3PdfWordBoxes(PdfOf(id, QStringLiteral("descrizionelunga")));
-    const QRegularExpression word(
-        QStringLiteral("<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" yMax=\"([\\d.]+)\">([^<]*)</word>"));
+    const QRegularExpression word(QStringLiteral(
+        "<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" yMax=\"([\\d.]+)\">([^<]*)</word>"));
     // The description cell: from 25 to 106 mm from the paper's left edge.
     const double cellLeft = 39 * 72 / 25.4;
     const double cellRight = 107 * 72 / 25.4;
@@ -437,9 +456,10 @@ void TestStampe::creditNote_printsThroughOutputOptions()
                                  {{QStringLiteral("ART-001"), QStringLiteral("Reso valvola difettosa"), 12.5, 2, 0}},
                                  QString(), QStringLiteral("NOTE_ACCREDITO"));
     const QString text = PdfThroughOptions([&] { StampaNotaAccredito(id); }, QStringLiteral("nota.pdf"));
-    for (const QString &piece : {QStringLiteral("Nota di accredito n. 31 del 05/03/2026"), QStringLiteral("Reso valvola difettosa"),
-                                 QStringLiteral("25,00 €"), QStringLiteral("5,00 €"), QStringLiteral("30,00 €"),
-                                 QStringLiteral("Bianchi & Figli S.n.c."), QStringLiteral("Pagina 1 di 1")})
+    for (const QString &piece :
+         {QStringLiteral("Nota di accredito n. 31 del 05/03/2026"), QStringLiteral("Reso valvola difettosa"),
+          QStringLiteral("25,00 €"), QStringLiteral("5,00 €"), QStringLiteral("30,00 €"),
+          QStringLiteral("Bianchi & Figli S.n.c."), QStringLiteral("Pagina 1 di 1")})
         QVERIFY2(text.contains(piece), qPrintable(piece + QStringLiteral("\n") + text));
     QVERIFY(!text.contains(QStringLiteral("Sconto")));
     QCOMPARE(m_module->Main->StampeDataset(QStringLiteral("adsNoteAccreditoIva"))->RecordCount(), 1);
@@ -455,27 +475,26 @@ void TestStampe::nonTaxableLines_ownSummaryRowAndTotal()
     testo.Tipo = QStringLiteral("Testo");
     testo.Descrizione = QStringLiteral("Rif. ordine n. 12 del 02/03/2026");
     righe.insert(2, testo);
-    righe << TRiga{QString(), QStringLiteral("Cassa previdenza"), 4.5, 2, 0, QString(), 0, QString(),
-                   QStringLiteral("Non imponibile")};
+    righe << TRiga{QString(), QStringLiteral("Cassa previdenza"), 4.5, 2, 0, QString(), 0,
+                   QString(), QStringLiteral("Non imponibile")};
     const int id = InsertFattura(m_module->Database, m_numero++, righe);
     const QStringList lines = Lines(Q3PdfText(PdfOf(id, QStringLiteral("nonimponibile"))));
     QCOMPARE(RigheRiepilogo(lines), (QStringList{QStringLiteral("20 Aliquota standard 20% 183,80 36,76"),
                                                  QStringLiteral("Non imponibile 24,00")}));
     const qsizetype totali = lines.indexOf(QStringLiteral("Totale imponibile 183,80 €"));
     QVERIFY2(totali > 0, qPrintable(lines.join(QLatin1Char('\n'))));
-    QCOMPARE(lines.mid(totali, 4), (QStringList{QStringLiteral("Totale imponibile 183,80 €"),
-                                                QStringLiteral("Totale non imponibile 24,00 €"),
-                                                QStringLiteral("Totale IVA 36,76 €"),
-                                                QStringLiteral("Totale documento 244,56 €")}));
+    QCOMPARE(lines.mid(totali, 4),
+             (QStringList{QStringLiteral("Totale imponibile 183,80 €"), QStringLiteral("Totale non imponibile 24,00 €"),
+                          QStringLiteral("Totale IVA 36,76 €"), QStringLiteral("Totale documento 244,56 €")}));
 
     // Without such lines, neither the row nor the total.
     const int normale = InsertFattura(m_module->Database, m_numero++, RigheNormali().mid(0, 3));
     const QStringList senza = Lines(Q3PdfText(PdfOf(normale, QStringLiteral("senzanonimponibile"))));
     QCOMPARE(RigheRiepilogo(senza), QStringList{QStringLiteral("20 Aliquota standard 20% 183,80 36,76")});
     const qsizetype imponibile = senza.indexOf(QStringLiteral("Totale imponibile 183,80 €"));
-    QCOMPARE(senza.mid(imponibile, 3), (QStringList{QStringLiteral("Totale imponibile 183,80 €"),
-                                                    QStringLiteral("Totale IVA 36,76 €"),
-                                                    QStringLiteral("Totale documento 220,56 €")}));
+    QCOMPARE(senza.mid(imponibile, 3),
+             (QStringList{QStringLiteral("Totale imponibile 183,80 €"), QStringLiteral("Totale IVA 36,76 €"),
+                          QStringLiteral("Totale documento 220,56 €")}));
 }
 
 // Three rates whose exact taxes (1,004 + 3,004 + 2,004) rounded one by one
@@ -503,7 +522,8 @@ void TestStampe::vatRates_roundedToAddUpToTheTotal()
 
     // The credit note's summary the same way.
     const int nota = InsertFattura(m_module->Database, 32, righe, QString(), QStringLiteral("NOTE_ACCREDITO"));
-    const QStringList notaLines = Lines(PdfThroughOptions([&] { StampaNotaAccredito(nota); }, QStringLiteral("notaarr.pdf")));
+    const QStringList notaLines =
+        Lines(PdfThroughOptions([&] { StampaNotaAccredito(nota); }, QStringLiteral("notaarr.pdf")));
     QCOMPARE(RigheRiepilogo(notaLines), riepilogo);
     QVERIFY(notaLines.contains(QStringLiteral("Totale IVA 6,01 €")));
 }
@@ -531,19 +551,22 @@ void TestStampe::exemptInvoice_noTaxButExemptTotalWithNote()
     m_module->Database.Exec(QStringLiteral("INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('FATT_IVA_ESENTE_NOTE', "
                                            "'Operazione esente ai sensi dell''art. 10 DPR 633/72')"));
     const int id = InsertFattura(m_module->Database, m_numero++, RigheNormali(), QStringLiteral("True"));
-    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM FATT_VEND "
-                                                    "WHERE IDFATT_VEND = %1").arg(id)),
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM FATT_VEND "
+                                "WHERE IDFATT_VEND = %1")
+                     .arg(id)),
              QStringList{QStringLiteral("0|0|198.8")});
     const QString text = Q3PdfText(PdfOf(id, QStringLiteral("esentetotali")));
     const QStringList lines = Lines(text);
     const qsizetype riepilogo = lines.indexOf(QStringLiteral("Riepilogo IVA"));
     QVERIFY2(riepilogo > 0, qPrintable(text));
-    QCOMPARE(lines.mid(riepilogo, 5), (QStringList{QStringLiteral("Riepilogo IVA"), QStringLiteral("Totale esente 198,80"),
-                                                   QStringLiteral("Operazione esente ai sensi dell'art. 10 DPR 633/72"),
-                                                   QStringLiteral("Totale esente 198,80 €"),
-                                                   QStringLiteral("Totale documento 198,80 €")}));
-    for (const QString &tassa : {QStringLiteral("Imposta"), QStringLiteral("Totale IVA"), QStringLiteral("Aliquota standard"),
-                                 QStringLiteral("36,76"), QStringLiteral("20%"), QStringLiteral("Imponibile")})
+    QCOMPARE(lines.mid(riepilogo, 5),
+             (QStringList{QStringLiteral("Riepilogo IVA"), QStringLiteral("Totale esente 198,80"),
+                          QStringLiteral("Operazione esente ai sensi dell'art. 10 DPR 633/72"),
+                          QStringLiteral("Totale esente 198,80 €"), QStringLiteral("Totale documento 198,80 €")}));
+    for (const QString &tassa :
+         {QStringLiteral("Imposta"), QStringLiteral("Totale IVA"), QStringLiteral("Aliquota standard"),
+          QStringLiteral("36,76"), QStringLiteral("20%"), QStringLiteral("Imponibile")})
         QVERIFY2(!text.contains(tassa), qPrintable(tassa));
     // The lines keep their own amounts, without a VAT code.
     QVERIFY(lines.contains(QStringLiteral("ART-001 Valvola a sfera 1/2\" 4,00 PEZZI 12,50 50,00")));

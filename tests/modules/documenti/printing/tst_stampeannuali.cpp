@@ -30,10 +30,11 @@ QString Mesi()
         "FROM DATA) = 12 THEN 'Dicembre' END ) AS MESE_DESC, ");
 }
 
-const QString Fv = QStringLiteral("SELECT NUMERO, DATA, ") + Mesi()
-                   + QStringLiteral("EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, (CASE WHEN "
-                                    "PAGATO='True' THEN 'SI' WHEN PAGATO='False' THEN 'NO' END ) AS PAGATO, SCADENZA_PAGAMENTO, "
-                                    "'FV' AS TIPO_DOCUMENTO, TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM FATT_VEND WHERE ANNO=");
+const QString Fv =
+    QStringLiteral("SELECT NUMERO, DATA, ") + Mesi()
+    + QStringLiteral("EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, (CASE WHEN "
+                     "PAGATO='True' THEN 'SI' WHEN PAGATO='False' THEN 'NO' END ) AS PAGATO, SCADENZA_PAGAMENTO, "
+                     "'FV' AS TIPO_DOCUMENTO, TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM FATT_VEND WHERE ANNO=");
 
 } // namespace
 
@@ -84,10 +85,11 @@ int TestStampeAnnuali::Fattura(int numero, const QDate &data, const QString &cli
                                const QString &scadenza, double imponibile)
 {
     return KRVInsertRow(Db(),
-                        QStringLiteral("INSERT INTO FATT_VEND (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
-                                       "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, "
-                                       "TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (%1, '%2', %3, %4, 'Cliente', "
-                                       "1, 'Rimessa diretta', %5, %6, %7, 0, %7, 'False')")
+                        QStringLiteral(
+                            "INSERT INTO FATT_VEND (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
+                            "IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, SCADENZA_PAGAMENTO, TOTALE_IMPONIBILE, "
+                            "TOTALE_IMPOSTA, TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (%1, '%2', %3, %4, 'Cliente', "
+                            "1, 'Rimessa diretta', %5, %6, %7, 0, %7, 'False')")
                             .arg(numero)
                             .arg(data.toString(Qt::ISODate))
                             .arg(data.year())
@@ -96,7 +98,8 @@ int TestStampeAnnuali::Fattura(int numero, const QDate &data, const QString &cli
                         QStringLiteral("GN_IDFATT_VEND"));
 }
 
-QStringList TestStampeAnnuali::Righe(const std::function<void()> &stampa, const QString &dataset, const QString &colonne)
+QStringList TestStampeAnnuali::Righe(const std::function<void()> &stampa, const QString &dataset,
+                                     const QString &colonne)
 {
     // The output options go on to the preview, so the layout is laid out for real.
     QStringList finestre;
@@ -136,21 +139,24 @@ void TestStampeAnnuali::allAndAllHaveNoFilter()
 void TestStampeAnnuali::paidAndDueFiltersAgainstToday()
 {
     QCOMPARE(KRVSQLRiepilogoFatture(2026, TCustomBoolean::cbTrue, TCustomBoolean::cbTrue, false, Oggi),
-             Fv + QStringLiteral("2026 AND FATT_VEND.PAGATO='True' AND FATT_VEND.SCADENZA_PAGAMENTO < '2026-06-15' "
-                                 "ORDER BY DATA DESC, NUMERO DESC"));
+             Fv
+                 + QStringLiteral("2026 AND FATT_VEND.PAGATO='True' AND FATT_VEND.SCADENZA_PAGAMENTO < '2026-06-15' "
+                                  "ORDER BY DATA DESC, NUMERO DESC"));
     QCOMPARE(KRVSQLRiepilogoFatture(2026, TCustomBoolean::cbFalse, TCustomBoolean::cbFalse, false, Oggi),
-             Fv + QStringLiteral("2026 AND FATT_VEND.PAGATO='False' AND FATT_VEND.SCADENZA_PAGAMENTO >= '2026-06-15' "
-                                 "ORDER BY DATA DESC, NUMERO DESC"));
+             Fv
+                 + QStringLiteral("2026 AND FATT_VEND.PAGATO='False' AND FATT_VEND.SCADENZA_PAGAMENTO >= '2026-06-15' "
+                                  "ORDER BY DATA DESC, NUMERO DESC"));
 }
 
 void TestStampeAnnuali::accompanyingInvoicesOnlyWithTheWarehouse()
 {
     const QString sql = KRVSQLRiepilogoFatture(2025, TCustomBoolean::cbFalse, TCustomBoolean::cbNull, true, Oggi);
     QCOMPARE(sql, Fv + QStringLiteral("2025 AND FATT_VEND.PAGATO='False' UNION SELECT NUMERO, DATA, ") + Mesi()
-                      + QStringLiteral("EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, (CASE WHEN "
-                                       "PAGATO='True' THEN 'SI' WHEN PAGATO='False' THEN 'NO' END ) AS PAGATO, "
-                                       "SCADENZA_PAGAMENTO, 'FA' AS TIPO_DOCUMENTO, TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM "
-                                       "FATT_ACC WHERE ANNO=2025 AND FATT_ACC.PAGATO='False' ORDER BY 2 DESC, 1 DESC"));
+                      + QStringLiteral(
+                          "EXTRACT(MONTH FROM DATA) AS MESE_INT, CLI_CODICE, CLI_RAGIONESOCIALE, (CASE WHEN "
+                          "PAGATO='True' THEN 'SI' WHEN PAGATO='False' THEN 'NO' END ) AS PAGATO, "
+                          "SCADENZA_PAGAMENTO, 'FA' AS TIPO_DOCUMENTO, TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM "
+                          "FATT_ACC WHERE ANNO=2025 AND FATT_ACC.PAGATO='False' ORDER BY 2 DESC, 1 DESC"));
     QVERIFY(!KRVSQLRiepilogoFatture(2025, TCustomBoolean::cbNull, TCustomBoolean::cbNull, false, Oggi)
                  .contains(QLatin1String("FATT_ACC")));
 }
@@ -166,11 +172,14 @@ void TestStampeAnnuali::paidStatesOfTheRows()
     Fattura(4, QDate(anno - 1, 3, 10), QStringLiteral("C3"), QStringLiteral("True"));
     const QString colonne = QStringLiteral("NUMERO,MESE_DESC,MESE_INT,PAGATO,TIPO_DOCUMENTO");
     const QString dataset = QStringLiteral("adsRiepilogoFatture");
-    QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull); }, dataset, colonne),
+    QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull); }, dataset,
+                   colonne),
              (QStringList{"3|Marzo|3||FV", "2|Febbraio|2|NO|FV", "1|Gennaio|1|SI|FV"}));
-    QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbTrue, TCustomBoolean::cbNull); }, dataset, colonne),
+    QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbTrue, TCustomBoolean::cbNull); }, dataset,
+                   colonne),
              QStringList{"1|Gennaio|1|SI|FV"});
-    QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbFalse, TCustomBoolean::cbNull); }, dataset, colonne),
+    QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbFalse, TCustomBoolean::cbNull); }, dataset,
+                   colonne),
              QStringList{"2|Febbraio|2|NO|FV"});
 }
 
@@ -183,11 +192,11 @@ void TestStampeAnnuali::dueStatesOfTheRows()
     Fattura(3, QDate(oggi.year(), 1, 4), QStringLiteral("C1"), QStringLiteral("False"), data(oggi.addDays(30)));
     Fattura(4, QDate(oggi.year(), 1, 5), QStringLiteral("C1"), QStringLiteral("False"));
     const QString dataset = QStringLiteral("adsRiepilogoFatture");
-    QCOMPARE(Righe([&] { StampaRiepilogoFatture(oggi.year(), TCustomBoolean::cbNull, TCustomBoolean::cbTrue); }, dataset,
-                   QStringLiteral("NUMERO")),
+    QCOMPARE(Righe([&] { StampaRiepilogoFatture(oggi.year(), TCustomBoolean::cbNull, TCustomBoolean::cbTrue); },
+                   dataset, QStringLiteral("NUMERO")),
              QStringList{"1"});
-    QCOMPARE(Righe([&] { StampaRiepilogoFatture(oggi.year(), TCustomBoolean::cbNull, TCustomBoolean::cbFalse); }, dataset,
-                   QStringLiteral("NUMERO")),
+    QCOMPARE(Righe([&] { StampaRiepilogoFatture(oggi.year(), TCustomBoolean::cbNull, TCustomBoolean::cbFalse); },
+                   dataset, QStringLiteral("NUMERO")),
              (QStringList{"3", "2"}));
 }
 
@@ -197,9 +206,10 @@ void TestStampeAnnuali::warehouseInvoicesJoinTheSummary()
     Db().LoadFixture(QStringLiteral("magazzino.sql"));
     const int anno = QDate::currentDate().year();
     Fattura(1, QDate(anno, 1, 10), QStringLiteral("C1"), QStringLiteral("True"));
-    Db().Exec(QStringLiteral("INSERT INTO FATT_ACC (IDFATT_ACC, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, PAGATO) "
-                             "VALUES (0, 2, '%1-02-10', %1, 'C2', 'Cliente', 'True')")
-                  .arg(anno));
+    Db().Exec(
+        QStringLiteral("INSERT INTO FATT_ACC (IDFATT_ACC, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, PAGATO) "
+                       "VALUES (0, 2, '%1-02-10', %1, 'C2', 'Cliente', 'True')")
+            .arg(anno));
     QCOMPARE(Righe([&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbTrue, TCustomBoolean::cbNull); },
                    QStringLiteral("adsRiepilogoFatture"), QStringLiteral("NUMERO,TIPO_DOCUMENTO")),
              (QStringList{"2|FA", "1|FV"}));
@@ -248,7 +258,8 @@ void TestStampeAnnuali::dialogsKeepTheirChoicesAndPrint()
             return;
         finestre << modale->windowTitle();
         if (auto dialogo = qobject_cast<TKRVModStampaRiepilogoFatture *>(modale)) {
-            QVERIFY(Field<QRadioButton>(dialogo, QStringLiteral("opzFatturePagatoTutte"))->isChecked() || finestre.size() > 2);
+            QVERIFY(Field<QRadioButton>(dialogo, QStringLiteral("opzFatturePagatoTutte"))->isChecked()
+                    || finestre.size() > 2);
             Field<QSpinBox>(dialogo, QStringLiteral("txtAnno"))->setValue(QDate::currentDate().year() - 1);
             Click(Field<QRadioButton>(dialogo, QStringLiteral("opzFattureDaPagare")));
             Click(Field<QPushButton>(dialogo, QStringLiteral("cmdOk")));
@@ -264,7 +275,8 @@ void TestStampeAnnuali::dialogsKeepTheirChoicesAndPrint()
     QCOMPARE(righe->FieldValue(QStringLiteral("NUMERO")).toInt(), 2);
     timer.stop();
     // Shown again, the dialog keeps the year and the options of last time.
-    auto dialogo = m_module->Main->FormAs<TKRVModStampaRiepilogoFatture>(QStringLiteral("actModStampaRiepilogoFatture"));
+    auto dialogo =
+        m_module->Main->FormAs<TKRVModStampaRiepilogoFatture>(QStringLiteral("actModStampaRiepilogoFatture"));
     QCOMPARE(dialogo->Anno(), anno - 1);
     QCOMPARE(dialogo->Pagato(), TCustomBoolean::cbFalse);
     QCOMPARE(dialogo->Scadenza(), TCustomBoolean::cbNull);
@@ -286,7 +298,8 @@ void TestStampeAnnuali::summaryNeedsTheStatisticsRight()
              QStringList{});
     QCOMPARE(m_responder->Messages().size(), 2);
     for (const TQ3Message &box : m_responder->Messages())
-        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
+        KRV_COMPARE_BOX(box, "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.",
+                        Warning, Ok);
 }
 
 QTEST_MAIN(TestStampeAnnuali)

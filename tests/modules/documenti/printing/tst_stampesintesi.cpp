@@ -25,8 +25,8 @@ QString FatturatoPerCodice(const QString &tipo)
 {
     TKRVFiltroRighe filtro;
     filtro.TipoRiga = tipo;
-    return KRVSQLFatturatoRighe(KRVWhereRighe(filtro, TKRVScritturaSQL::Compatta), QDate(2026, 1, 1), QDate(2026, 12, 31),
-                                TKRVScritturaSQL::Compatta);
+    return KRVSQLFatturatoRighe(KRVWhereRighe(filtro, TKRVScritturaSQL::Compatta), QDate(2026, 1, 1),
+                                QDate(2026, 12, 31), TKRVScritturaSQL::Compatta);
 }
 
 // Services sold per customer, ordered by service code and description (and, for
@@ -43,7 +43,8 @@ QString FatturatoClientiServizi()
 
 TRiga Servizio(const QString &codice, const QString &descrizione, double prezzo)
 {
-    return {codice, descrizione, prezzo, 1, 0, QStringLiteral("20"), 20, QStringLiteral("ORE"), QStringLiteral("Servizio")};
+    return {
+        codice, descrizione, prezzo, 1, 0, QStringLiteral("20"), 20, QStringLiteral("ORE"), QStringLiteral("Servizio")};
 }
 
 // The colour of each text of a report as it prints now, by the text printed.
@@ -75,8 +76,9 @@ int PixelRossi(const QString &pdf, const QString &parola)
     const QString prefix = pdf + QStringLiteral("-pagina");
     Q3PdfToPng(pdf, prefix, 150);
     const QFileInfo info(prefix);
-    const QImage image(QDir(info.absolutePath()).filePath(
-        QDir(info.absolutePath()).entryList({info.fileName() + QStringLiteral("*.png")}).value(0)));
+    const QImage image(
+        QDir(info.absolutePath())
+            .filePath(QDir(info.absolutePath()).entryList({info.fileName() + QStringLiteral("*.png")}).value(0)));
     const double scala = 150.0 / 72;
     int rossi = 0;
     for (int y = int(match.captured(2).toDouble() * scala); y <= int(match.captured(4).toDouble() * scala); ++y) {
@@ -145,13 +147,15 @@ int TestStampeSintesi::Fattura(int numero, const QString &data, const QString &c
 {
     const int id = InsertFattura(Db(), numero, righe);
     Db().Exec(QStringLiteral("UPDATE FATT_VEND_DETT SET IDCATEGORIA = 1 WHERE IDFATT_VEND = %1").arg(id));
-    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET DATA = %1, CLI_CODICE = %2, CLI_RAGIONESOCIALE = %3 WHERE IDFATT_VEND = %4")
+    Db().Exec(QStringLiteral(
+                  "UPDATE FATT_VEND SET DATA = %1, CLI_CODICE = %2, CLI_RAGIONESOCIALE = %3 WHERE IDFATT_VEND = %4")
                   .arg(QuotedStr(data), QuotedStr(cliente), QuotedStr(QStringLiteral("Cliente ") + cliente))
                   .arg(id));
     return id;
 }
 
-QString TestStampeSintesi::Stampa(const QString &dataset, const QString &sql, const QString &report, const QString &titolo)
+QString TestStampeSintesi::Stampa(const QString &dataset, const QString &sql, const QString &report,
+                                  const QString &titolo)
 {
     TQ3Dataset *righe = m_module->Main->StampeDataset(dataset);
     righe->Close();
@@ -174,25 +178,24 @@ void TestStampeSintesi::riepilogoFatture_monthsWithSubtotalsAndTotal()
     Fattura(3, QStringLiteral("2026-03-02"), QStringLiteral("C1"), {cento, mille});
     Fattura(4, QStringLiteral("2026-03-09"), QStringLiteral("C3"), {cento});
     Fattura(5, QStringLiteral("2026-03-30"), QStringLiteral("C2"), {mille});
-    const QString text = PdfThroughOptions(
-        [] { StampaRiepilogoFatture(2026, TCustomBoolean::cbNull, TCustomBoolean::cbNull); },
-        m_dir.filePath(QStringLiteral("RiepilogoFatture.pdf")));
+    const QString text =
+        PdfThroughOptions([] { StampaRiepilogoFatture(2026, TCustomBoolean::cbNull, TCustomBoolean::cbNull); },
+                          m_dir.filePath(QStringLiteral("RiepilogoFatture.pdf")));
     const QStringList lines = Lines(text);
-    const QStringList expected{
-        QStringLiteral("Riepilogo fatture - Anno 2026"),
-        QStringLiteral("Rossi Impianti S.r.l. Fatture: tutte - Scadenza: tutte"),
-        QStringLiteral("N. Data Tipo Codice Cliente Pagata Scadenza Imponibile Totale"),
-        QStringLiteral("Marzo 2026"),
-        QStringLiteral("5 30/03/2026 FV C2 Cliente C2 NO 04/04/2026 1.000,00 1.200,00"),
-        QStringLiteral("4 09/03/2026 FV C3 Cliente C3 NO 04/04/2026 100,00 120,00"),
-        QStringLiteral("3 02/03/2026 FV C1 Cliente C1 NO 04/04/2026 1.100,00 1.320,00"),
-        QStringLiteral("Totale Marzo (fatture: 3) 2.200,00 2.640,00"),
-        QStringLiteral("Gennaio 2026"),
-        QStringLiteral("2 20/01/2026 FV C2 Cliente C2 NO 04/04/2026 1.000,00 1.200,00"),
-        QStringLiteral("1 10/01/2026 FV C1 Cliente C1 NO 04/04/2026 100,00 120,00"),
-        QStringLiteral("Totale Gennaio (fatture: 2) 1.100,00 1.320,00"),
-        QStringLiteral("Totale generale (fatture: 5) 3.300,00 € 3.960,00 €"),
-        QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture - Anno 2026 Pagina 1 di 1")};
+    const QStringList expected{QStringLiteral("Riepilogo fatture - Anno 2026"),
+                               QStringLiteral("Rossi Impianti S.r.l. Fatture: tutte - Scadenza: tutte"),
+                               QStringLiteral("N. Data Tipo Codice Cliente Pagata Scadenza Imponibile Totale"),
+                               QStringLiteral("Marzo 2026"),
+                               QStringLiteral("5 30/03/2026 FV C2 Cliente C2 NO 04/04/2026 1.000,00 1.200,00"),
+                               QStringLiteral("4 09/03/2026 FV C3 Cliente C3 NO 04/04/2026 100,00 120,00"),
+                               QStringLiteral("3 02/03/2026 FV C1 Cliente C1 NO 04/04/2026 1.100,00 1.320,00"),
+                               QStringLiteral("Totale Marzo (fatture: 3) 2.200,00 2.640,00"),
+                               QStringLiteral("Gennaio 2026"),
+                               QStringLiteral("2 20/01/2026 FV C2 Cliente C2 NO 04/04/2026 1.000,00 1.200,00"),
+                               QStringLiteral("1 10/01/2026 FV C1 Cliente C1 NO 04/04/2026 100,00 120,00"),
+                               QStringLiteral("Totale Gennaio (fatture: 2) 1.100,00 1.320,00"),
+                               QStringLiteral("Totale generale (fatture: 5) 3.300,00 € 3.960,00 €"),
+                               QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture - Anno 2026 Pagina 1 di 1")};
     QCOMPARE(lines, expected);
     QVERIFY(m_boxes->Messages().isEmpty());
 }
@@ -203,10 +206,11 @@ void TestStampeSintesi::riepilogoFatture_longYearOverPages()
 {
     const TRiga cento{QStringLiteral("A"), QStringLiteral("Articolo"), 100, 1, 0};
     for (int i = 1; i <= 96; ++i)
-        Fattura(i, QDate(2026, 1 + (i - 1) / 24, 1 + (i - 1) % 24).toString(Qt::ISODate), QStringLiteral("C1"), {cento});
+        Fattura(i, QDate(2026, 1 + (i - 1) / 24, 1 + (i - 1) % 24).toString(Qt::ISODate), QStringLiteral("C1"),
+                {cento});
     const QString file = m_dir.filePath(QStringLiteral("RiepilogoFattureLungo.pdf"));
-    const QString all = PdfThroughOptions([] { StampaRiepilogoFatture(2026, TCustomBoolean::cbNull, TCustomBoolean::cbNull); },
-                                          file);
+    const QString all =
+        PdfThroughOptions([] { StampaRiepilogoFatture(2026, TCustomBoolean::cbNull, TCustomBoolean::cbNull); }, file);
     const int pages = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(Q3PdfInfo(file)).captured(1).toInt();
     QVERIFY2(pages >= 3, qPrintable(QString::number(pages)));
     const QRegularExpression month(QStringLiteral("^(Gennaio|Febbraio|Marzo|Aprile) 2026$"));
@@ -217,7 +221,8 @@ void TestStampeSintesi::riepilogoFatture_longYearOverPages()
         QVERIFY2(!month.match(lines.value(lines.size() - 2)).hasMatch(), qPrintable(lines.join(QLatin1Char('\n'))));
     }
     const QStringList lines = Lines(all);
-    for (const QString &mese : {QStringLiteral("Aprile"), QStringLiteral("Marzo"), QStringLiteral("Febbraio"), QStringLiteral("Gennaio")}) {
+    for (const QString &mese :
+         {QStringLiteral("Aprile"), QStringLiteral("Marzo"), QStringLiteral("Febbraio"), QStringLiteral("Gennaio")}) {
         const qsizetype header = lines.indexOf(mese + QStringLiteral(" 2026"));
         const qsizetype footer = lines.indexOf(QStringLiteral("Totale %1 (fatture: 24) 2.400,00 2.880,00").arg(mese));
         QVERIFY2(header >= 0 && footer > header, qPrintable(mese));
@@ -260,17 +265,19 @@ void TestStampeSintesi::statisticheFatturato_94ParametersInTheirCells()
     project->SetParam(QStringLiteral("Param3"), QStringLiteral("2024"));
     // Stored texts in "%.2f" form with the decimal comma: parameter n holds n x 100 + 0.50.
     for (int n = 4; n <= 94; ++n)
-        project->SetParam(QStringLiteral("Param%1").arg(n), QString::number(n * 100 + 0.5, 'f', 2).replace(QLatin1Char('.'), QLatin1Char(',')));
+        project->SetParam(QStringLiteral("Param%1").arg(n),
+                          QString::number(n * 100 + 0.5, 'f', 2).replace(QLatin1Char('.'), QLatin1Char(',')));
     project->SetParam(QStringLiteral("Param17"), QStringLiteral("-12,30"));
     project->SetParam(QStringLiteral("Param30"), QStringLiteral("-100,00"));
     project->SetParam(QStringLiteral("Param31"), QStringLiteral("0,00"));
     KRVAggiornaAzienda(KRVStampeHost());
     const QString file = m_dir.filePath(QStringLiteral("StatisticheFatturato01.pdf"));
-    const QString text = PdfThroughOptions([&] { project->ExecuteReport(QStringLiteral("StatisticheFatturato01")); }, file);
+    const QString text =
+        PdfThroughOptions([&] { project->ExecuteReport(QStringLiteral("StatisticheFatturato01")); }, file);
     const QStringList lines = Lines(text);
     const QStringList mesi{QStringLiteral("Gennaio"), QStringLiteral("Febbraio"), QStringLiteral("Marzo"),
-                           QStringLiteral("Aprile"), QStringLiteral("Maggio"), QStringLiteral("Giugno"),
-                           QStringLiteral("Luglio"), QStringLiteral("Agosto"), QStringLiteral("Settembre"),
+                           QStringLiteral("Aprile"),  QStringLiteral("Maggio"),   QStringLiteral("Giugno"),
+                           QStringLiteral("Luglio"),  QStringLiteral("Agosto"),   QStringLiteral("Settembre"),
                            QStringLiteral("Ottobre"), QStringLiteral("Novembre"), QStringLiteral("Dicembre"),
                            QStringLiteral("Totali")};
     const QLocale italian(QLocale::Italian, QLocale::Italy);
@@ -289,12 +296,19 @@ void TestStampeSintesi::statisticheFatturato_94ParametersInTheirCells()
         } else if (row == 1) {
             change = QStringLiteral("0,0%");
         }
-        const QString expected = QStringList{mesi.at(row), money(n), diff, change, money(n + 39), QLatin1Char('+') + money(n + 52),
-                                             QLatin1Char('+') + percent(n + 65), money(n + 78)}
+        const QString expected = QStringList{mesi.at(row),
+                                             money(n),
+                                             diff,
+                                             change,
+                                             money(n + 39),
+                                             QLatin1Char('+') + money(n + 52),
+                                             QLatin1Char('+') + percent(n + 65),
+                                             money(n + 78)}
                                      .join(QLatin1Char(' '));
         QCOMPARE(lines.value(4 + row), expected);
     }
-    QCOMPARE(lines.value(4 + 12), QStringLiteral("Totali 1.600,50 +2.900,50 +4.200,5% 5.500,50 +6.800,50 +8.100,5% 9.400,50"));
+    QCOMPARE(lines.value(4 + 12),
+             QStringLiteral("Totali 1.600,50 +2.900,50 +4.200,5% 5.500,50 +6.800,50 +8.100,5% 9.400,50"));
     QVERIFY(lines.last().endsWith(QStringLiteral("Pagina 1 di 1")));
     QVERIFY(Q3PdfInfo(file).contains(QRegularExpression(QStringLiteral("Page size:\\s+842 x 595"))));
 }
@@ -311,29 +325,34 @@ void TestStampeSintesi::fatturatoPerArticoloEServizio_bothInvoiceKinds()
              Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 35)});
     Fattura(2, QStringLiteral("2026-05-10"), QStringLiteral("C2"),
             {{QStringLiteral("ART-001"), QStringLiteral("Valvola a sfera (nuova)"), 12.5, 2, 0}});
-    Fattura(3, QStringLiteral("2025-05-10"), QStringLiteral("C2"), {{QStringLiteral("ART-003"), QStringLiteral("Vecchio"), 1, 1, 0}});
-    Db().Exec(QStringLiteral("INSERT INTO FATT_ACC (IDFATT_ACC, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, PAGATO) "
-                             "VALUES (0, 1, '2026-04-01', 2026, 'C1', 'Cliente C1', 'True')"));
-    Db().Exec(QStringLiteral("INSERT INTO FATT_ACC_DETT (IDFATT_ACC_DETT, IDFATT_ACC, CODICE, DESCRIZIONE, IMPORTO, TIPO_RIGA) "
-                             "VALUES (0, (SELECT MAX(IDFATT_ACC) FROM FATT_ACC), 'ART-004', 'Guarnizione', 9.9, 'Articolo')"));
+    Fattura(3, QStringLiteral("2025-05-10"), QStringLiteral("C2"),
+            {{QStringLiteral("ART-003"), QStringLiteral("Vecchio"), 1, 1, 0}});
+    Db().Exec(
+        QStringLiteral("INSERT INTO FATT_ACC (IDFATT_ACC, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, PAGATO) "
+                       "VALUES (0, 1, '2026-04-01', 2026, 'C1', 'Cliente C1', 'True')"));
+    Db().Exec(QStringLiteral(
+        "INSERT INTO FATT_ACC_DETT (IDFATT_ACC_DETT, IDFATT_ACC, CODICE, DESCRIZIONE, IMPORTO, TIPO_RIGA) "
+        "VALUES (0, (SELECT MAX(IDFATT_ACC) FROM FATT_ACC), 'ART-004', 'Guarnizione', 9.9, 'Articolo')"));
 
-    const QStringList articoli = Lines(Stampa(QStringLiteral("adsFatturatoPerArticolo"), FatturatoPerCodice(QStringLiteral("Articolo")),
-                                              QStringLiteral("FatturatoPerArticolo"),
-                                              QStringLiteral("Fatturato per articolo dal 01/01/2026 al 31/12/2026")));
-    QCOMPARE(articoli, (QStringList{QStringLiteral("Fatturato per articolo dal 01/01/2026 al 31/12/2026"),
-                                    QStringLiteral("Rossi Impianti S.r.l."),
-                                    QStringLiteral("Codice Descrizione Cat. Importo"),
-                                    QStringLiteral("ART-001 Valvola a sfera 1 75,00"),
-                                    QStringLiteral("ART-002 Raccordo in ottone 1 32,00"),
-                                    QStringLiteral("ART-004 Guarnizione 9,90"),
-                                    QStringLiteral("Totale (righe: 3) 116,90 €"),
-                                    QStringLiteral("Rossi Impianti S.r.l. - Fatturato per articolo dal 01/01/2026 al 31/12/2026 "
-                                                   "Pagina 1 di 1")}));
+    const QStringList articoli =
+        Lines(Stampa(QStringLiteral("adsFatturatoPerArticolo"), FatturatoPerCodice(QStringLiteral("Articolo")),
+                     QStringLiteral("FatturatoPerArticolo"),
+                     QStringLiteral("Fatturato per articolo dal 01/01/2026 al 31/12/2026")));
+    QCOMPARE(articoli,
+             (QStringList{QStringLiteral("Fatturato per articolo dal 01/01/2026 al 31/12/2026"),
+                          QStringLiteral("Rossi Impianti S.r.l."), QStringLiteral("Codice Descrizione Cat. Importo"),
+                          QStringLiteral("ART-001 Valvola a sfera 1 75,00"),
+                          QStringLiteral("ART-002 Raccordo in ottone 1 32,00"),
+                          QStringLiteral("ART-004 Guarnizione 9,90"), QStringLiteral("Totale (righe: 3) 116,90 €"),
+                          QStringLiteral("Rossi Impianti S.r.l. - Fatturato per articolo dal 01/01/2026 al 31/12/2026 "
+                                         "Pagina 1 di 1")}));
 
-    const QStringList servizi = Lines(Stampa(QStringLiteral("adsFatturatoPerServizio"), FatturatoPerCodice(QStringLiteral("Servizio")),
-                                             QStringLiteral("FatturatoPerServizio"),
-                                             QStringLiteral("Fatturato per servizio dal 01/01/2026 al 31/12/2026")));
-    QVERIFY2(servizi.contains(QStringLiteral("SRV-01 Manodopera 1 35,00")), qPrintable(servizi.join(QLatin1Char('\n'))));
+    const QStringList servizi =
+        Lines(Stampa(QStringLiteral("adsFatturatoPerServizio"), FatturatoPerCodice(QStringLiteral("Servizio")),
+                     QStringLiteral("FatturatoPerServizio"),
+                     QStringLiteral("Fatturato per servizio dal 01/01/2026 al 31/12/2026")));
+    QVERIFY2(servizi.contains(QStringLiteral("SRV-01 Manodopera 1 35,00")),
+             qPrintable(servizi.join(QLatin1Char('\n'))));
     QVERIFY(servizi.contains(QStringLiteral("Totale (righe: 1) 35,00 €")));
 }
 
@@ -344,32 +363,28 @@ void TestStampeSintesi::fatturatoClientiServizi_byServiceOrByCustomer()
     Fattura(1, QStringLiteral("2026-02-10"), QStringLiteral("C2"),
             {Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 35),
              Servizio(QStringLiteral("SRV-02"), QStringLiteral("Sopralluogo"), 50)});
-    Fattura(2, QStringLiteral("2026-03-10"), QStringLiteral("C1"), {Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 70)});
-    Fattura(3, QStringLiteral("2026-04-10"), QStringLiteral("C2"), {Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 35)});
+    Fattura(2, QStringLiteral("2026-03-10"), QStringLiteral("C1"),
+            {Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 70)});
+    Fattura(3, QStringLiteral("2026-04-10"), QStringLiteral("C2"),
+            {Servizio(QStringLiteral("SRV-01"), QStringLiteral("Manodopera"), 35)});
     // The lines under the title and the firm's name.
     const auto righe = [this](const QString &report) {
         return Lines(Stampa(QStringLiteral("adsFatturatoClientiServizi"), FatturatoClientiServizi(), report,
                             QStringLiteral("Fatturato clienti-servizi dal 01/01/2026 al 31/12/2026")))
             .mid(2, 9);
     };
-    QCOMPARE(righe(QStringLiteral("FatturatoClientiServizi01")), (QStringList{QStringLiteral("Cliente Ragione sociale Cat. Importo"),
-                                                 QStringLiteral("SRV-01 Manodopera"),
-                                                 QStringLiteral("C1 Cliente C1 1 70,00"),
-                                                 QStringLiteral("C2 Cliente C2 1 70,00"),
-                                                 QStringLiteral("Totale SRV-01 140,00"),
-                                                 QStringLiteral("SRV-02 Sopralluogo"),
-                                                 QStringLiteral("C2 Cliente C2 1 50,00"),
-                                                 QStringLiteral("Totale SRV-02 50,00"),
-                                                 QStringLiteral("Totale generale (righe: 3) 190,00 €")}));
-    QCOMPARE(righe(QStringLiteral("FatturatoClientiServizi02")), (QStringList{QStringLiteral("Servizio Descrizione Cat. Importo"),
-                                                QStringLiteral("C1 Cliente C1"),
-                                                QStringLiteral("SRV-01 Manodopera 1 70,00"),
-                                                QStringLiteral("Totale Cliente C1 70,00"),
-                                                QStringLiteral("C2 Cliente C2"),
-                                                QStringLiteral("SRV-01 Manodopera 1 70,00"),
-                                                QStringLiteral("SRV-02 Sopralluogo 1 50,00"),
-                                                QStringLiteral("Totale Cliente C2 120,00"),
-                                                QStringLiteral("Totale generale (righe: 3) 190,00 €")}));
+    QCOMPARE(righe(QStringLiteral("FatturatoClientiServizi01")),
+             (QStringList{QStringLiteral("Cliente Ragione sociale Cat. Importo"), QStringLiteral("SRV-01 Manodopera"),
+                          QStringLiteral("C1 Cliente C1 1 70,00"), QStringLiteral("C2 Cliente C2 1 70,00"),
+                          QStringLiteral("Totale SRV-01 140,00"), QStringLiteral("SRV-02 Sopralluogo"),
+                          QStringLiteral("C2 Cliente C2 1 50,00"), QStringLiteral("Totale SRV-02 50,00"),
+                          QStringLiteral("Totale generale (righe: 3) 190,00 €")}));
+    QCOMPARE(righe(QStringLiteral("FatturatoClientiServizi02")),
+             (QStringList{QStringLiteral("Servizio Descrizione Cat. Importo"), QStringLiteral("C1 Cliente C1"),
+                          QStringLiteral("SRV-01 Manodopera 1 70,00"), QStringLiteral("Totale Cliente C1 70,00"),
+                          QStringLiteral("C2 Cliente C2"), QStringLiteral("SRV-01 Manodopera 1 70,00"),
+                          QStringLiteral("SRV-02 Sopralluogo 1 50,00"), QStringLiteral("Totale Cliente C2 120,00"),
+                          QStringLiteral("Totale generale (righe: 3) 190,00 €")}));
 }
 
 // The year and the filters chosen print in the heading of each page.
@@ -385,7 +400,8 @@ void TestStampeSintesi::riepiloghiAnnuali_yearAndFiltersInTheHeading()
     const TRiga cento{QStringLiteral("A"), QStringLiteral("Articolo"), 100, 1, 0};
     // Not paid, due on 04/04/2025: overdue.
     for (int i = 1; i <= 80; ++i)
-        Fattura(i, QDate(2025, 1 + (i - 1) / 20, 1 + (i - 1) % 20).toString(Qt::ISODate), QStringLiteral("C9"), {cento});
+        Fattura(i, QDate(2025, 1 + (i - 1) / 20, 1 + (i - 1) % 20).toString(Qt::ISODate), QStringLiteral("C9"),
+                {cento});
     Db().Exec(QStringLiteral("UPDATE FATT_VEND SET ANNO = 2025, SCADENZA_PAGAMENTO = '2025-04-04'"));
     const QString file = m_dir.filePath(QStringLiteral("RiepilogoFattureFiltri.pdf"));
     PdfThroughOptions([] { StampaRiepilogoFatture(2025, TCustomBoolean::cbFalse, TCustomBoolean::cbTrue); }, file);
@@ -393,17 +409,21 @@ void TestStampeSintesi::riepiloghiAnnuali_yearAndFiltersInTheHeading()
     QVERIFY(pages >= 2);
     for (int page = 1; page <= pages; ++page) {
         const QStringList lines = Lines(Q3PdfText(file, page));
-        QCOMPARE(lines.mid(0, 2), (QStringList{QStringLiteral("Riepilogo fatture - Anno 2025"),
-                                               QStringLiteral("Rossi Impianti S.r.l. Fatture: da pagare - Scadenza: scadute prima del ")
-                                                   + oggi}));
-        QCOMPARE(lines.last(), QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture - Anno 2025 Pagina %1 di %2").arg(page).arg(pages));
+        QCOMPARE(lines.mid(0, 2),
+                 (QStringList{QStringLiteral("Riepilogo fatture - Anno 2025"),
+                              QStringLiteral("Rossi Impianti S.r.l. Fatture: da pagare - Scadenza: scadute prima del ")
+                                  + oggi}));
+        QCOMPARE(lines.last(), QStringLiteral("Rossi Impianti S.r.l. - Riepilogo fatture - Anno 2025 Pagina %1 di %2")
+                                   .arg(page)
+                                   .arg(pages));
     }
     QVERIFY(Lines(Q3PdfText(file)).contains(QStringLiteral("Totale generale (fatture: 80) 8.000,00 € 9.600,00 €")));
 
     const QStringList cliente = Lines(PdfThroughOptions([] { StampaFatturatoPerCliente(2025); },
                                                         m_dir.filePath(QStringLiteral("FatturatoPerClienteAnno.pdf"))));
     QCOMPARE(cliente.first(), QStringLiteral("Fatturato per cliente - Anno 2025"));
-    QVERIFY(cliente.last().startsWith(QStringLiteral("Rossi Impianti S.r.l. - Fatturato per cliente - Anno 2025 Pagina 1 di 1")));
+    QVERIFY(cliente.last().startsWith(
+        QStringLiteral("Rossi Impianti S.r.l. - Fatturato per cliente - Anno 2025 Pagina 1 di 1")));
 }
 
 // As in the statistics window, every figure below zero prints in red: values,
@@ -424,8 +444,8 @@ void TestStampeSintesi::statisticheFatturato_negativeFiguresInRed()
     project->SetParam(QStringLiteral("Param31"), QStringLiteral("0,00"));
     KRVAggiornaAzienda(KRVStampeHost());
     const QHash<QString, QColor> colori = Colori(*project, QStringLiteral("StatisticheFatturato01"));
-    for (const QString &negativo : {QStringLiteral("-310,40"), QStringLiteral("-12,30"), QStringLiteral("-100,0%"),
-                                    QStringLiteral("-7,00")})
+    for (const QString &negativo :
+         {QStringLiteral("-310,40"), QStringLiteral("-12,30"), QStringLiteral("-100,0%"), QStringLiteral("-7,00")})
         QVERIFY2(colori.value(negativo) == QColor(Qt::red), qPrintable(negativo));
     QCOMPARE(colori.value(QStringLiteral("+45,00")), QColor(Qt::black));
     QCOMPARE(colori.value(QStringLiteral("0,0%")), QColor(Qt::black));
@@ -461,7 +481,8 @@ void TestStampeSintesi::fatturatoPerCodice_negativeAmountsInRed()
     righe->Close();
     righe->SetSQL(FatturatoClientiServizi());
     righe->Open();
-    for (const QString &report : {QStringLiteral("FatturatoClientiServizi01"), QStringLiteral("FatturatoClientiServizi02")}) {
+    for (const QString &report :
+         {QStringLiteral("FatturatoClientiServizi01"), QStringLiteral("FatturatoClientiServizi02")}) {
         const QHash<QString, QColor> clienti = Colori(*m_module->Main->rProject(), report);
         QCOMPARE(clienti.value(QStringLiteral("-50,00")), QColor(Qt::red));
         QCOMPARE(clienti.value(QStringLiteral("-15,00 €")), QColor(Qt::red));

@@ -34,9 +34,12 @@ QList<TComandoProtetto> ComandiDocumento(const QString &lista, const QString &ed
     const QString visualizzazione = documento + QStringLiteral(" (visualizzazione)");
     const QString modifica = documento + QStringLiteral(" (modifica)");
     const QString eliminazione = documento + QStringLiteral(" (eliminazione)");
-    return {{lista, QStringLiteral("actModifica"), visualizzazione}, {lista, DoppioClic, visualizzazione},
-            {lista, QStringLiteral("actNuovo"), modifica},           {lista, QStringLiteral("actElimina"), eliminazione},
-            {editor, QStringLiteral("actNuovo"), modifica},          {editor, QStringLiteral("actSalva"), modifica},
+    return {{lista, QStringLiteral("actModifica"), visualizzazione},
+            {lista, DoppioClic, visualizzazione},
+            {lista, QStringLiteral("actNuovo"), modifica},
+            {lista, QStringLiteral("actElimina"), eliminazione},
+            {editor, QStringLiteral("actNuovo"), modifica},
+            {editor, QStringLiteral("actSalva"), modifica},
             {editor, QStringLiteral("actElimina"), eliminazione}};
 }
 
@@ -146,15 +149,16 @@ void TestDirittiNegati::refusedWithoutTheRight()
     QVERIFY(finestra.isEmpty() || window);
     const QStringList prima = Stato();
 
-    QStringList diritti = Db().Rows(QStringLiteral("SELECT ABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'"));
+    QStringList diritti =
+        Db().Rows(QStringLiteral("SELECT ABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE WHERE GRUPPO = 'Documenti'"));
     QVERIFY(diritti.removeAll(permesso) == 1);
     LoginWithRights(Db(), QStringLiteral("utente%1").arg(++m_utenti), diritti);
     TQ3RecordingResponder boxes;
     const QStringList modali = ModalTitlesWhile([&] { Esegui(window, comando); });
 
     QCOMPARE(boxes.Messages().size(), 1);
-    KRV_COMPARE_BOX(boxes.Messages().at(0), "Attenzione", "Non si dispone di diritti sufficienti per eseguire questa operazione.",
-                    Warning, Ok);
+    KRV_COMPARE_BOX(boxes.Messages().at(0), "Attenzione",
+                    "Non si dispone di diritti sufficienti per eseguire questa operazione.", Warning, Ok);
     QCOMPARE(modali, QStringList());
     QCOMPARE(Stato(), prima);
 }
@@ -179,7 +183,8 @@ QStringList TestDirittiNegati::Stato() const
         stato << riga;
     }
     stato << Db().Rows(QStringLiteral("SELECT 'FATT_VEND', IDFATT_VEND, NUMERO, PAGATO FROM FATT_VEND ORDER BY 2"))
-          << Db().Rows(QStringLiteral("SELECT 'NOTE_ACCREDITO', IDNOTA_ACCREDITO, NUMERO, PAGATO FROM NOTE_ACCREDITO ORDER BY 2"))
+          << Db().Rows(QStringLiteral(
+                 "SELECT 'NOTE_ACCREDITO', IDNOTA_ACCREDITO, NUMERO, PAGATO FROM NOTE_ACCREDITO ORDER BY 2"))
           << Db().Rows(QStringLiteral("SELECT 'RIGHE', (SELECT COUNT(*) FROM FATT_VEND_DETT), "
                                       "(SELECT COUNT(*) FROM NOTE_ACCREDITO_DETT) FROM RDB$DATABASE"));
     return stato;

@@ -1,12 +1,12 @@
-#include "Q3Exception.h"
 #include "../masters/KRVMastersTestKit.h"
-#include "uKRVAzioni.h"
-#include "uKRVImages.h"
 #include "KRVTestModule.h"
 #include "KRVUtils.h"
+#include "Q3Exception.h"
 #include "Q3Registry.h"
 #include "Q3Sql.h"
+#include "uKRVAzioni.h"
 #include "uKRVFormKit.h"
+#include "uKRVImages.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -69,10 +69,13 @@ void TestKRVMain::catalogueHasTheModuleActions()
     const QAction *action = module.Main->Action(QStringLiteral("actModSelezionaDdtScaricoMulti"));
     QCOMPARE(action->text(), QStringLiteral("actModSelezionaDdtScaricoMulti"));
     QCOMPARE(action->property("Category").toString(), QStringLiteral("Modali"));
-    QCOMPARE(module.Main->Action(QStringLiteral("actStatisticheMedieServizi1"))->text(), QStringLiteral("Medie produttività per servizio"));
+    QCOMPARE(module.Main->Action(QStringLiteral("actStatisticheMedieServizi1"))->text(),
+             QStringLiteral("Medie produttività per servizio"));
     QCOMPARE(module.Main->Action(QStringLiteral("actRicercaFattureVendita"))->text(), QStringLiteral("Fatture"));
-    QCOMPARE(KRVFindAction(QStringLiteral("actRicercaFattureVendita"))->Permission, QStringLiteral("Fatture di vendita (visualizzazione)"));
-    QCOMPARE(KRVFindAction(QStringLiteral("actRicercaNoteAccredito"))->Permission, QStringLiteral("Note di accredito (visualizzazione)"));
+    QCOMPARE(KRVFindAction(QStringLiteral("actRicercaFattureVendita"))->Permission,
+             QStringLiteral("Fatture di vendita (visualizzazione)"));
+    QCOMPARE(KRVFindAction(QStringLiteral("actRicercaNoteAccredito"))->Permission,
+             QStringLiteral("Note di accredito (visualizzazione)"));
     QStringList gated;
     for (const TKRVActionInfo &info : KRVActionCatalogue()) {
         if (!info.Permission.isEmpty())
@@ -114,19 +117,42 @@ void TestKRVMain::everyActionOpensItsWindow_aDisabledOneDoesNothing()
 {
     TKRVTestModule module;
     // Each action by name.
-    const QStringList withWindow{
-        "actInserimentoAliquoteIVA",    "actRicercaAliquoteIVA",        "actModSelezionaAliquotaIVA",
-        "actInserimentoUM",             "actRicercaUM",                 "actModSelezionaUM",
-        "actInserimentoTipiPagamento",  "actRicercaTipiPagamento",      "actModSelezionaTipoPagamento",
-        "actGestioneCategorieAnaMaga",  "actGestioneCategorieServizi",  "actInserimentoClienti",
-        "actRicercaClienti",            "actModSelezionaCliente",       "actInserimentoArticoli",
-        "actRicercaArticoli",           "actModSelezionaArticolo",      "actInserimentoServizi",
-        "actRicercaServizi",            "actModSelezionaServizio",      "actInserimentoFattureVendita",
-        "actRicercaFattureVendita",     "actRicercaNoteDocumenti",      "actInserimentoNoteDocumenti",
-        "actModSelezionaNotaDocumenti", "actModSelezionaDdtScaricoMulti", "actInserimentoNoteAccredito",
-        "actRicercaNoteAccredito",      "actModStampaRiepilogoFatture", "actModStampaFatturatoPerCliente",
-        "actStatisticheRedditivitaMensile", "actStatisticheFatturato", "actStatisticheFatturatoPerServizio",
-        "actStatisticheFatturatoPerArticolo", "actStatisticheMedieServizi1", "actStatisticheFatturatoClientiServizi"};
+    const QStringList withWindow{"actInserimentoAliquoteIVA",
+                                 "actRicercaAliquoteIVA",
+                                 "actModSelezionaAliquotaIVA",
+                                 "actInserimentoUM",
+                                 "actRicercaUM",
+                                 "actModSelezionaUM",
+                                 "actInserimentoTipiPagamento",
+                                 "actRicercaTipiPagamento",
+                                 "actModSelezionaTipoPagamento",
+                                 "actGestioneCategorieAnaMaga",
+                                 "actGestioneCategorieServizi",
+                                 "actInserimentoClienti",
+                                 "actRicercaClienti",
+                                 "actModSelezionaCliente",
+                                 "actInserimentoArticoli",
+                                 "actRicercaArticoli",
+                                 "actModSelezionaArticolo",
+                                 "actInserimentoServizi",
+                                 "actRicercaServizi",
+                                 "actModSelezionaServizio",
+                                 "actInserimentoFattureVendita",
+                                 "actRicercaFattureVendita",
+                                 "actRicercaNoteDocumenti",
+                                 "actInserimentoNoteDocumenti",
+                                 "actModSelezionaNotaDocumenti",
+                                 "actModSelezionaDdtScaricoMulti",
+                                 "actInserimentoNoteAccredito",
+                                 "actRicercaNoteAccredito",
+                                 "actModStampaRiepilogoFatture",
+                                 "actModStampaFatturatoPerCliente",
+                                 "actStatisticheRedditivitaMensile",
+                                 "actStatisticheFatturato",
+                                 "actStatisticheFatturatoPerServizio",
+                                 "actStatisticheFatturatoPerArticolo",
+                                 "actStatisticheMedieServizi1",
+                                 "actStatisticheFatturatoClientiServizi"};
     QCOMPARE(withWindow.size(), module.Main->actListModDocumenti().size());
     for (const QString &name : withWindow) {
         QVERIFY2(module.Main->Action(name), qPrintable(name));
@@ -146,9 +172,12 @@ void TestKRVMain::menusMergeIntoTheHost()
 {
     TKRVTestModule module;
     const TQ3MainForm *form = module.MainForm.get();
-    QCOMPARE(TopMenus(form), (QStringList{"File", "Anagrafiche", "Documenti", "Tabelle", "Stampe", "Statistiche", "?"}));
-    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Anagrafiche"))), (QStringList{"Clienti", "-", "Articoli", "Servizi"}));
-    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Documenti"))), (QStringList{"Fatture di vendita", "-", "Note di accredito"}));
+    QCOMPARE(TopMenus(form),
+             (QStringList{"File", "Anagrafiche", "Documenti", "Tabelle", "Stampe", "Statistiche", "?"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Anagrafiche"))),
+             (QStringList{"Clienti", "-", "Articoli", "Servizi"}));
+    QCOMPARE(Entries(form->TopMenu(QStringLiteral("Documenti"))),
+             (QStringList{"Fatture di vendita", "-", "Note di accredito"}));
     QCOMPARE(Entries(form->TopMenu(QStringLiteral("Tabelle"))),
              (QStringList{"Aliquote IVA", "Unità di misura", "Tipi di pagamento", "Gestione categorie articoli",
                           "Gestione categorie servizi", "Note documenti"}));
@@ -179,13 +208,21 @@ void TestKRVMain::toolBarsCarryTheirHints()
         names << action->objectName();
     QCOMPARE(names, (QStringList{"actRicercaClienti", "actRicercaArticoli", "actRicercaServizi"}));
     QCOMPARE(documenti->actions().size(), 1);
-    const QWidget *fatture = documenti->widgetForAction(module.Main->Action(QStringLiteral("actRicercaFattureVendita")));
+    const QWidget *fatture =
+        documenti->widgetForAction(module.Main->Action(QStringLiteral("actRicercaFattureVendita")));
     QCOMPARE(RichHintTitle(fatture), QStringLiteral("Ricerca fatture di vendita"));
     QCOMPARE(RichHintNote(fatture), QStringLiteral("Cerca una fattura di vendita."));
-    const struct { const char *action; const char *title; const char *note; } hints[] = {
-        {"actRicercaClienti", "Gestione clienti", "Apre la maschera per la ricerca, modifica e creazione di anagrafiche cliente."},
-        {"actRicercaArticoli", "Gestione articoli", "Apre la maschera per cercare, creare o eliminare gli articoli."},
-        {"actRicercaServizi", "Gestione servizi", "Apre la maschera per cercare, creare o eliminare i servizi."}};
+    const struct
+    {
+        const char *action;
+        const char *title;
+        const char *note;
+    } hints[] = {{"actRicercaClienti", "Gestione clienti",
+                  "Apre la maschera per la ricerca, modifica e creazione di anagrafiche cliente."},
+                 {"actRicercaArticoli", "Gestione articoli",
+                  "Apre la maschera per cercare, creare o eliminare gli articoli."},
+                 {"actRicercaServizi", "Gestione servizi",
+                  "Apre la maschera per cercare, creare o eliminare i servizi."}};
     for (const auto &hint : hints) {
         const QWidget *button = anagrafiche->widgetForAction(module.Main->Action(QString::fromLatin1(hint.action)));
         QCOMPARE(RichHintTitle(button), QString::fromUtf8(hint.title));
@@ -241,11 +278,13 @@ void TestKRVMain::statisticsPermissions()
 {
     TKRVTestModule module;
     module.Database.Exec(QStringLiteral("INSERT INTO UTENTI (IDUTENTE, USER_NAME) VALUES (0, 'mario')"));
-    QVERIFY(!UserHasAbilitazione(QStringLiteral("Statistiche (visualizzazione)"), QStringLiteral("mario"), module.Db()));
+    QVERIFY(
+        !UserHasAbilitazione(QStringLiteral("Statistiche (visualizzazione)"), QStringLiteral("mario"), module.Db()));
     QVERIFY(UserHasAbilitazione(QStringLiteral("Statistiche (visualizzazione)"), QStringLiteral("ADMIN"), module.Db()));
     // "Medie produttività per servizio" is the one statistics action run without a check.
     QVERIFY(KRVFindAction(QStringLiteral("actStatisticheMedieServizi1"))->Permission.isEmpty());
-    QCOMPARE(KRVFindAction(QStringLiteral("actStatisticheFatturatoPerServizio"))->Permission, QStringLiteral("Statistiche (visualizzazione)"));
+    QCOMPARE(KRVFindAction(QStringLiteral("actStatisticheFatturatoPerServizio"))->Permission,
+             QStringLiteral("Statistiche (visualizzazione)"));
 }
 
 void TestKRVMain::namedRequestsIgnoreWrongShapes()

@@ -17,7 +17,8 @@ inline int InsertFattVend(const TQ3TestDatabase &db, int numero, const QDate &da
                                        "TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (")
                             + QString::number(numero) + QStringLiteral(", ") + QuotedStr(data.toString(Qt::ISODate))
                             + QStringLiteral(", ") + QString::number(anno ? anno : data.year())
-                            + QStringLiteral(", 'C001', 'Cliente di prova', 1, 'Rimessa diretta', 'False', 0, 0, 0, 'False')"),
+                            + QStringLiteral(
+                                ", 'C001', 'Cliente di prova', 1, 'Rimessa diretta', 'False', 0, 0, 0, 'False')"),
                         QStringLiteral("GN_IDFATT_VEND"));
 }
 

@@ -184,8 +184,9 @@ QString TestModStatistiche::Composto(const QString &dataset) const
 
 int TestModStatistiche::Categoria(const QString &tabella, const QString &nome, int padre)
 {
-    const QString generatore = tabella == QLatin1String("CATEGORIE_ANA_MAGA") ? QStringLiteral("GN_IDCATEGORIA_ANA_MAGA")
-                                                                               : QStringLiteral("GN_IDCATEGORIA_SERVIZI");
+    const QString generatore = tabella == QLatin1String("CATEGORIE_ANA_MAGA")
+                                   ? QStringLiteral("GN_IDCATEGORIA_ANA_MAGA")
+                                   : QStringLiteral("GN_IDCATEGORIA_SERVIZI");
     return KRVInsertRow(Db(),
                         QStringLiteral("INSERT INTO ") + tabella + QStringLiteral(" (CATEGORIA, IDPADRE) VALUES (")
                             + QuotedStr(nome) + QStringLiteral(", ")
@@ -236,14 +237,16 @@ void TestModStatistiche::VenditeFatture()
     }
     // Text and non-taxable lines are never counted, whatever their code.
     Riga(fv, dal, QStringLiteral("Testo"), QStringLiteral("A1"), QStringLiteral("Nota"), m_articoli.Trapani, 0);
-    Riga(fv, dal, QStringLiteral("Non imponibile"), QStringLiteral("S1"), QStringLiteral("Bollo"), m_servizi.Trapani, 2);
+    Riga(fv, dal, QStringLiteral("Non imponibile"), QStringLiteral("S1"), QStringLiteral("Bollo"), m_servizi.Trapani,
+         2);
 }
 
 void TestModStatistiche::VenditeMagazzino()
 {
     const auto fattura = [this](int numero, const QDate &data) {
         return KRVInsertRow(Db(),
-                            QStringLiteral("INSERT INTO FATT_ACC (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE) VALUES (")
+                            QStringLiteral(
+                                "INSERT INTO FATT_ACC (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE) VALUES (")
                                 + QString::number(numero) + QStringLiteral(", ") + QuotedStr(data.toString(Qt::ISODate))
                                 + QStringLiteral(", 2026, 'C002', 'Cliente del magazzino')"),
                             QStringLiteral("GN_IDFATT_ACC"));
@@ -294,7 +297,12 @@ QStringList TestModStatistiche::Stampato(const TDialogoStampa &dialogo, const QD
 
 void TestModStatistiche::dialogsOpenResetWithTheirControls()
 {
-    const struct { QString Azione; QString Caption; QString Voce; } dialoghi[] = {
+    const struct
+    {
+        QString Azione;
+        QString Caption;
+        QString Voce;
+    } dialoghi[] = {
         {ActArticolo, QStringLiteral("Fatturato per articolo"), QStringLiteral("Articolo")},
         {ActServizio, QStringLiteral("Fatturato per servizio"), QStringLiteral("Servizio")},
         {ActMedie, QStringLiteral("Medie di produttività per servizio"), QStringLiteral("Servizio")},
@@ -325,7 +333,8 @@ void TestModStatistiche::dialogsOpenResetWithTheirControls()
             QCOMPARE(Field<QLabel>(dialog, QStringLiteral("lbl") + atteso.Voce)->text(), QStringLiteral("Tutti"));
             QCOMPARE(Field<QPushButton>(dialog, QStringLiteral("cmdSeleziona") + atteso.Voce)->text(),
                      QStringLiteral("Seleziona..."));
-            QCOMPARE(Field<QPushButton>(dialog, QStringLiteral("cmdAnnulla") + atteso.Voce)->text(), QStringLiteral("Annulla"));
+            QCOMPARE(Field<QPushButton>(dialog, QStringLiteral("cmdAnnulla") + atteso.Voce)->text(),
+                     QStringLiteral("Annulla"));
             QCOMPARE(dialog->IdVoce(), 0);
 
             QCOMPARE(Field<QGroupBox>(dialog, QStringLiteral("grpData"))->title(),
@@ -347,7 +356,8 @@ void TestModStatistiche::dialogsOpenResetWithTheirControls()
             if (clienti) {
                 QCOMPARE(Field<QCheckBox>(dialog, QStringLiteral("chkVisualizzaTotali"))->text(),
                          QStringLiteral("Visualizza i totali per cliente"));
-                QCOMPARE(Field<QPushButton>(dialog, QStringLiteral("cmdRipristina"))->text(), QStringLiteral("Ripristina"));
+                QCOMPARE(Field<QPushButton>(dialog, QStringLiteral("cmdRipristina"))->text(),
+                         QStringLiteral("Ripristina"));
             }
         });
         QVERIFY2(mostrato, qPrintable(atteso.Azione));
@@ -425,7 +435,8 @@ void TestModStatistiche::setIdShowsTheRecordOrAll()
         Stampa(dialog);
     }));
     QVERIFY(!Composto(QStringLiteral("adsFatturatoPerArticolo")).contains(QStringLiteral(" AND CODICE=")));
-    QVERIFY(Composto(QStringLiteral("adsFatturatoPerArticolo")).contains(QStringLiteral("WHERE TIPO_RIGA='Articolo' AND ")));
+    QVERIFY(Composto(QStringLiteral("adsFatturatoPerArticolo"))
+                .contains(QStringLiteral("WHERE TIPO_RIGA='Articolo' AND ")));
 }
 
 void TestModStatistiche::selectionDialogChoosesTheArticle()
@@ -510,18 +521,19 @@ void TestModStatistiche::chosenFiltersReachTheStatement()
                               .arg(utensili)
                               .arg(trapani)
                               .arg(punte);
-    QCOMPARE(Composto(QStringLiteral("adsFatturatoPerArticolo")),
-             QStringLiteral(
-                 "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
-                 "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
-                 "AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT "
-                 "EXT_TBL %1 AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= '2025-12-01' AND DATA <= "
-                 "'2026-01-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
-                 "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) "
-                 "AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
-                 "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL %1 AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC "
-                 "WHERE DATA >= '2025-12-01' AND DATA <= '2026-01-31') GROUP BY 1, 2, 3, 5")
-                 .arg(where));
+    QCOMPARE(
+        Composto(QStringLiteral("adsFatturatoPerArticolo")),
+        QStringLiteral(
+            "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
+            "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
+            "AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT "
+            "EXT_TBL %1 AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= '2025-12-01' AND DATA <= "
+            "'2026-01-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
+            "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) "
+            "AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
+            "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL %1 AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC "
+            "WHERE DATA >= '2025-12-01' AND DATA <= '2026-01-31') GROUP BY 1, 2, 3, 5")
+            .arg(where));
 }
 
 // Each dialog fills its dataset, the averages the article one, with its own
@@ -529,7 +541,13 @@ void TestModStatistiche::chosenFiltersReachTheStatement()
 void TestModStatistiche::eachDialogFillsItsDatasetInItsWriting()
 {
     const int servizio = KRVInsertServizio(Db(), QStringLiteral("SRV1"));
-    const struct { QString Azione; QString Dataset; QString Where; QString Correlazione; } dialoghi[] = {
+    const struct
+    {
+        QString Azione;
+        QString Dataset;
+        QString Where;
+        QString Correlazione;
+    } dialoghi[] = {
         {ActServizio, QStringLiteral("adsFatturatoPerServizio"),
          QStringLiteral(" EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND IDFATT_VEND IN "),
          QStringLiteral("INT_TBL.CODICE = EXT_TBL.CODICE")},
@@ -693,16 +711,17 @@ void TestModStatistiche::customerDialogJoinsTheWarehouseOnlyWhenItsTableExists()
         "'2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ");
     QCOMPARE(composto(), fv + QStringLiteral("ORDER BY 3, 4"));
     Db().LoadFixture(QStringLiteral("magazzino.sql"));
-    QCOMPARE(composto(),
-             fv
-                 + QStringLiteral(
-                     "UNION SELECT FATT_ACC.CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, "
-                     "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
-                     "INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
-                     "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN "
-                     "FATT_ACC ON FATT_ACC.IDFATT_ACC = EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND "
-                     "(FATT_ACC.DATA >= '2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY "
-                     "3, 4"));
+    QCOMPARE(
+        composto(),
+        fv
+            + QStringLiteral(
+                "UNION SELECT FATT_ACC.CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, "
+                "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
+                "INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
+                "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN "
+                "FATT_ACC ON FATT_ACC.IDFATT_ACC = EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND "
+                "(FATT_ACC.DATA >= '2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY "
+                "3, 4"));
 }
 
 // The customers' print reads the sales invoices alone while the warehouse's

@@ -11,10 +11,10 @@ using namespace KRVTest;
 
 namespace {
 
-const QString FattVendMarzo =
-    QStringLiteral("SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM FATT_VEND_DETT LEFT JOIN FATT_VEND ON "
-                   "FATT_VEND_DETT.IDFATT_VEND=FATT_VEND.IDFATT_VEND WHERE EXTRACT(MONTH FROM FATT_VEND.DATA) = 3 AND "
-                   "EXTRACT(YEAR FROM FATT_VEND.DATA) = 2025 AND TIPO_RIGA='Articolo'");
+const QString FattVendMarzo = QStringLiteral(
+    "SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM FATT_VEND_DETT LEFT JOIN FATT_VEND ON "
+    "FATT_VEND_DETT.IDFATT_VEND=FATT_VEND.IDFATT_VEND WHERE EXTRACT(MONTH FROM FATT_VEND.DATA) = 3 AND "
+    "EXTRACT(YEAR FROM FATT_VEND.DATA) = 2025 AND TIPO_RIGA='Articolo'");
 const QString FattAccMarzo =
     QStringLiteral("SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM FATT_ACC_DETT LEFT JOIN FATT_ACC ON "
                    "FATT_ACC_DETT.IDFATT_ACC=FATT_ACC.IDFATT_ACC WHERE EXTRACT(MONTH FROM FATT_ACC.DATA) = 3 AND "
@@ -24,7 +24,8 @@ const QString FattAccMarzo =
 QString TreTipi(int mese, int anno, bool conFattAcc)
 {
     return QStringLiteral("(") + InternalGetSQL01(mese, anno, QStringLiteral("Articolo"), conFattAcc)
-           + QStringLiteral(") AS TOTALE_ARTICOLI, (") + InternalGetSQL01(mese, anno, QStringLiteral("Servizio"), conFattAcc)
+           + QStringLiteral(") AS TOTALE_ARTICOLI, (")
+           + InternalGetSQL01(mese, anno, QStringLiteral("Servizio"), conFattAcc)
            + QStringLiteral(") AS TOTALE_SERVIZI, (")
            + InternalGetSQL01(mese, anno, QStringLiteral("Non imponibile"), conFattAcc)
            + QStringLiteral(") AS TOTALE_NON_IMPONIBILE ");
@@ -81,16 +82,17 @@ void TestRedditivitaMensile::monthStatementAddsTheWarehouseInvoicesOnlyWhenAsked
 {
     QCOMPARE(InternalGetSQL01(3, 2025, QStringLiteral("Articolo"), false),
              QStringLiteral("COALESCE((") + FattVendMarzo + QStringLiteral("), 0)"));
-    QCOMPARE(InternalGetSQL01(3, 2025, QStringLiteral("Articolo"), true),
-             QStringLiteral("COALESCE((") + FattVendMarzo + QStringLiteral("), 0) + COALESCE((") + FattAccMarzo
-                 + QStringLiteral("), 0)"));
+    QCOMPARE(InternalGetSQL01(3, 2025, QStringLiteral("Articolo"), true), QStringLiteral("COALESCE((") + FattVendMarzo
+                                                                              + QStringLiteral("), 0) + COALESCE((")
+                                                                              + FattAccMarzo + QStringLiteral("), 0)"));
 }
 
 void TestRedditivitaMensile::lineKindQuotedWithInnerQuotesDoubled()
 {
-    QVERIFY(GetFattVendSQL(12, 1900, QStringLiteral("Non imponibile"))
-                .endsWith(QStringLiteral("EXTRACT(MONTH FROM FATT_VEND.DATA) = 12 AND EXTRACT(YEAR FROM FATT_VEND.DATA) = "
-                                         "1900 AND TIPO_RIGA='Non imponibile'")));
+    QVERIFY(
+        GetFattVendSQL(12, 1900, QStringLiteral("Non imponibile"))
+            .endsWith(QStringLiteral("EXTRACT(MONTH FROM FATT_VEND.DATA) = 12 AND EXTRACT(YEAR FROM FATT_VEND.DATA) = "
+                                     "1900 AND TIPO_RIGA='Non imponibile'")));
     QVERIFY(GetFattAccSQL(1, 3000, QStringLiteral("l'altro")).endsWith(QStringLiteral("AND TIPO_RIGA='l''altro'")));
 }
 
@@ -103,9 +105,11 @@ void TestRedditivitaMensile::semesterStatementsComposedMonthByMonth()
                           + QStringLiteral("FROM RDB$GENERATORS ");
         for (int m = 2; m <= 6; ++m) {
             primo += QStringLiteral("UNION SELECT FIRST 1 ") + QString::number(m) + QStringLiteral(" AS MESE, ")
-                     + TreTipi(m, 2025, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS") + QString::fromLatin1(m < 6 ? " " : "");
+                     + TreTipi(m, 2025, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS")
+                     + QString::fromLatin1(m < 6 ? " " : "");
             secondo += QStringLiteral("UNION SELECT FIRST 1 ") + QString::number(m + 6) + QStringLiteral(" AS MESE, ")
-                       + TreTipi(m + 6, 2025, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS") + QString::fromLatin1(m < 6 ? " " : "");
+                       + TreTipi(m + 6, 2025, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS")
+                       + QString::fromLatin1(m < 6 ? " " : "");
         }
         QCOMPARE(KRVRedditivitaSemestreSQL(1, 2025, conFattAcc), primo);
         QCOMPARE(KRVRedditivitaSemestreSQL(7, 2025, conFattAcc), secondo);
@@ -191,8 +195,10 @@ void TestRedditivitaMensile::totalsAndYearlyAveragesOverTwelveMonths()
     InsertRigaMargine(Db(), QStringLiteral("FATT_VEND"), dicembre, QStringLiteral("Articolo"), 400, 0, 1);
     InsertRigaMargine(Db(), QStringLiteral("FATT_VEND"), dicembre, QStringLiteral("Non imponibile"), 12, -1, 1);
     const TKRVTabellaRedditivita tabella = Anno(Db().Db(), 2025);
-    QCOMPARE(tabella.at(1).mid(1), (QStringList{"200.00", "60.00", "0.00", "", "260.00", QString::asprintf("%.2f", 260.0 / 3)}));
-    QCOMPARE(tabella.at(12).mid(1), (QStringList{"400.00", "0.00", "12.00", "", "412.00", QString::asprintf("%.2f", 412.0 / 3)}));
+    QCOMPARE(tabella.at(1).mid(1),
+             (QStringList{"200.00", "60.00", "0.00", "", "260.00", QString::asprintf("%.2f", 260.0 / 3)}));
+    QCOMPARE(tabella.at(12).mid(1),
+             (QStringList{"400.00", "0.00", "12.00", "", "412.00", QString::asprintf("%.2f", 412.0 / 3)}));
     QCOMPARE(tabella.at(14), (QStringList{"TOTALE", "600.00", "60.00", "12.00", "", "672.00", ""}));
     QCOMPARE(tabella.at(15), (QStringList{"MEDIA", "50.00", "5.00", "1.00", "", "", ""}));
 }

@@ -138,7 +138,8 @@ void TestStatisticheFatturato::opensOnTheTablePageWithItsHeadings()
 {
     QVERIFY(Apri());
     QCOMPARE(m_finestra->windowTitle(), QStringLiteral("Statistiche fatturato"));
-    QCOMPARE(Captions(Field<QToolBar>(m_finestra, QStringLiteral("tBarStandard"))), (QStringList{"Chiudi", "Aggiorna"}));
+    QCOMPARE(Captions(Field<QToolBar>(m_finestra, QStringLiteral("tBarStandard"))),
+             (QStringList{"Chiudi", "Aggiorna"}));
     QCOMPARE(Captions(Field<QToolBar>(m_finestra, QStringLiteral("tBarTabella"))),
              (QStringList{"Stampa", "Esporta su Excel"}));
     auto pagine = Field<QTabWidget>(m_finestra, QStringLiteral("pgcPagine"));
@@ -162,8 +163,8 @@ void TestStatisticheFatturato::opensOnTheTablePageWithItsHeadings()
     QCOMPARE(griglia->columnSpan(0, 4), 3);
     QCOMPARE(griglia->columnSpan(0, 7), 1);
     QCOMPARE(griglia->columnSpan(14, 0), 8);
-    QCOMPARE(m_finestra->Griglia().at(0),
-             (QStringList{"", QString::number(Y()), "", "", QString::number(Y() - 1), "", "", QString::number(Y() - 2)}));
+    QCOMPARE(m_finestra->Griglia().at(0), (QStringList{"", QString::number(Y()), "", "", QString::number(Y() - 1), "",
+                                                       "", QString::number(Y() - 2)}));
     QCOMPARE(m_finestra->Griglia().at(1), (QStringList{"", "Valori", "Diff.", "%", "Valori", "Diff.", "%", "Valori"}));
     QCOMPARE(Column(griglia, 0),
              (QStringList{"", "", "gennaio", "febbraio", "marzo", "aprile", "maggio", "giugno", "luglio", "agosto",
@@ -217,7 +218,7 @@ void TestStatisticheFatturato::noDocumentsShowsZerosWithoutSignOrRed()
             QVERIFY(!Rossa(riga, colonna));
             if (riga == 14)
                 continue;
-            const QString atteso = colonna == 3 || colonna == 6 ? QStringLiteral("0,0%")
+            const QString atteso = colonna == 3 || colonna == 6   ? QStringLiteral("0,0%")
                                    : colonna == 2 || colonna == 5 ? GetCurrencyPrefix() + QStringLiteral(" 0,00")
                                                                   : FormatCurrency(0);
             QCOMPARE(Mostrato(riga, colonna), atteso);
@@ -238,16 +239,17 @@ void TestStatisticheFatturato::invoicesNetOfVatWarehouseAddedCreditNotesSubtract
     QCOMPARE(Cella(4, 1), QStringLiteral("1600,00"));
     QCOMPARE(Mostrato(4, 1), FormatCurrency(1600));
     const QString y2 = QString::number(Y() - 2);
-    QCOMPARE(m_finestra->IstruzioniEseguite(),
-             (QStringList{QStringLiteral("SELECT SUM(TOTALE_DOCUMENTO - TOTALE_IMPOSTA) AS TOTALE, EXTRACT(MONTH FROM DATA) "
-                                         "AS MESE, ANNO FROM FATT_VEND WHERE ANNO >= ")
-                              + y2 + QStringLiteral(" GROUP BY 2, 3 ORDER BY 3, 2"),
-                          QStringLiteral("SELECT SUM(TOTALE_IMPONIBILE) AS TOTALE, EXTRACT(MONTH FROM DATA) AS MESE, ANNO "
-                                         "FROM FATT_ACC WHERE ANNO >= ")
-                              + y2 + QStringLiteral(" GROUP BY 2, 3 ORDER BY 3, 2"),
-                          QStringLiteral("SELECT SUM(TOTALE_IMPONIBILE) AS TOTALE, EXTRACT(MONTH FROM DATA) AS MESE, ANNO "
-                                         "FROM NOTE_ACCREDITO WHERE ANNO >= ")
-                              + y2 + QStringLiteral(" GROUP BY 2, 3 ORDER BY 3, 2")}));
+    QCOMPARE(
+        m_finestra->IstruzioniEseguite(),
+        (QStringList{QStringLiteral("SELECT SUM(TOTALE_DOCUMENTO - TOTALE_IMPOSTA) AS TOTALE, EXTRACT(MONTH FROM DATA) "
+                                    "AS MESE, ANNO FROM FATT_VEND WHERE ANNO >= ")
+                         + y2 + QStringLiteral(" GROUP BY 2, 3 ORDER BY 3, 2"),
+                     QStringLiteral("SELECT SUM(TOTALE_IMPONIBILE) AS TOTALE, EXTRACT(MONTH FROM DATA) AS MESE, ANNO "
+                                    "FROM FATT_ACC WHERE ANNO >= ")
+                         + y2 + QStringLiteral(" GROUP BY 2, 3 ORDER BY 3, 2"),
+                     QStringLiteral("SELECT SUM(TOTALE_IMPONIBILE) AS TOTALE, EXTRACT(MONTH FROM DATA) AS MESE, ANNO "
+                                    "FROM NOTE_ACCREDITO WHERE ANNO >= ")
+                         + y2 + QStringLiteral(" GROUP BY 2, 3 ORDER BY 3, 2")}));
 }
 
 void TestStatisticheFatturato::monthWithPreviousYearOnlyIsRedMinusHundred()
@@ -476,8 +478,7 @@ void TestStatisticheFatturato::exportWritesTheWorksheet()
     QTemporaryDir cartella;
     const QString file = cartella.filePath(QStringLiteral("fatturato"));
     const auto esporta = [&](const QString &nome) {
-        return WithModals([&] { Trigger(m_finestra, QStringLiteral("actEsportaExcel")); },
-                          {[&](QWidget *finestra) {
+        return WithModals([&] { Trigger(m_finestra, QStringLiteral("actEsportaExcel")); }, {[&](QWidget *finestra) {
                               auto edit = finestra->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
                               edit->setText(nome);
                               QTest::keyClick(edit, Qt::Key_Return);
@@ -502,7 +503,8 @@ void TestStatisticheFatturato::exportWritesTheWorksheet()
     QVERIFY(QFile::exists(xls));
 
     QProcess lettore;
-    lettore.start(QFile::exists(QStringLiteral("/usr/bin/python3")) ? QStringLiteral("/usr/bin/python3") : QStringLiteral("python3"),
+    lettore.start(QFile::exists(QStringLiteral("/usr/bin/python3")) ? QStringLiteral("/usr/bin/python3")
+                                                                    : QStringLiteral("python3"),
                   {QStringLiteral("-c"),
                    QStringLiteral("import json,sys,xlrd\n"
                                   "b=xlrd.open_workbook(sys.argv[1],formatting_info=True)\n"
@@ -530,7 +532,8 @@ void TestStatisticheFatturato::exportWritesTheWorksheet()
     QCOMPARE(cella(14, 3).toString(), QString());
     QVariantList unioni = letto.value(QStringLiteral("unioni")).toArray().toVariantList();
     std::sort(unioni.begin(), unioni.end(), [](const QVariant &a, const QVariant &b) {
-        return a.toList().at(0).toInt() * 100 + a.toList().at(2).toInt() < b.toList().at(0).toInt() * 100 + b.toList().at(2).toInt();
+        return a.toList().at(0).toInt() * 100 + a.toList().at(2).toInt()
+               < b.toList().at(0).toInt() * 100 + b.toList().at(2).toInt();
     });
     // xlrd gives each merge as first row, row after, first column, column after.
     QCOMPARE(unioni, (QVariantList{QVariantList{0, 1, 1, 4}, QVariantList{0, 1, 4, 7}, QVariantList{14, 15, 0, 8}}));

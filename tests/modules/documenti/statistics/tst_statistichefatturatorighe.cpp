@@ -83,42 +83,45 @@ void TestStatisticheFatturatoRighe::whereWithBlanksAroundTheSigns()
 {
     QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Servizio")), TKRVScritturaSQL::Spaziata),
              QStringLiteral("WHERE TIPO_RIGA = 'Servizio'"));
-    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Servizio"), {2, 5}, QStringLiteral("SRV1")), TKRVScritturaSQL::Spaziata),
+    QCOMPARE(KRVWhereRighe(Filtro(QStringLiteral("Servizio"), {2, 5}, QStringLiteral("SRV1")),
+                           TKRVScritturaSQL::Spaziata),
              QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (2,5) AND CODICE = 'SRV1'"));
 }
 
 void TestStatisticheFatturatoRighe::articleStatementWithoutBlanks()
 {
-    QCOMPARE(KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
-             QStringLiteral(
-                 "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
-                 "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
-                 "AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT "
-                 "EXT_TBL WHERE TIPO_RIGA='Articolo' AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= "
-                 "'2026-01-01' AND DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, "
-                 "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
-                 "INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
-                 "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE "
-                 "TIPO_RIGA='Articolo' AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND "
-                 "DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5"));
+    QCOMPARE(
+        KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
+        QStringLiteral(
+            "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
+            "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
+            "AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT "
+            "EXT_TBL WHERE TIPO_RIGA='Articolo' AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= "
+            "'2026-01-01' AND DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, "
+            "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
+            "INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
+            "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE "
+            "TIPO_RIGA='Articolo' AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND "
+            "DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5"));
 }
 
 void TestStatisticheFatturatoRighe::serviceStatementWithBlanksInBothHalves()
 {
-    QCOMPARE(KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1'"), Dal, Al,
-                                  TKRVScritturaSQL::Spaziata),
-             QStringLiteral(
-                 "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
-                 "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, "
-                 "EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
-                 "EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' "
-                 "AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= '2026-01-01' AND DATA <= "
-                 "'2026-03-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
-                 "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) "
-                 "AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
-                 "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND "
-                 "IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND DATA <= '2026-03-31') "
-                 "GROUP BY 1, 2, 3, 5"));
+    QCOMPARE(
+        KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1'"), Dal, Al,
+                             TKRVScritturaSQL::Spaziata),
+        QStringLiteral(
+            "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
+            "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, "
+            "EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
+            "EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' "
+            "AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= '2026-01-01' AND DATA <= "
+            "'2026-03-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
+            "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) "
+            "AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
+            "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND "
+            "IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND DATA <= '2026-03-31') "
+            "GROUP BY 1, 2, 3, 5"));
 }
 
 // The date filter runs straight into GROUP BY, with no blank between.
@@ -136,21 +139,22 @@ void TestStatisticheFatturatoRighe::customerStatementWithoutTheWarehouseTable()
 
 void TestStatisticheFatturatoRighe::customerStatementWithTheWarehouseTable()
 {
-    QCOMPARE(KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"), Dal,
-                                           Al, true),
-             QStringLiteral(
-                 "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT "
-                 "FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = "
-                 "EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) "
-                 "AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL LEFT JOIN FATT_VEND ON "
-                 "FATT_VEND.IDFATT_VEND = EXT_TBL.IDFATT_VEND WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND "
-                 "(FATT_VEND.DATA >= '2026-01-01' AND FATT_VEND.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 UNION "
-                 "SELECT FATT_ACC.CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
-                 "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE "
-                 ") AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
-                 "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = "
-                 "EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND (FATT_ACC.DATA >= "
-                 "'2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY 3, 4"));
+    QCOMPARE(
+        KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"), Dal, Al,
+                                      true),
+        QStringLiteral(
+            "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT "
+            "FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = "
+            "EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) "
+            "AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL LEFT JOIN FATT_VEND ON "
+            "FATT_VEND.IDFATT_VEND = EXT_TBL.IDFATT_VEND WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND "
+            "(FATT_VEND.DATA >= '2026-01-01' AND FATT_VEND.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 UNION "
+            "SELECT FATT_ACC.CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
+            "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE "
+            ") AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
+            "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = "
+            "EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND (FATT_ACC.DATA >= "
+            "'2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY 3, 4"));
 }
 
 void TestStatisticheFatturatoRighe::titleWithBothDays()
@@ -166,23 +170,27 @@ void TestStatisticheFatturatoRighe::statementsRunWithTheColumnsTheLayoutsRead()
     TKRVMain *main = Main();
     const TQ3TestDatabase &db = m_module->Database;
     db.LoadFixture(QStringLiteral("magazzino.sql"));
-    db.Exec(QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND, TIPO_RIGA, CODICE, DESCRIZIONE, IDCATEGORIA, IMPORTO) "
-                           "VALUES (%1, 'Articolo', 'ART1', 'Valvola', 1, 12.5)")
-                .arg(InsertFattVend(db, 1, Dal)));
-    db.Exec(QStringLiteral("INSERT INTO FATT_ACC_DETT (IDFATT_ACC, TIPO_RIGA, CODICE, DESCRIZIONE, IDCATEGORIA, IMPORTO) "
-                           "VALUES (%1, 'Articolo', 'ART2', 'Raccordo', 1, 3)")
-                .arg(InsertFattAcc(db, 1, Al)));
+    db.Exec(
+        QStringLiteral("INSERT INTO FATT_VEND_DETT (IDFATT_VEND, TIPO_RIGA, CODICE, DESCRIZIONE, IDCATEGORIA, IMPORTO) "
+                       "VALUES (%1, 'Articolo', 'ART1', 'Valvola', 1, 12.5)")
+            .arg(InsertFattVend(db, 1, Dal)));
+    db.Exec(
+        QStringLiteral("INSERT INTO FATT_ACC_DETT (IDFATT_ACC, TIPO_RIGA, CODICE, DESCRIZIONE, IDCATEGORIA, IMPORTO) "
+                       "VALUES (%1, 'Articolo', 'ART2', 'Raccordo', 1, 3)")
+            .arg(InsertFattAcc(db, 1, Al)));
 
     const QString articoli = QStringLiteral("adsFatturatoPerArticolo");
-    QCOMPARE(Letto(articoli, KRVSQLFatturatoRighe(KRVWhereRighe(Filtro(QStringLiteral("Articolo")), TKRVScritturaSQL::Compatta),
-                                                   Dal, Al, TKRVScritturaSQL::Compatta)),
+    QCOMPARE(Letto(articoli,
+                   KRVSQLFatturatoRighe(KRVWhereRighe(Filtro(QStringLiteral("Articolo")), TKRVScritturaSQL::Compatta),
+                                        Dal, Al, TKRVScritturaSQL::Compatta)),
              (QStringList{"ART1|Valvola|1|12.5|Articolo", "ART2|Raccordo|1|3|Articolo"}));
     QCOMPARE(main->StampeDataset(articoli)->FieldNames(),
              (QStringList{"CODICE", "DESCRIZIONE", "IDCATEGORIA", "IMPORTO", "TIPO_RIGA"}));
 
     const QString servizi = QStringLiteral("adsFatturatoPerServizio");
-    QVERIFY(Letto(servizi, KRVSQLFatturatoRighe(KRVWhereRighe(Filtro(QStringLiteral("Servizio")), TKRVScritturaSQL::Spaziata),
-                                                Dal, Al, TKRVScritturaSQL::Spaziata))
+    QVERIFY(Letto(servizi,
+                  KRVSQLFatturatoRighe(KRVWhereRighe(Filtro(QStringLiteral("Servizio")), TKRVScritturaSQL::Spaziata),
+                                       Dal, Al, TKRVScritturaSQL::Spaziata))
                 .isEmpty());
     QCOMPARE(main->StampeDataset(servizi)->FieldNames(),
              (QStringList{"CODICE", "DESCRIZIONE", "IDCATEGORIA", "IMPORTO", "TIPO_RIGA"}));
@@ -194,7 +202,8 @@ void TestStatisticheFatturatoRighe::statementsRunWithTheColumnsTheLayoutsRead()
     QCOMPARE(Letto(clienti, KRVSQLFatturatoClientiServizi(where, Dal, Al, false)),
              (QStringList{"C001|Cliente di prova|ART1|Valvola|1|12.5|Articolo"}));
     QCOMPARE(main->StampeDataset(clienti)->FieldNames(),
-             (QStringList{"CLI_CODICE", "CLI_RAGIONESOCIALE", "CODICE", "DESCRIZIONE", "IDCATEGORIA", "IMPORTO", "TIPO_RIGA"}));
+             (QStringList{"CLI_CODICE", "CLI_RAGIONESOCIALE", "CODICE", "DESCRIZIONE", "IDCATEGORIA", "IMPORTO",
+                          "TIPO_RIGA"}));
 }
 
 // A statement that reads no row leaves the title and the report alone.

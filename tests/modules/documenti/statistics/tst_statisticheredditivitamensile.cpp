@@ -101,9 +101,9 @@ void TestStatisticheRedditivitaMensile::opensOnTheCurrentYear()
     QCOMPARE(SpinAnno()->value(), anno);
     QCOMPARE(Griglia()->columnCount(), 7);
     QCOMPARE(Griglia()->rowCount(), 16);
-    QCOMPARE(Column(Griglia(), 0),
-             (QStringList{QStringLiteral("Anno: ") + QString::number(anno), "Gennaio", "Febbraio", "Marzo", "Aprile", "Maggio",
-                          "Giugno", "Luglio", "Agosto", "Settembre", "Ottobre", "Novembre", "Dicembre", "", "TOTALE", "MEDIA"}));
+    QCOMPARE(Column(Griglia(), 0), (QStringList{QStringLiteral("Anno: ") + QString::number(anno), "Gennaio", "Febbraio",
+                                                "Marzo", "Aprile", "Maggio", "Giugno", "Luglio", "Agosto", "Settembre",
+                                                "Ottobre", "Novembre", "Dicembre", "", "TOTALE", "MEDIA"}));
     QStringList intestazioni;
     for (int colonna = 0; colonna < 7; ++colonna)
         intestazioni << Cella(0, colonna);
@@ -173,13 +173,14 @@ void TestStatisticheRedditivitaMensile::refreshIssuesExactlyTwoStatements()
     QCOMPARE(istruzioni.size(), 2);
     QCOMPARE(istruzioni.at(0), KRVRedditivitaSemestreSQL(1, 2025, false));
     QCOMPARE(istruzioni.at(1), KRVRedditivitaSemestreSQL(7, 2025, false));
-    QVERIFY(istruzioni.at(0).startsWith(
-        QStringLiteral("SELECT FIRST 1 1 AS MESE, (COALESCE((SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM "
-                       "FATT_VEND_DETT LEFT JOIN FATT_VEND ON FATT_VEND_DETT.IDFATT_VEND=FATT_VEND.IDFATT_VEND WHERE "
-                       "EXTRACT(MONTH FROM FATT_VEND.DATA) = 1 AND EXTRACT(YEAR FROM FATT_VEND.DATA) = 2025 AND "
-                       "TIPO_RIGA='Articolo'), 0)) AS TOTALE_ARTICOLI, (COALESCE((")));
+    QVERIFY(istruzioni.at(0).startsWith(QStringLiteral(
+        "SELECT FIRST 1 1 AS MESE, (COALESCE((SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM "
+        "FATT_VEND_DETT LEFT JOIN FATT_VEND ON FATT_VEND_DETT.IDFATT_VEND=FATT_VEND.IDFATT_VEND WHERE "
+        "EXTRACT(MONTH FROM FATT_VEND.DATA) = 1 AND EXTRACT(YEAR FROM FATT_VEND.DATA) = 2025 AND "
+        "TIPO_RIGA='Articolo'), 0)) AS TOTALE_ARTICOLI, (COALESCE((")));
     QVERIFY(istruzioni.at(1).startsWith(QStringLiteral("SELECT FIRST 1 7 AS MESE, (")));
-    QVERIFY(istruzioni.at(1).contains(QStringLiteral(") AS TOTALE_NON_IMPONIBILE FROM RDB$GENERATORS UNION SELECT FIRST 1 12 AS MESE, (")));
+    QVERIFY(istruzioni.at(1).contains(
+        QStringLiteral(") AS TOTALE_NON_IMPONIBILE FROM RDB$GENERATORS UNION SELECT FIRST 1 12 AS MESE, (")));
     QCOMPARE(istruzioni.at(0).count(QStringLiteral("(SELECT SUM(")), 18);
     QVERIFY(!istruzioni.join(QString()).contains(QStringLiteral("FATT_ACC")));
 }
@@ -295,8 +296,9 @@ void TestStatisticheRedditivitaMensile::headingCellsAlignmentAndBoldGrandTotal()
     Apri();
     for (int riga = 0; riga < 16; ++riga) {
         for (int colonna = 0; colonna < 7; ++colonna) {
-            const bool intestazione = (riga == 0 && (colonna == 1 || colonna == 2 || colonna == 3 || colonna == 5 || colonna == 6))
-                                      || (colonna == 0 && riga != 0 && riga != 13);
+            const bool intestazione =
+                (riga == 0 && (colonna == 1 || colonna == 2 || colonna == 3 || colonna == 5 || colonna == 6))
+                || (colonna == 0 && riga != 0 && riga != 13);
             QCOMPARE(TKRVStatisticheRedditivitaMensile::CellaIntestazione(riga, colonna), intestazione);
             const Qt::Alignment orizzontale =
                 Qt::Alignment::fromInt(Griglia()->item(riga, colonna)->textAlignment()) & Qt::AlignHorizontal_Mask;
