@@ -25,6 +25,16 @@ QList<TKRVColonna> TKRVRicercaDocumentiVendita::ColonneDocumento()
             {QStringLiteral("Pagato"), 60, QStringLiteral("PAGATO"), TKRVTipoColonna::Testo}};
 }
 
+QList<TKRVFiltro> TKRVRicercaDocumentiVendita::FiltriCliente()
+{
+    return {{.Name = QStringLiteral("txtCodice"),
+             .Label = QStringLiteral("Codice"),
+             .Condition = QStringLiteral("CLI_CODICE CONTAINING ")},
+            {.Name = QStringLiteral("txtRagioneSociale"),
+             .Label = QStringLiteral("Ragione sociale"),
+             .Condition = QStringLiteral("CLI_RAGIONESOCIALE CONTAINING ")}};
+}
+
 // The year follows the customer's name, and always filters.
 void TKRVRicercaDocumentiVendita::AggiungiFiltroAnno()
 {

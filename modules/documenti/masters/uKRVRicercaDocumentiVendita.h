@@ -20,6 +20,8 @@ protected:
 
     // Number, date, customer code and name, total, paid.
     static QList<TKRVColonna> ColonneDocumento();
+    // The filters on the customer's code and name.
+    static QList<TKRVFiltro> FiltriCliente();
 
     void RicercaIniziale() override;
     void actCercaExecute() override;
