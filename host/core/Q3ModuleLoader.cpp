@@ -181,17 +181,18 @@ void TQ3ModuleLoader::Load(const QString &folder, QObject *owner)
         }
         RegisterPackage(candidate.FileName, candidate.Metadata.Description,
                         [plugin](QObject *mainOwner) { return plugin->CreateModule(mainOwner); });
-        Start(candidate.FileName, owner);
+        Start(candidate.Metadata, owner);
     }
     for (qsizetype i = first; i < m_started.size(); ++i) {
         IQ3Module *main = m_started.at(i).Main;
-        Guarded(m_started.at(i).FileName, QStringLiteral("AllModulesInitialized"),
+        Guarded(m_started.at(i).Metadata.FileName(), QStringLiteral("AllModulesInitialized"),
                 [main] { main->AllModulesInitialized(); });
     }
 }
 
-void TQ3ModuleLoader::Start(const QString &fileName, QObject *owner)
+void TQ3ModuleLoader::Start(const TQ3ModuleMetadata &metadata, QObject *owner)
 {
+    const QString fileName = metadata.FileName();
     IQ3Module *main = nullptr;
     try {
         const TQ3ModuleClass create = PackageList().at(GetPackageIndex(fileName)).ModuleClass;
@@ -206,21 +207,21 @@ void TQ3ModuleLoader::Start(const QString &fileName, QObject *owner)
                         .arg(fileName, ExceptionMessage(e)));
         return;
     }
-    m_started << TStarted{fileName, main};
+    m_started << TStarted{metadata, main};
 }
 
 void TQ3ModuleLoader::Unload()
 {
     for (auto started = m_started.crbegin(); started != m_started.crend(); ++started) {
         IQ3Module *main = started->Main;
-        Guarded(started->FileName, QStringLiteral("ModuloFinalize"), [main] { main->ModuloFinalize(); });
+        Guarded(started->Metadata.FileName(), QStringLiteral("ModuloFinalize"), [main] { main->ModuloFinalize(); });
     }
     for (auto started = m_started.crbegin(); started != m_started.crend(); ++started) {
         IQ3Module *main = started->Main;
-        Guarded(started->FileName, QStringLiteral("Finalize"), [main] { main->Finalize(); });
+        Guarded(started->Metadata.FileName(), QStringLiteral("Finalize"), [main] { main->Finalize(); });
     }
     for (auto started = m_started.crbegin(); started != m_started.crend(); ++started) {
-        UnregisterPackage(started->FileName);
+        UnregisterPackage(started->Metadata.FileName());
         delete started->Main->AsObject();
     }
     m_started.clear();
@@ -230,6 +231,14 @@ QStringList TQ3ModuleLoader::Started() const
 {
     QStringList fileNames;
     for (const TStarted &started : m_started)
-        fileNames << started.FileName;
+        fileNames << started.Metadata.FileName();
     return fileNames;
+}
+
+QList<TQ3ModuleMetadata> TQ3ModuleLoader::StartedMetadata() const
+{
+    QList<TQ3ModuleMetadata> metadata;
+    for (const TStarted &started : m_started)
+        metadata << started.Metadata;
+    return metadata;
 }

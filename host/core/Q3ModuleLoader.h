@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Q3Module.h"
+#include "Q3ModuleMetadata.h"
 
 #include <QList>
 #include <QString>
@@ -33,15 +34,17 @@ public:
     void Unload();
     // The file names of the modules started, in the order they started.
     QStringList Started() const;
+    // The metadata of the modules started, in the same order.
+    QList<TQ3ModuleMetadata> StartedMetadata() const;
 
 private:
     struct TStarted
     {
-        QString FileName;
+        TQ3ModuleMetadata Metadata;
         IQ3Module *Main = nullptr;
     };
 
-    void Start(const QString &fileName, QObject *owner);
+    void Start(const TQ3ModuleMetadata &metadata, QObject *owner);
 
     QList<TStarted> m_started;
 };

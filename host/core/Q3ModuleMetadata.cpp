@@ -49,6 +49,31 @@ QList<TQ3ModuleDependency> Dependencies(const QJsonObject &metaData)
     return dependencies;
 }
 
+QList<TQ3ModuleOption> Options(const QJsonObject &metaData)
+{
+    const QString field = QStringLiteral("Options");
+    const QJsonValue value = metaData.value(field);
+    if (value.isUndefined())
+        return {};
+    if (!value.isArray())
+        Invalid(field);
+    QList<TQ3ModuleOption> options;
+    for (const QJsonValue &item : value.toArray()) {
+        const QJsonObject option = item.toObject();
+        TQ3ModuleOption entry{Text(option, QStringLiteral("Key")), Text(option, QStringLiteral("Caption")),
+                              TQ3ModuleOptionKind::Testo, option.value(QStringLiteral("Default")).toString()};
+        const QString type = Text(option, QStringLiteral("Type"));
+        if (type == QLatin1String("SiNo"))
+            entry.Kind = TQ3ModuleOptionKind::SiNo;
+        else if (type != QLatin1String("Testo"))
+            Invalid(field);
+        if (entry.Key.isEmpty() || entry.Caption.isEmpty())
+            Invalid(field);
+        options << entry;
+    }
+    return options;
+}
+
 } // namespace
 
 QString TQ3ModuleMetadata::FileName() const
@@ -85,5 +110,6 @@ TQ3ModuleMetadata Q3ModuleMetadataFromJson(const QJsonObject &pluginMetaData)
     if (result.Description.isEmpty())
         Invalid(QStringLiteral("Description"));
     result.Dependencies = Dependencies(metaData);
+    result.Options = Options(metaData);
     return result;
 }

@@ -15,19 +15,37 @@ struct Q3_EXPORT TQ3ModuleDependency
     QVersionNumber Version;
 };
 
+// How an option of a module is shown and stored: "Sì"/"No" stored as
+// "True"/"False", or a text.
+enum class TQ3ModuleOptionKind { SiNo, Testo };
+
+// An option a module keeps in the host's option store OPZIONI.
+struct Q3_EXPORT TQ3ModuleOption
+{
+    QString Key;     // its row in OPZIONI
+    QString Caption; // what the user reads
+    TQ3ModuleOptionKind Kind = TQ3ModuleOptionKind::Testo;
+    QString Default; // shown while the store has no row for it
+};
+
 // What a module library says of itself in the JSON file that its plug-in class
 // names in Q_PLUGIN_METADATA(IID IQ3ModulePlugin_iid FILE "<Name>.json"):
 //
 //     { "Name": "Documenti", "Version": "3.0.0", "Description": "Modulo Documenti",
-//       "Dependencies": [ { "Name": "Magazzino", "Version": "3.0" } ] }
+//       "Dependencies": [ { "Name": "Magazzino", "Version": "3.0" } ],
+//       "Options": [ { "Key": "NUMERAZIONE_UNICA_FATTURE", "Caption": "...",
+//                      "Type": "SiNo", "Default": "False" } ] }
 //
-// "Dependencies" may be left out; a dependency's "Version" too.
+// "Dependencies" may be left out; a dependency's "Version" too. "Options" may
+// be left out; an option's "Type" is "SiNo" or "Testo", its "Default" may be
+// left out (empty text).
 struct Q3_EXPORT TQ3ModuleMetadata
 {
     QString Name;
     QVersionNumber Version;
     QString Description;
     QList<TQ3ModuleDependency> Dependencies;
+    QList<TQ3ModuleOption> Options;
 
     // The library file of the module, which is also its key in the host's
     // registry: the name with the module-file extension.
