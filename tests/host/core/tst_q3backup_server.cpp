@@ -1,0 +1,79 @@
+#include "Q3Backup.h"
+#include "Q3BackupTestKit.h"
+#include "Q3DatabaseFile.h"
+#include "Q3Exception.h"
+#include "Q3TestDatabase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+// Backup and restore of a database on a Firebird server: the server writes
+// the backup and the new database, in the test's folder, which the server's
+// process can reach (it runs as the user who started it).
+class TestQ3BackupServer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void backupThenRestoreKeepsEveryRowOfEveryTable();
+    void restoreOverAnExistingFileOrTheDatabaseInUseIsRefused();
+    void restoreOfAFileThatIsNotABackupMakesNothing();
+};
+
+void TestQ3BackupServer::init()
+{
+    Q3_REQUIRE_TEST_SERVER();
+}
+
+void TestQ3BackupServer::backupThenRestoreKeepsEveryRowOfEveryTable()
+{
+    TQ3TestDatabase db(TQ3TestDatabase::Where::Server);
+    FillQ3BackupTestData(db.Target(), 300);
+    const QMap<QString, QString> before = Q3TableChecksums(db.Target());
+
+    const QString backup = QDir(db.Folder()).filePath(QStringLiteral("copia.fbk"));
+    int done = 0;
+    const TQ3BackupResult made =
+        Q3BackupDatabase(db.Target(), backup, [&](int tables, int, const QString &) { done = tables; });
+    QVERIFY(made.Size > 0);
+    QCOMPARE(made.Size, QFileInfo(backup).size());
+    QVERIFY(done > 0);
+
+    const QString restoredFile = QDir(db.Folder()).filePath(QStringLiteral("ripristinato.fdb"));
+    const TQ3DatabaseTarget restored = Q3RestoreDatabase(db.Target(), backup, restoredFile);
+    QCOMPARE(restored.Database, qEnvironmentVariable("Q3_TEST_SERVER") + QLatin1Char(':') + restoredFile);
+    QCOMPARE(restored.User, db.Target().User);
+    QCOMPARE(Q3TableChecksums(restored), before);
+    DropQ3Database(restored);
+}
+
+void TestQ3BackupServer::restoreOverAnExistingFileOrTheDatabaseInUseIsRefused()
+{
+    TQ3TestDatabase db(TQ3TestDatabase::Where::Server);
+    const QString backup = QDir(db.Folder()).filePath(QStringLiteral("copia.fbk"));
+    Q3BackupDatabase(db.Target(), backup);
+    const QString running = db.Target().Database.mid(db.Target().Database.indexOf(QLatin1Char(':')) + 1);
+    QCOMPARE(Q3RestoreFailure(db.Target(), backup, running),
+             QStringLiteral("Impossibile ripristinare sul database in uso: scegliere un nuovo file di database."));
+    const QString existing = WriteQ3TestFile(db.Folder(), QStringLiteral("esistente.fdb"), QStringLiteral("dati"));
+    QVERIFY(Q3RestoreFailure(db.Target(), backup, existing).contains(QStringLiteral("esiste già")));
+    QFile file(existing);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("dati"));
+}
+
+void TestQ3BackupServer::restoreOfAFileThatIsNotABackupMakesNothing()
+{
+    TQ3TestDatabase db(TQ3TestDatabase::Where::Server);
+    const QString junk = WriteQ3TestFile(db.Folder(), QStringLiteral("fattura.fbk"), QStringLiteral("non un backup"));
+    const QString newFile = QDir(db.Folder()).filePath(QStringLiteral("nuovo.fdb"));
+    const QString message = Q3RestoreFailure(db.Target(), junk, newFile);
+    QVERIFY2(message.startsWith(QStringLiteral("Il file scelto non è un backup di Quillo 3 valido.\n")),
+             qPrintable(message));
+    QVERIFY(!QFile::exists(newFile));
+}
+
+QTEST_GUILESS_MAIN(TestQ3BackupServer)
+#include "tst_q3backup_server.moc"
