@@ -100,7 +100,7 @@ public:
                 throw EQ3Exception(Q3FirebirdStatusText(status));
             const auto *p = reinterpret_cast<const uchar *>(buffer.constData());
             if (p[0] != isc_info_svc_line)
-                continue;
+                throw EQ3Exception(QStringLiteral("Risposta inattesa dal servizio di backup di Firebird."));
             const int length = p[1] | (p[2] << 8);
             if (length == 0)
                 return;
@@ -126,7 +126,7 @@ int TableCount(const TQ3DatabaseTarget &target)
 
 // Runs a backup or restore request of the running database with its
 // progress: the tables whose data the report has gone through.
-void RunWithProgress(const TQ3DatabaseTarget &running, const QByteArray &request, const TQ3BackupProgress &progress)
+QString RunWithProgress(const TQ3DatabaseTarget &running, const QByteArray &request, const TQ3BackupProgress &progress)
 {
     const int total = progress ? TableCount(running) : 0;
     TServiceManager service(running);
@@ -142,6 +142,7 @@ void RunWithProgress(const TQ3DatabaseTarget &running, const QByteArray &request
     // A restore reports no data for an empty table: at the end all are done.
     if (progress && tables < total)
         progress(total, total, last);
+    return last;
 }
 
 QString Normalized(const TQ3DatabaseTarget &target)
@@ -242,16 +243,19 @@ TQ3BackupResult Q3BackupDatabase(const TQ3DatabaseTarget &target, const QString 
     const bool existed = QFileInfo::exists(backupFile);
     if (local)
         KeepToOwner(backupFile);
+    QString last;
     try {
-        RunWithProgress(target, request, progress);
+        last = RunWithProgress(target, request, progress);
     } catch (const EQ3Exception &e) {
         if (local && !existed)
             QFile::remove(backupFile);
         throw EQ3Exception(QStringLiteral("Backup non riuscito:\n%1").arg(e.Message()));
     }
-    if (local)
-        KeepToOwner(backupFile);
-    return {backupFile, QFileInfo(backupFile).size()};
+    // The service's last line tells the size written, also of a file on a
+    // server that this computer cannot see.
+    static const QRegularExpression written(QStringLiteral("(\\d+) bytes written"));
+    const QRegularExpressionMatch size = written.match(last);
+    return {backupFile, size.hasMatch() ? size.captured(1).toLongLong() : QFileInfo(backupFile).size()};
 }
 
 TQ3DatabaseTarget Q3RestoreTarget(const TQ3DatabaseTarget &running, const QString &newFile)
@@ -285,8 +289,9 @@ TQ3DatabaseTarget Q3RestoreDatabase(const TQ3DatabaseTarget &running, const QStr
                 progress(tables, total, line);
         });
     } catch (const EQ3Exception &e) {
-        // A file the service cannot read as a backup stops it before any database is made.
-        if (!created)
+        // A file the service cannot read as a backup stops it before any
+        // database is made; a new file it cannot make is named in its reason.
+        if (!created && !e.Message().contains(newFile))
             throw EQ3Exception(QString::fromUtf8(Q3MsgBackupNonValido) + QLatin1Char('\n') + e.Message());
         RemoveRestored(made);
         throw EQ3Exception(QStringLiteral("Ripristino non riuscito:\n%1").arg(e.Message()));
@@ -332,12 +337,14 @@ TQ3BackupResult Q3RunAutoBackup(const TQ3DatabaseTarget &target, const TQ3AutoBa
     if (options.Cartella.trimmed().isEmpty())
         throw EQ3Exception(QStringLiteral("Backup automatico: nessuna cartella indicata nelle opzioni."));
     const QDir folder(options.Cartella);
-    if (!folder.exists() && !QDir().mkpath(folder.path()))
+    // A server's folder is the server's own, which the server must find.
+    if (!target.IsRemote() && !folder.exists() && !QDir().mkpath(folder.path()))
         throw EQ3Exception(
             QStringLiteral("Backup automatico: impossibile creare la cartella \"%1\".").arg(folder.path()));
     const TQ3BackupResult made = Q3BackupDatabase(target, folder.filePath(Q3AutoBackupFileName(when)), progress);
 
-    // The names sort by their time: the oldest come first.
+    // The names sort by their time: the oldest come first. A server's folder
+    // that this computer cannot see keeps its copies.
     static const QRegularExpression automatic(QStringLiteral("^quillo3-\\d{4}-\\d{2}-\\d{2}-\\d{4}\\.fbk$"));
     QStringList copies = folder.entryList({QStringLiteral("quillo3-*.fbk")}, QDir::Files, QDir::Name);
     copies.removeIf([](const QString &name) { return !automatic.match(name).hasMatch(); });

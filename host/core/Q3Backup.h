@@ -19,7 +19,7 @@
 // through so far, and how many it goes through in all.
 using TQ3BackupProgress = std::function<void(int tablesDone, int tables, const QString &line)>;
 
-// A backup made: its file and size in bytes.
+// A backup made: its file and size in bytes (as the service wrote them).
 struct Q3_EXPORT TQ3BackupResult
 {
     QString File;
@@ -69,7 +69,10 @@ Q3_EXPORT QString Q3AutoBackupFileName(const QDateTime &when);
 
 // Makes an automatic backup into the options' folder (made when missing),
 // named after the time, and removes the oldest automatic backups there beyond
-// the options' number of copies. Raises EQ3Exception.
+// the options' number of copies. For a server's database the folder is on
+// the server, which must have it; its oldest copies are removed when this
+// computer sees the folder too (the same machine, or a shared path).
+// Raises EQ3Exception.
 Q3_EXPORT TQ3BackupResult Q3RunAutoBackup(const TQ3DatabaseTarget &target, const TQ3AutoBackupOptions &options,
                                           const QDateTime &when, const TQ3BackupProgress &progress = {});
 

@@ -53,7 +53,15 @@ private:
         QVERIFY(run);
         QVERIFY(run->isEnabled());
         QTest::mouseClick(run, Qt::LeftButton);
+        if (window->Running()) {
+            // Its inputs wait for the end, and the window stays open.
+            QVERIFY(!run->isEnabled());
+            QVERIFY(!window->findChild<QLineEdit *>(QStringLiteral("edtFileBackup"))->isEnabled());
+            window->reject();
+            QVERIFY(window->isVisible());
+        }
         QTRY_VERIFY_WITH_TIMEOUT(!window->Running(), 60000);
+        QVERIFY(run->isEnabled());
     }
     static QStringList Headless(const QString &database, const QString &passwordFile)
     {
@@ -87,7 +95,10 @@ void TestQ3BackupDialog::backupMakesTheChosenFileAndTellsItsSize()
 
     const QString file = QDir(db.Folder()).filePath(QStringLiteral("mio backup.fbk"));
     Type(&dialog, QStringLiteral("edtFileBackup"), file);
+    bool ran = false;
+    connect(dialog.Job(), &TQ3BackupJob::Progress, this, [&ran] { ran = true; });
     RunAndWait(&dialog, QStringLiteral("btnEseguiBackup"));
+    QVERIFY(ran);
     QVERIFY(QFile::exists(file));
     QCOMPARE(responder.Messages().size(), 1);
     const TQ3Message box = responder.Messages().first();

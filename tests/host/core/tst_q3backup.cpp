@@ -16,6 +16,7 @@ private slots:
     void backupThenRestoreKeepsEveryRowOfEveryTable();
     void restoreOfAFileThatIsNotABackupMakesNothing();
     void restoreOverAnExistingFileIsRefused();
+    void restoreIntoAFolderThatIsNotThereSaysWhy();
     void restoreOverTheDatabaseInUseIsRefused();
     void restoreOfAnotherSchemaIsRemoved();
     void restoreOfAFirebirdBackupNotOfQuillo3IsRemoved();
@@ -83,6 +84,18 @@ void TestQ3Backup::restoreOverAnExistingFileIsRefused()
     QFile file(existing);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("dati"));
+}
+
+void TestQ3Backup::restoreIntoAFolderThatIsNotThereSaysWhy()
+{
+    TQ3TestDatabase db;
+    const QString backup = QDir(db.Folder()).filePath(QStringLiteral("copia.fbk"));
+    Q3BackupDatabase(db.Target(), backup);
+    const QString newFile = QDir(db.Folder()).filePath(QStringLiteral("manca/nuovo.fdb"));
+    const QString message = Q3RestoreFailure(db.Target(), backup, newFile);
+    QVERIFY2(message.startsWith(QStringLiteral("Ripristino non riuscito:\n")), qPrintable(message));
+    QVERIFY2(message.contains(newFile), qPrintable(message));
+    QVERIFY(!QFile::exists(newFile));
 }
 
 void TestQ3Backup::restoreOverTheDatabaseInUseIsRefused()

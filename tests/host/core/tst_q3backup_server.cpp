@@ -3,8 +3,10 @@
 #include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
 #include "Q3TestDatabase.h"
+#include "Q3TestServer.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QtTest>
 
@@ -20,6 +22,8 @@ private slots:
     void backupThenRestoreKeepsEveryRowOfEveryTable();
     void restoreOverAnExistingFileOrTheDatabaseInUseIsRefused();
     void restoreOfAFileThatIsNotABackupMakesNothing();
+    void autoBackupOnTheServerKeepsTheLastCopies();
+    void backupOfAServerThatWentAwayFailsAtOnce();
 };
 
 void TestQ3BackupServer::init()
@@ -73,6 +77,45 @@ void TestQ3BackupServer::restoreOfAFileThatIsNotABackupMakesNothing()
     QVERIFY2(message.startsWith(QStringLiteral("Il file scelto non è un backup di Quillo 3 valido.\n")),
              qPrintable(message));
     QVERIFY(!QFile::exists(newFile));
+}
+
+void TestQ3BackupServer::autoBackupOnTheServerKeepsTheLastCopies()
+{
+    TQ3TestDatabase db(TQ3TestDatabase::Where::Server);
+    TQ3AutoBackupOptions options;
+    options.Attivo = true;
+    // The server's folder: it must be there already.
+    options.Cartella = db.Folder();
+    options.Copie = 2;
+    const QDateTime first(QDate(2026, 11, 24), QTime(9, 5));
+    for (int i = 0; i < 3; ++i)
+        Q3RunAutoBackup(db.Target(), options, first.addDays(i));
+    QCOMPARE(QDir(db.Folder()).entryList({QStringLiteral("*.fbk")}, QDir::Files, QDir::Name),
+             QStringList(
+                 {QStringLiteral("quillo3-2026-11-25-0905.fbk"), QStringLiteral("quillo3-2026-11-26-0905.fbk")}));
+}
+
+void TestQ3BackupServer::backupOfAServerThatWentAwayFailsAtOnce()
+{
+    TQ3TestServer server;
+    TQ3TestDatabase db(TQ3TestDatabase::Where::Server);
+    TQ3AutoBackupOptions options;
+    options.Attivo = true;
+    options.Cartella = db.Folder();
+    server.Stop();
+    QElapsedTimer timer;
+    timer.start();
+    QString message;
+    try {
+        Q3RunAutoBackup(db.Target(), options, QDateTime::currentDateTime());
+    } catch (const EQ3Exception &e) {
+        message = e.Message();
+    }
+    const qint64 waited = timer.elapsed();
+    server.Resume();
+    QVERIFY2(message.startsWith(QStringLiteral("Backup non riuscito:\n")), qPrintable(message));
+    QVERIFY2(waited < 30000, qPrintable(QString::number(waited)));
+    QVERIFY(QDir(db.Folder()).entryList({QStringLiteral("*.fbk")}, QDir::Files).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestQ3BackupServer)
