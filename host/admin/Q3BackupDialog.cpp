@@ -11,7 +11,9 @@ TQ3BackupDialog::TQ3BackupDialog(const TQ3DatabaseTarget &target, QWidget *paren
 {
     m_file = AddFileField(QStringLiteral("File di backup"), QStringLiteral("edtFileBackup"), TFileChoice::Save,
                           QStringLiteral("Backup di Quillo 3 (*.fbk)"));
-    m_file->setText(QDir(QDir::homePath()).filePath(Q3AutoBackupFileName(QDateTime::currentDateTime())));
+    // A file of this computer's user; a server's path is the user's to tell.
+    if (!target.IsRemote())
+        m_file->setText(QDir(QDir::homePath()).filePath(Q3AutoBackupFileName(QDateTime::currentDateTime())));
 }
 
 void TQ3BackupDialog::Run()

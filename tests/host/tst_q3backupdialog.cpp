@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -28,6 +29,9 @@ class TestQ3BackupDialog : public QObject
 private slots:
     void backupMakesTheChosenFileAndTellsItsSize();
     void backupOverAnExistingFileAsksFirst();
+    void browseFillsTheChosenFile();
+    void emptyFileIsAskedFor();
+    void aServersPathsAreTheServers();
     void restoreMakesTheNewDatabaseAndOffersIt();
     void restoreDeclinedLeavesTheChoiceUnmade();
     void restoreOfAFileThatIsNotABackupShowsWhy();
@@ -127,6 +131,57 @@ void TestQ3BackupDialog::backupOverAnExistingFileAsksFirst()
     QFile kept(file);
     QVERIFY(kept.open(QIODevice::ReadOnly));
     QCOMPARE(kept.readAll(), QByteArray("mio"));
+}
+
+void TestQ3BackupDialog::browseFillsTheChosenFile()
+{
+    TQ3TestDatabase db;
+    TQ3RipristinoDialog dialog(db.Target());
+    dialog.show();
+    const QString chosen = QDir(db.Folder()).filePath(QStringLiteral("scelto.fdb"));
+    QString title;
+    QTimer::singleShot(0, [&] {
+        auto files = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!files)
+            return;
+        title = files->windowTitle();
+        auto name = files->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name->setText(chosen);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("btnSfogliaNuovoDatabase")), Qt::LeftButton);
+    QCOMPARE(title, QStringLiteral("Nuovo file di database"));
+    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("edtNuovoDatabase"))->text(), chosen);
+    QVERIFY(dialog.findChild<QLineEdit *>(QStringLiteral("edtFileBackup"))->text().isEmpty());
+}
+
+void TestQ3BackupDialog::emptyFileIsAskedFor()
+{
+    TQ3RecordingResponder responder;
+    TQ3TestDatabase db;
+    TQ3BackupDialog dialog(db.Target());
+    dialog.show();
+    Type(&dialog, QStringLiteral("edtFileBackup"), QStringLiteral("  "));
+    RunAndWait(&dialog, QStringLiteral("btnEseguiBackup"));
+    QCOMPARE(responder.Messages().size(), 1);
+    QCOMPARE(responder.Messages().first().Title, QStringLiteral("Attenzione"));
+    QCOMPARE(responder.Messages().first().Text, QStringLiteral("Indicare il file di backup."));
+    QVERIFY(QDir(db.Folder()).entryList({QStringLiteral("*.fbk")}, QDir::Files).isEmpty());
+}
+
+void TestQ3BackupDialog::aServersPathsAreTheServers()
+{
+    const TQ3DatabaseTarget server{QStringLiteral("dbserver/3050:/srv/quillo3.fdb"), QStringLiteral("U"),
+                                   QStringLiteral("P")};
+    TQ3BackupDialog backup(server);
+    QCOMPARE(backup.findChild<QLabel *>(QStringLiteral("lbledtFileBackup"))->text(),
+             QStringLiteral("File di backup (percorso sul server):"));
+    QVERIFY(backup.findChild<QLineEdit *>(QStringLiteral("edtFileBackup"))->text().isEmpty());
+    TQ3RipristinoDialog restore(server);
+    QCOMPARE(restore.findChild<QLabel *>(QStringLiteral("lbledtNuovoDatabase"))->text(),
+             QStringLiteral("Nuovo file di database (percorso sul server):"));
+    QCOMPARE(Q3RestoreTarget(server, QStringLiteral("/srv/ripristinato.fdb")).Database,
+             QStringLiteral("dbserver/3050:/srv/ripristinato.fdb"));
 }
 
 void TestQ3BackupDialog::restoreMakesTheNewDatabaseAndOffersIt()
