@@ -1,6 +1,7 @@
 #include "Q3Host.h"
 
 #include "Q3Application.h"
+#include "Q3BackupAutomatico.h"
 #include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
 #include "Q3HostSchema.h"
@@ -187,6 +188,12 @@ void TQ3Host::UnloadModules()
     m_modules.Unload();
 }
 
+void TQ3Host::AutoBackup()
+{
+    if (m_connection && m_connection->Connected())
+        Q3BackupAutomaticoAllUscita(m_target, m_connection->Database());
+}
+
 int RunQuillo3(int argc, char **argv)
 {
     // Neither the headless mode nor the help needs a screen.
@@ -243,6 +250,7 @@ int RunQuillo3(int argc, char **argv)
         code = QApplication::exec();
     }
     host.UnloadModules();
+    host.AutoBackup();
     SetQ3MessageResponder(nullptr);
     return code;
 }

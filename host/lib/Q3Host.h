@@ -48,6 +48,9 @@ public:
     void LoadModules();
     // ModuloFinalize, then Finalize, of every module; then the main objects go.
     void UnloadModules();
+    // At the exit, after the modules: the automatic backup, when the options
+    // ask for it; a failure is shown and the exit goes on.
+    void AutoBackup();
 
     TQ3MainForm *MainForm() const { return m_mainForm.get(); }
     TQ3Connection *Connection() const { return m_connection; }
