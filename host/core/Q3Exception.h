@@ -18,3 +18,11 @@ private:
 
 // The message of any caught failure, whatever its type.
 Q3_EXPORT QString ExceptionMessage(const std::exception &e);
+
+// A refusal by a rule of the application (shown as a warning, "Attenzione"),
+// unlike a failure (shown as an error, "Errore").
+class Q3_EXPORT EQ3Rifiuto : public EQ3Exception
+{
+public:
+    using EQ3Exception::EQ3Exception;
+};

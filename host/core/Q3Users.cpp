@@ -71,7 +71,7 @@ bool TQ3Users::NeedsPassword(const QString &userName) const
 void TQ3Users::SetPassword(const QString &userName, const QString &password)
 {
     if (password.size() < Q3MinPasswordLength)
-        throw EQ3Exception(QStringLiteral("La password deve contenere almeno %1 caratteri.").arg(Q3MinPasswordLength));
+        throw EQ3Rifiuto(QStringLiteral("La password deve contenere almeno %1 caratteri.").arg(Q3MinPasswordLength));
     ExecSQL(m_db, QStringLiteral("UPDATE UTENTI SET PASSWORD_HASH = %1 WHERE UPPER(USER_NAME) = %2")
                       .arg(QuotedStr(Q3HashPassword(password)), QuotedStr(userName.toUpper())));
 }
