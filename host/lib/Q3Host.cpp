@@ -2,13 +2,20 @@
 
 #include "Q3Application.h"
 #include "Q3BackupAutomatico.h"
+#include "Q3BackupDialog.h"
+#include "Q3CambiaPassword.h"
 #include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
 #include "Q3HostSchema.h"
 #include "Q3LoginDialog.h"
+#include "Q3MenuAmministrazione.h"
 #include "Q3Messages.h"
+#include "Q3OpzioniDialog.h"
 #include "Q3Registry.h"
+#include "Q3RipristinoDialog.h"
+#include "Q3Ruoli.h"
 #include "Q3Users.h"
+#include "Q3UtentiRuoli.h"
 #include "Q3WidgetServices.h"
 
 #include <QCommandLineParser>
@@ -188,6 +195,44 @@ void TQ3Host::UnloadModules()
     m_modules.Unload();
 }
 
+TQ3ModuleMetadata TQ3Host::OpzioniHost()
+{
+    TQ3ModuleMetadata host;
+    host.Name = QStringLiteral("Quillo3");
+    host.Description = QStringLiteral("Quillo 3");
+    host.Options = {
+        {QStringLiteral("BACKUP_AUTOMATICO"), QStringLiteral("Backup automatico all'uscita"), TQ3ModuleOptionKind::SiNo,
+         QStringLiteral("False")},
+        {QStringLiteral("BACKUP_CARTELLA"), QStringLiteral("Cartella dei backup automatici"),
+         TQ3ModuleOptionKind::Testo, QString()},
+        {QStringLiteral("BACKUP_COPIE"), QStringLiteral("Copie dei backup automatici da conservare"),
+         TQ3ModuleOptionKind::Testo, QStringLiteral("5")},
+    };
+    return host;
+}
+
+void TQ3Host::CreaMenuAmministrazione()
+{
+    TQ3MainForm *form = m_mainForm.get();
+    const QSqlDatabase db = m_connection->Database();
+    const TQ3DatabaseTarget target = m_target;
+    const QList<TQ3ModuleMetadata> opzioni = QList<TQ3ModuleMetadata>{OpzioniHost()} + m_modules.StartedMetadata();
+    Q3CreaMenuAmministrazione(form,
+                              {{QStringLiteral("actUtentiRuoli"), QStringLiteral("Utenti e ruoli..."), true,
+                                [db, form] { Q3ApriUtentiRuoli(db, form); }},
+                               {QStringLiteral("actOpzioni"), QStringLiteral("Opzioni..."), true,
+                                [db, opzioni, form] { Q3ApriOpzioni(db, opzioni, form); }},
+                               {},
+                               {QStringLiteral("actBackup"), QStringLiteral("Backup..."), true,
+                                [target, form] { Q3ApriBackup(target, form); }},
+                               {QStringLiteral("actRipristino"), QStringLiteral("Ripristino..."), true,
+                                [target, form] { Q3ApriRipristino(target, form); }},
+                               {},
+                               {QStringLiteral("actCambiaPassword"), QStringLiteral("Cambia password..."), false,
+                                [db, form] { Q3ApriCambiaPassword(db, GetQ3CurrentUserName(), form); }}},
+                              [db] { return Q3UtenteAmministratore(db, GetQ3CurrentUserName()); });
+}
+
 void TQ3Host::AutoBackup()
 {
     if (m_connection && m_connection->Connected())
@@ -236,6 +281,7 @@ int RunQuillo3(int argc, char **argv)
         if (!host.Login())
             return options.Headless ? 3 : 0;
         host.LoadModules();
+        host.CreaMenuAmministrazione();
     } catch (const std::exception &e) {
         if (options.Headless)
             PrintError(ExceptionMessage(e));

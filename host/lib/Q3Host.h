@@ -46,6 +46,12 @@ public:
     // Starts the modules of the modules folder (TQ3ModuleLoader::Load), owned
     // by the application.
     void LoadModules();
+    // The "Amministrazione" menu of the main form: the firm's data, users and
+    // roles, the options of the host and of the modules started, backup and
+    // restore for administrators, "Cambia password" for every user.
+    void CreaMenuAmministrazione();
+    // The host's own options, shown with the modules' ones.
+    static TQ3ModuleMetadata OpzioniHost();
     // ModuloFinalize, then Finalize, of every module; then the main objects go.
     void UnloadModules();
     // At the exit, after the modules: the automatic backup, when the options
