@@ -16,6 +16,24 @@ TQ3SchemaStep CreateStep(const QString &key, const QStringList &statements, cons
     return step;
 }
 
+// The firm's data the electronic invoice needs beyond what the table had:
+// the tax regime, the company register entry in its parts, whether the
+// company has a sole shareholder, whether it is being wound up, and the
+// country code of its address.
+TQ3SchemaStep AziendaFatturaElettronica()
+{
+    TQ3SchemaStep step;
+    step.Key = QStringLiteral("AZIENDA");
+    step.From = QStringLiteral("1.0.0");
+    step.To = QStringLiteral("1.1.0");
+    for (const char *column :
+         {"REGIME_FISCALE VARCHAR(4) DEFAULT 'RF01' NOT NULL", "REA_UFFICIO VARCHAR(2) DEFAULT '' NOT NULL",
+          "REA_NUMERO VARCHAR(20) DEFAULT '' NOT NULL", "SOCIO_UNICO VARCHAR(2) DEFAULT '' NOT NULL",
+          "STATO_LIQUIDAZIONE VARCHAR(2) DEFAULT 'LN' NOT NULL", "CODICE_NAZIONE VARCHAR(2) DEFAULT 'IT' NOT NULL"})
+        step.Statements << QStringLiteral("ALTER TABLE AZIENDA ADD ") + QString::fromLatin1(column);
+    return step;
+}
+
 QList<TQ3SchemaStep> HostSteps()
 {
     const QString master = QString::fromLatin1(Q3MasterPermission);
@@ -93,6 +111,7 @@ QList<TQ3SchemaStep> HostSteps()
                                          "CONSTRAINT PK_AZIENDA PRIMARY KEY(IDAZIENDA))"),
                           QStringLiteral("AZIENDA"), QStringLiteral("AZIENDA"),
                           {QStringLiteral("INSERT INTO AZIENDA (IDAZIENDA) VALUES (0)")}),
+        AziendaFatturaElettronica(),
         // Failed logins of a user name in a row, and when the last one was.
         CreateStep(QStringLiteral("ACCESSI_FALLITI"),
                    {QStringLiteral("CREATE TABLE ACCESSI_FALLITI (USER_NAME VARCHAR(50) NOT NULL, "

@@ -8,6 +8,7 @@
 #include <QCollator>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
 
 namespace {
@@ -59,6 +60,20 @@ int CompareValues(const QVariant &left, const QVariant &right)
     }
     const QPartialOrdering order = QVariant::compare(left, right);
     return order == QPartialOrdering::Less ? -1 : order == QPartialOrdering::Greater ? 1 : 0;
+}
+
+// The picture a column holds, scaled into the box with its proportions kept
+// and centred; nothing for an empty value or bytes that are no picture.
+void DrawColumnImage(QPainter &painter, const QRectF &box, const QVariant &value)
+{
+    const QImage image = QImage::fromData(value.toByteArray());
+    if (image.isNull())
+        return;
+    QSizeF size = image.size();
+    size.scale(box.size(), Qt::KeepAspectRatio);
+    QRectF target(QPointF(), size);
+    target.moveCenter(box.center());
+    painter.drawImage(target, image);
 }
 
 } // namespace
@@ -536,7 +551,9 @@ void TQ3ReportDocument::DrawPage(QPainter &painter, int index) const
                 painter.setBrush(Qt::NoBrush);
                 break;
             case TQ3ReportItem::TKind::Image:
-                if (!item.Image.isNull())
+                if (!item.Segments.isEmpty())
+                    DrawColumnImage(painter, rect, FieldValue(item.Segments.constFirst(), placed.Rows));
+                else if (!item.Image.isNull())
                     painter.drawImage(rect, item.Image);
                 break;
             }

@@ -374,9 +374,18 @@ private:
                 item.PenWidth = 0;
         } else if (name == QLatin1String("image")) {
             item.Kind = TQ3ReportItem::TKind::Image;
-            const QString file = QDir(m_folder).filePath(Required(node, QStringLiteral("file")));
-            // A missing picture leaves its place empty: the rest of the document still prints.
-            item.Image.load(file);
+            if (node.Attributes.hasAttribute(QStringLiteral("source"))) {
+                // The picture of a column (a BLOB holding an image file's bytes).
+                item.Segments =
+                    Segments(node, QLatin1Char('{') + node.Attr(QStringLiteral("source")) + QLatin1Char('}'),
+                             connection);
+                if (item.Segments.size() != 1 || item.Segments.constFirst().Kind != TQ3ReportSegment::TKind::Field)
+                    Fail(node, QStringLiteral("source indica una colonna: connessione.COLONNA"));
+            } else {
+                const QString file = QDir(m_folder).filePath(Required(node, QStringLiteral("file")));
+                // A missing picture leaves its place empty: the rest of the document still prints.
+                item.Image.load(file);
+            }
         } else {
             Fail(node, QStringLiteral("elemento sconosciuto"));
         }

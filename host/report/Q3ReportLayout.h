@@ -57,7 +57,9 @@ struct Q3_EXPORT TQ3ReportItem
     bool Grow = false;         // wraps and makes its band as tall as its text needs
     bool Stretch = false;      // follows its band's growth downwards
     bool AnchorBottom = false; // moves down with its band's growth
-    QImage Image;
+    QImage Image;              // images of a file
+    // Images of a column (one field segment): drawn as large as their box
+    // allows, keeping their proportions, centred in it.
 };
 
 struct Q3_EXPORT TQ3ReportBand

@@ -1,7 +1,8 @@
 #pragma once
 
 // Driving the host's administration windows as a user would: buttons, check
-// boxes, the small forms they open modally, and the rights a user holds.
+// boxes, inputs, combo boxes, the small forms and file dialogs they open
+// modally, and the rights a user holds.
 #include "Q3Sql.h"
 #include "Q3TestDatabase.h"
 #include "Q3WidgetTestKit.h"
@@ -9,7 +10,10 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
+#include <QFileDialog>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -175,6 +179,58 @@ inline bool UserHolds(const TQ3TestDatabase &db, const QString &user, const QStr
                      .arg(QuotedStr(user), QuotedStr(right)))
                .toInt()
            > 0;
+}
+
+// The same by a name written as a literal.
+inline void Click(QWidget *window, const char *name)
+{
+    Click(window, QString::fromLatin1(name));
+}
+
+inline void Type(QWidget *window, const char *name, const QString &text)
+{
+    Type(window, QString::fromLatin1(name), text);
+}
+
+inline QLineEdit *Edit(QWidget *window, const char *name)
+{
+    return Field<QLineEdit>(window, QString::fromLatin1(name));
+}
+
+// Chooses the combo box's entry whose data is the code.
+inline void Choose(QWidget *window, const char *name, const QString &code)
+{
+    auto combo = Field<QComboBox>(window, QString::fromLatin1(name));
+    combo->setCurrentIndex(combo->findData(code));
+}
+
+// Answers the file dialog the next click opens: the file's path typed in its
+// name and Enter pressed.
+inline void ChooseFileWhenShown(QObject *owner, const QString &file)
+{
+    auto timer = new QTimer(owner);
+    timer->setInterval(20);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, file] {
+        auto dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        auto name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name->setText(file);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    timer->start();
+}
+
+// A picture file of one colour, twice as wide as tall; answers its path.
+inline QString LogoFile(const QString &folder, const QColor &colour = QColor(200, 0, 0))
+{
+    QImage image(QSize(120, 60), QImage::Format_RGB32);
+    image.fill(colour);
+    const QString file = folder + QStringLiteral("/logo.png");
+    image.save(file);
+    return file;
 }
 
 } // namespace Q3AdminTest

@@ -2,6 +2,7 @@
 
 #include "KRVTesti.h"
 #include "KRVUtils.h"
+#include "Q3Controlli.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
 #include "Q3Messages.h"
@@ -278,7 +279,9 @@ QString TKRVInserimentoClienti::ValidationError()
         return QStringLiteral("Non è stata indicata la ragione sociale!");
     if (Entita().CodiceEsiste(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
-    return {};
+    // An Italian customer's tax codes are checked; a foreign one's are kept as written.
+    return Q3ProblemiCodiciFiscali(txtPartitaIVA->text(), txtCodiceFiscale->text(), txtNazione->text())
+        .join(QStringLiteral("\n\r"));
 }
 
 bool TKRVInserimentoClienti::CanDeleteRecord()

@@ -6,6 +6,7 @@
 #include "Q3ReportFormat.h"
 #include "Q3TestDatabase.h"
 
+#include <QBuffer>
 #include <QDate>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -749,6 +750,79 @@ private slots:
         };
         run.Project.ExecuteReport(QStringLiteral("Elenco"));
         QVERIFY(Q3PdfText(file).contains(QStringLiteral("Riga 2")));
+    }
+
+    // An image of a column: the picture file's bytes a BLOB holds, drawn as
+    // large as its box allows with its proportions kept, centred; nothing for
+    // an empty value or bytes that are no picture.
+    void imageOfColumn_scaledIntoItsBox()
+    {
+        const QByteArray project =
+            R"(<project><report name="Logo"><page size="A4" left="10" top="10" right="10" bottom="10"/>
+            <connection name="dsAzienda"/>
+            <title height="40"><image x="20" y="0" width="40" height="40" source="dsAzienda.LOGO"/></title>
+            </report></project>)";
+        const auto layouts = Q3ReadReportProject(project, QString());
+        QImage logo(QSize(200, 100), QImage::Format_RGB32);
+        logo.fill(Qt::red);
+        QByteArray png;
+        QBuffer buffer(&png);
+        QVERIFY(logo.save(&buffer, "PNG"));
+        const auto redRows = [&](const QVariant &value) {
+            TQ3MemoryData azienda{{QStringLiteral("RAGIONESOCIALE"), QStringLiteral("LOGO")}};
+            azienda.AddRow({QStringLiteral("Rossi"), value});
+            TQ3ReportContext context;
+            context.Connections.insert(QStringLiteral("dsAzienda"), &azienda);
+            const TQ3ReportDocument document(layouts.constFirst(), context);
+            QImage page(QSize(210, 297), QImage::Format_RGB32);
+            page.fill(Qt::white);
+            {
+                QPainter painter(&page);
+                painter.scale(1 / Q3ReportUnitsPerMm, 1 / Q3ReportUnitsPerMm);
+                document.DrawPage(painter, 0);
+            }
+            // The millimetres from the paper's top whose row is red, and how wide it is.
+            QStringList rows;
+            for (int y = 0; y < 60; ++y) {
+                int first = -1;
+                int last = -1;
+                for (int x = 0; x < 210; ++x) {
+                    if (page.pixelColor(x, y) == QColor(Qt::red)) {
+                        last = x;
+                        if (first < 0)
+                            first = x;
+                    }
+                }
+                if (first >= 0)
+                    rows << QStringLiteral("%1:%2-%3").arg(y).arg(first).arg(last);
+            }
+            return rows;
+        };
+        // A box of 40 x 40 mm at 30 mm from the paper's left and 10 mm from its
+        // top takes a picture twice as wide as tall as 40 x 20 mm, in its middle.
+        const QStringList drawn = redRows(png);
+        QCOMPARE(drawn.size(), 20);
+        QCOMPARE(drawn.constFirst(), QStringLiteral("20:30-69"));
+        QCOMPARE(drawn.constLast(), QStringLiteral("39:30-69"));
+        QVERIFY(redRows(QVariant()).isEmpty());
+        QVERIFY(redRows(QByteArray("no picture")).isEmpty());
+
+        const auto fails = [](const char *source) {
+            try {
+                Q3ReadReportProject(QByteArray("<project><report name=\"R\"><connection name=\"dsAzienda\"/>"
+                                               "<title height=\"5\"><image x=\"0\" y=\"0\" width=\"5\" height=\"5\" "
+                                               "source=\"")
+                                        + source + "\"/></title></report></project>",
+                                    QString());
+            } catch (const EQ3Exception &e) {
+                return e.Message();
+            }
+            return QString();
+        };
+        QCOMPARE(fails("dsAzienda.LOGO"), QString());
+        QVERIFY(fails("count:dsAzienda").contains(QStringLiteral("source indica una colonna")));
+        QVERIFY(fails("dsAzienda.LOGO} e {dsAzienda.LOGO").contains(QStringLiteral("source indica una colonna")));
+        QVERIFY(fails("dsAltro.LOGO").contains(QStringLiteral("la connessione \"dsAltro\" non è dichiarata")));
     }
 };
 

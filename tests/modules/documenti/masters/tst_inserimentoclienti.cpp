@@ -75,6 +75,9 @@ private slots:
     void savesTheProposedCodeWithEmptyTaxCodes();
     void savesEveryFieldAndReadsItBack();
     void checksComeInOrder();
+    void wrongTaxCodesAreRefusedNamingTheField();
+    void rightTaxCodesAreSaved();
+    void foreignCustomersTaxCodesAreKeptAsWritten();
     void codeDifferingOnlyInCaseIsRefused();
     void savedCustomerKeepsItsCodeLocked();
     void paymentTypeChosenInTheDialogIsSaved();
@@ -316,6 +319,57 @@ void TestInserimentoClienti::checksComeInOrder()
     QVERIFY(Customers().isEmpty());
     QVERIFY(m_editor->NewRecord());
     QVERIFY(m_editor->Modified());
+}
+
+// An Italian customer's Partita IVA and Codice Fiscale must add up to their
+// check digits: a wrong one is named in the warning and nothing is saved.
+void TestInserimentoClienti::wrongTaxCodesAreRefusedNamingTheField()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    Type(Edit("txtPartitaIVA"), QStringLiteral("01234567890"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    Type(Edit("txtPartitaIVA"), QStringLiteral("12345678903"));
+    Type(Edit("txtCodiceFiscale"), QStringLiteral("RSSMRA80A01H501A"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    Type(Edit("txtNazione"), QStringLiteral("Italia"));
+    Type(Edit("txtPartitaIVA"), QStringLiteral("1234567890"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QCOMPARE(m_boxes->Messages().size(), 3);
+    KRV_COMPARE_BOX(m_boxes->Messages().at(0), "Attenzione", "La partita IVA non è valida: controllare le 11 cifre.",
+                    Warning, Ok);
+    KRV_COMPARE_BOX(m_boxes->Messages().at(1), "Attenzione", "Il codice fiscale non è valido.", Warning, Ok);
+    KRV_COMPARE_BOX(m_boxes->Messages().at(2), "Attenzione",
+                    "La partita IVA non è valida: controllare le 11 cifre.\n\rIl codice fiscale non è valido.", Warning,
+                    Ok);
+    QVERIFY(Customers().isEmpty());
+    QVERIFY(m_editor->NewRecord());
+    QVERIFY(m_editor->Modified());
+    QCOMPARE(Edit("txtPartitaIVA")->text(), QStringLiteral("1234567890"));
+}
+
+void TestInserimentoClienti::rightTaxCodesAreSaved()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Rossi Mario"));
+    Type(Edit("txtPartitaIVA"), QStringLiteral("12345678903"));
+    // A code changed for a namesake: letters in place of its last digits.
+    Type(Edit("txtCodiceFiscale"), QStringLiteral("rssmra80a01h5lmx"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY2(m_boxes->Messages().isEmpty(), qPrintable(m_boxes->Messages().value(0).Text));
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT PARTITAIVA, CODICEFISCALE FROM CLIENTI")),
+             QStringList{QStringLiteral("12345678903|RSSMRA80A01H5LMX")});
+}
+
+// A foreign customer's VAT number follows the rules of its own country.
+void TestInserimentoClienti::foreignCustomersTaxCodesAreKeptAsWritten()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Schmidt GmbH"));
+    Type(Edit("txtNazione"), QStringLiteral("Germania"));
+    Type(Edit("txtPartitaIVA"), QStringLiteral("DE123456789"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY2(m_boxes->Messages().isEmpty(), qPrintable(m_boxes->Messages().value(0).Text));
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT NAZIONE, PARTITAIVA FROM CLIENTI")),
+             QStringList{QStringLiteral("Germania|DE123456789")});
 }
 
 void TestInserimentoClienti::codeDifferingOnlyInCaseIsRefused()
