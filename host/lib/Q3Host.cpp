@@ -5,6 +5,7 @@
 #include "Q3BackupDialog.h"
 #include "Q3CambiaPassword.h"
 #include "Q3DatabaseFile.h"
+#include "Q3DatiAzienda.h"
 #include "Q3Exception.h"
 #include "Q3HostSchema.h"
 #include "Q3LoginDialog.h"
@@ -218,7 +219,9 @@ void TQ3Host::CreaMenuAmministrazione()
     const TQ3DatabaseTarget target = m_target;
     const QList<TQ3ModuleMetadata> opzioni = QList<TQ3ModuleMetadata>{OpzioniHost()} + m_modules.StartedMetadata();
     Q3CreaMenuAmministrazione(form,
-                              {{QStringLiteral("actUtentiRuoli"), QStringLiteral("Utenti e ruoli..."), true,
+                              {{QStringLiteral("actDatiAzienda"), QStringLiteral("Dati azienda..."), true,
+                                [db, form] { Q3ApriDatiAzienda(db, form); }},
+                               {QStringLiteral("actUtentiRuoli"), QStringLiteral("Utenti e ruoli..."), true,
                                 [db, form] { Q3ApriUtentiRuoli(db, form); }},
                                {QStringLiteral("actOpzioni"), QStringLiteral("Opzioni..."), true,
                                 [db, opzioni, form] { Q3ApriOpzioni(db, opzioni, form); }},
