@@ -41,7 +41,7 @@ TQ3OpzioniDialog::TQ3OpzioniDialog(const QSqlDatabase &db, const QList<TQ3Module
 {
     setObjectName(QStringLiteral("Q3Opzioni"));
     setWindowTitle(QStringLiteral("Opzioni"));
-    setMinimumSize(560, 300);
+    setMinimumSize(720, 320);
 
     auto contenuto = new QWidget;
     auto colonna = new QVBoxLayout(contenuto);
@@ -79,6 +79,7 @@ void TQ3OpzioniDialog::AggiungiModulo(const TQ3ModuleMetadata &module, QVBoxLayo
     auto gruppo = new QGroupBox(module.Description);
     gruppo->setObjectName(QStringLiteral("grp") + module.Name);
     auto form = new QFormLayout(gruppo);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (const TQ3ModuleOption &opzione : module.Options) {
         TCampo campo{opzione, {}, false};
         const QString letto = Q3LeggiOpzione(m_db, opzione.Key, &campo.Memorizzato);
