@@ -1,5 +1,6 @@
 #include "Q3RipristinoDialog.h"
 
+#include "Q3DatabaseFile.h"
 #include "Q3Messages.h"
 
 TQ3RipristinoDialog::TQ3RipristinoDialog(const TQ3DatabaseTarget &target, QWidget *parent)
@@ -33,10 +34,11 @@ void TQ3RipristinoDialog::Succeeded(const QString &text)
                                    "Il database in uso resta invariato.")
                         .arg(text)))
         return;
+    ImpostaQ3DatabaseAllAvvio(text);
     m_chosen = text;
     Q3MessageBox(QStringLiteral("Informazioni"),
-                 QStringLiteral("Per lavorare sul database ripristinato, chiudere Quillo 3 e avviarlo con:\n"
-                                "quillo3 --database \"%1\"")
+                 QStringLiteral("Al prossimo avvio Quillo 3 userà il database ripristinato \"%1\".\n"
+                                "Per scegliere un altro database: quillo3 --database <file>")
                      .arg(text),
                  TQ3MsgIcon::Information);
 }

@@ -3,7 +3,10 @@
 #include "Q3Exception.h"
 #include "Q3Sql.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
 
 #include <ibase.h>
 
@@ -68,4 +71,31 @@ void DropQ3Database(const TQ3DatabaseTarget &target)
 bool Q3DatabaseFileMissing(const TQ3DatabaseTarget &target)
 {
     return !target.IsRemote() && !QFileInfo::exists(target.Database);
+}
+
+namespace {
+
+QString FileImpostazioni()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return QDir(folder).filePath(QStringLiteral("quillo3.ini"));
+}
+
+const QString ChiaveDatabase = QStringLiteral("Avvio/Database");
+
+} // namespace
+
+QString Q3DatabaseAllAvvio()
+{
+    return QSettings(FileImpostazioni(), QSettings::IniFormat).value(ChiaveDatabase).toString();
+}
+
+void ImpostaQ3DatabaseAllAvvio(const QString &database)
+{
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    QSettings settings(FileImpostazioni(), QSettings::IniFormat);
+    settings.setValue(ChiaveDatabase, database);
+    settings.sync();
+    if (settings.status() != QSettings::NoError)
+        throw EQ3Exception(QStringLiteral("Impossibile registrare il database da usare al prossimo avvio."));
 }

@@ -10,6 +10,12 @@
 // library; raises EQ3Exception with Firebird's message on failure.
 Q3_EXPORT void CreateQ3Database(const TQ3DatabaseTarget &target);
 
+// The database the next start opens when none is named, as the user chose it
+// (a restored one); empty when never chosen. Kept in quillo3.ini of the user's
+// data folder.
+Q3_EXPORT QString Q3DatabaseAllAvvio();
+Q3_EXPORT void ImpostaQ3DatabaseAllAvvio(const QString &database);
+
 // Drops a database; raises EQ3Exception on failure.
 Q3_EXPORT void DropQ3Database(const TQ3DatabaseTarget &target);
 

@@ -22,6 +22,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QIcon>
 #include <QLocale>
 #include <QStandardPaths>
@@ -104,6 +105,10 @@ bool TQ3StartOptions::Parse(const QStringList &arguments, QString *error)
 
 QString DefaultQ3Database()
 {
+    // A chosen file that is gone is not made anew: the default opens instead.
+    const QString scelto = Q3DatabaseAllAvvio();
+    if (!scelto.isEmpty() && (TQ3DatabaseTarget{scelto, {}, {}}.IsRemote() || QFileInfo::exists(scelto)))
+        return scelto;
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     return QDir(folder).filePath(QStringLiteral("quillo3.fdb"));
 }

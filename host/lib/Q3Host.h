@@ -23,7 +23,8 @@ struct Q3_EXPORT TQ3StartOptions
     bool Parse(const QStringList &arguments, QString *error);
 };
 
-// The embedded database used when none is named.
+// The database used when none is named: the one the user chose for the next
+// start (a restored one), otherwise the embedded default in the user's data folder.
 Q3_EXPORT QString DefaultQ3Database();
 
 // The first line of a text file, without its line ending; raises EQ3Exception.

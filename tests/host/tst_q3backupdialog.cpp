@@ -1,7 +1,9 @@
 #include "Q3Backup.h"
 #include "Q3BackupDialog.h"
 #include "Q3BackupTestKit.h"
+#include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
+#include "Q3Host.h"
 #include "Q3Messages.h"
 #include "Q3RipristinoDialog.h"
 #include "Q3Sql.h"
@@ -16,6 +18,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -27,6 +30,9 @@ class TestQ3BackupDialog : public QObject
     Q_OBJECT
 
 private slots:
+    // The choice of the next start's database goes to a test folder of its own.
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void init() { ImpostaQ3DatabaseAllAvvio(QString()); }
     void backupMakesTheChosenFileAndTellsItsSize();
     void backupOverAnExistingFileAsksFirst();
     void browseFillsTheChosenFile();
@@ -205,8 +211,16 @@ void TestQ3BackupDialog::restoreMakesTheNewDatabaseAndOffersIt()
     QCOMPARE(responder.Messages().at(0).Title, QStringLiteral("Conferma"));
     QVERIFY(responder.Messages().at(0).Text.contains(restored));
     QCOMPARE(responder.Messages().at(1).Title, QStringLiteral("Informazioni"));
-    QVERIFY(responder.Messages().at(1).Text.endsWith(QStringLiteral("quillo3 --database \"%1\"").arg(restored)));
+    QVERIFY(responder.Messages().at(1).Text.startsWith(
+        QStringLiteral("Al prossimo avvio Quillo 3 userà il database ripristinato \"%1\".").arg(restored)));
     QCOMPARE(dialog.DatabaseScelto(), restored);
+    // The next start without a database named opens the restored one.
+    QCOMPARE(Q3DatabaseAllAvvio(), restored);
+    QCOMPARE(DefaultQ3Database(), restored);
+    // Once that file is gone, the default opens again rather than a new empty one there.
+    QVERIFY(QFile::rename(restored, restored + QStringLiteral(".spostato")));
+    QVERIFY(DefaultQ3Database().endsWith(QLatin1String("/quillo3.fdb")));
+    QVERIFY(QFile::rename(restored + QStringLiteral(".spostato"), restored));
     QCOMPARE(Q3TableChecksums(TQ3DatabaseTarget{restored, {}, {}}), Q3TableChecksums(db.Target()));
     // The database in use is still the one the window was opened on.
     QCOMPARE(db.Scalar(QStringLiteral("SELECT COUNT(*) FROM PROVA_BACKUP")).toInt(), 100);
@@ -225,6 +239,8 @@ void TestQ3BackupDialog::restoreDeclinedLeavesTheChoiceUnmade()
     QCOMPARE(responder.Messages().size(), 1);
     QCOMPARE(responder.Messages().first().Title, QStringLiteral("Conferma"));
     QVERIFY(dialog.DatabaseScelto().isEmpty());
+    QVERIFY(Q3DatabaseAllAvvio().isEmpty());
+    QVERIFY(DefaultQ3Database().endsWith(QLatin1String("/quillo3.fdb")));
     QVERIFY(QFile::exists(restored));
 }
 
