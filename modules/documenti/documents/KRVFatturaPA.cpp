@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QHash>
+#include <QRegularExpression>
 #include <QXmlStreamWriter>
 
 #include <cmath>
@@ -136,7 +137,13 @@ QString ChiaveRiepilogo(double aliquota, const QString &natura)
 class TScrittore
 {
 public:
-    explicit TScrittore(QBuffer *buffer) : m_xml(buffer) {}
+    // One element a line, not indented: the file stays compact and a
+    // validator's message points at the element's own line.
+    explicit TScrittore(QBuffer *buffer) : m_xml(buffer)
+    {
+        m_xml.setAutoFormatting(true);
+        m_xml.setAutoFormattingIndent(0);
+    }
 
     void Apri(const QString &nome) { m_xml.writeStartElement(nome); }
     void Chiudi() { m_xml.writeEndElement(); }
@@ -192,6 +199,26 @@ void ScriviTrasmissione(TScrittore &s, const TKRVDatiFatturaPA &dati)
     s.Chiudi();
 }
 
+void ScriviContatti(TScrittore &s, const TQ3Azienda &a)
+{
+    // Contacts the schema would refuse (a telephone outside 5-12 characters,
+    // a malformed or too short e-mail address) are left out of the file.
+    const QString telefono = Limita(a.Telefono, 20, true).remove(QLatin1Char(' '));
+    const QString fax = Limita(a.Fax, 20, true).remove(QLatin1Char(' '));
+    static const QRegularExpression formatoEmail(QStringLiteral("^\\S+@\\S+\\.\\S+$"));
+    const QString email = a.Email.trimmed().size() >= 7 && formatoEmail.match(a.Email.trimmed()).hasMatch()
+                              ? Limita(a.Email, 256)
+                              : QString();
+    const auto telFax = [](const QString &numero) { return numero.size() >= 5 && numero.size() <= 12; };
+    if (telFax(telefono) || telFax(fax) || !email.isEmpty()) {
+        s.Apri(QStringLiteral("Contatti"));
+        s.CampoSePresente(QStringLiteral("Telefono"), telFax(telefono) ? telefono : QString());
+        s.CampoSePresente(QStringLiteral("Fax"), telFax(fax) ? fax : QString());
+        s.CampoSePresente(QStringLiteral("Email"), email);
+        s.Chiudi();
+    }
+}
+
 void ScriviCedente(TScrittore &s, const TQ3Azienda &a)
 {
     s.Apri(QStringLiteral("CedentePrestatore"));
@@ -212,6 +239,7 @@ void ScriviCedente(TScrittore &s, const TQ3Azienda &a)
         s.Campo(QStringLiteral("StatoLiquidazione"), a.StatoLiquidazione);
         s.Chiudi();
     }
+    ScriviContatti(s, a);
     s.Chiudi();
 }
 

@@ -57,6 +57,9 @@ TKRVDatiFatturaPA Fattura()
     d.Azienda.ReaUfficio = QStringLiteral("MI");
     d.Azienda.ReaNumero = QStringLiteral("123456");
     d.Azienda.Banca = QStringLiteral("Banca Popolare");
+    d.Azienda.Telefono = QStringLiteral("02/123 4567");
+    d.Azienda.Fax = QStringLiteral("02");
+    d.Azienda.Email = QStringLiteral("info@rossi.example.it");
     d.Azienda.Iban = QStringLiteral("IT60 X054 2811 1010 0000 0123 456");
     d.ProgressivoInvio = QStringLiteral("A1");
     d.Cliente.PartitaIva = QStringLiteral("07654321012");
@@ -148,6 +151,9 @@ private slots:
         QCOMPARE(Valori(xml, "ImportoTotaleDocumento"), QStringList({"115.40"}));
         QCOMPARE(Valori(xml, "ImportoPagamento"), QStringList({"115.40"}));
         QCOMPARE(Valori(xml, "IBAN"), QStringList({"IT60X0542811101000000123456"}));
+        QCOMPARE(Valori(xml, "Telefono"), QStringList({"02/1234567"}));
+        QCOMPARE(Valori(xml, "Email"), QStringList({"info@rossi.example.it"}));
+        QVERIFY(Valori(xml, "Fax").isEmpty());
         QCOMPARE(KRVControlliSdI(d), QStringList());
         VALIDA(xml);
     }
@@ -499,11 +505,14 @@ private slots:
 
         QByteArray xml = KRVScriviFatturaPA(Fattura());
         xml.replace("<Divisa>EUR</Divisa>", "<Divisa>euro</Divisa>");
+        const QString riga = QString::number(xml.left(xml.indexOf("<Divisa>")).count('\n') + 1);
         const QStringList errori = KRVValidaSchemaFatturaPA(xml);
         QCOMPARE(errori.size(), 1);
-        QVERIFY2(errori.first().startsWith(QStringLiteral("Riga 1, elemento Divisa: il valore non ha il formato "
-                                                          "richiesto")),
+        QVERIFY2(errori.first().startsWith(QStringLiteral("Riga %1, elemento Divisa: il valore non ha il formato "
+                                                          "richiesto")
+                                               .arg(riga)),
                  qPrintable(errori.first()));
+        QVERIFY(riga.toInt() > 1);
 
         QByteArray euro = KRVScriviFatturaPA(Fattura());
         euro.replace("Voce Articolo", "Voce \xE2\x82\xAC Articolo");
