@@ -256,6 +256,13 @@ public:
             return;
         if (m_dati.FattureCollegate.isEmpty())
             Rifiuta(QStringLiteral("la nota di accredito non indica la fattura che corregge."));
+        qint64 totale = 0;
+        for (const TKRVRiepilogoCalcolatoFatturaPA &r : KRVRiepiloghiFatturaPA(m_dati))
+            totale += r.ImponibileCentesimi + r.ImpostaCentesimi;
+        if (totale < 0)
+            Rifiuta(QStringLiteral("il totale %1 è negativo: gli importi di una nota di accredito si indicano "
+                                   "positivi.")
+                        .arg(Euro(totale)));
         for (const TKRVFatturaCollegata &f : m_dati.FattureCollegate)
             if (f.Data.isValid() && f.Data > m_dati.Data)
                 Rifiuta(QStringLiteral("la fattura collegata %1 ha data %2, successiva alla nota di accredito.")

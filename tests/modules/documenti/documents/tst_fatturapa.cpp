@@ -443,6 +443,14 @@ private slots:
                })
             << "Nota di accredito 12/2026: la fattura collegata 15 ha data 16/03/2026, successiva alla nota di "
                "accredito.";
+        QTest::newRow("nota negativa")
+            << TModifica([](TKRVDatiFatturaPA &d) {
+                   d.TipoDocumento = KRVFatturaPATipoNotaAccredito;
+                   d.FattureCollegate = {{"15", QDate(2026, 3, 1)}};
+                   d.Righe = {Riga(KRVRigaArticolo, 2, -10, 0, 22)};
+               })
+            << "Nota di accredito 12/2026: il totale -24,40 è negativo: gli importi di una nota di accredito si "
+               "indicano positivi.";
         QTest::newRow("00423 prezzo totale") << TModifica([](TKRVDatiFatturaPA &d) { d.Righe.first().Totale = 20.02; })
                                              << "Fattura 12/2026: riga 1: il prezzo totale 20,02 non corrisponde a "
                                                 "prezzo unitario, sconto e quantità (20,00).";
