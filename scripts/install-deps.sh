@@ -6,6 +6,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6opengl6-dev libqt6openglwidgets6 libqt6sql6-ibase qt6-translations-l10n libgl-dev
   firebird3.0-server-core firebird3.0-utils libfbclient2 firebird-dev
   libsodium-dev
+  libxml2-dev libxml2-utils  # the electronic invoices' schema validation, in the module and in its tests
   xvfb xauth poppler-utils fonts-dejavu-core tango-icon-theme
   python3-xlrd  # the spreadsheet tests read their workbooks back with it
   clang-format clang-tidy  # the format check (scripts/format-check.sh) and the static analysis (.clang-tidy)
