@@ -11,6 +11,8 @@ struct TAliquotaIVA
     QString CODICE;
     QString DESCRIZIONE;
     double ALIQUOTA = 0;
+    QString NATURA; // the electronic invoice's nature code of a zero rate
+    QString RIFERIMENTO_NORMATIVO;
 };
 
 struct TCliente
@@ -33,6 +35,12 @@ struct TCliente
     QString FAX;
     QString EMAIL;
     QString WEB;
+    // For the electronic invoice: 'A' company, 'P' private person, 'PA' public administration.
+    QString TIPO_SOGGETTO;
+    QString NOME;
+    QString COGNOME;
+    QString CODICE_DESTINATARIO;
+    QString PEC;
 };
 
 struct TArticolo

@@ -319,12 +319,15 @@ void TGeneratore::Tabelle()
         if (QueryScalar(db, exists).toInt() == 0)
             m_client.Execute(insert);
     };
-    addIfMissing(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE CODICE = '22'"),
-                 "INSERT INTO ALIQUOTE_IVA VALUES(0, '22', 'Aliquota ordinaria 22%', 22)");
-    addIfMissing(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE CODICE = '10'"),
-                 "INSERT INTO ALIQUOTE_IVA VALUES(0, '10', 'Aliquota ridotta 10%', 10)");
-    addIfMissing(QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE CODICE = '04'"),
-                 "INSERT INTO ALIQUOTE_IVA VALUES(0, '04', 'Aliquota minima 4%', 4)");
+    addIfMissing(
+        QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE CODICE = '22'"),
+        "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES(0, '22', 'Aliquota ordinaria 22%', 22)");
+    addIfMissing(
+        QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE CODICE = '10'"),
+        "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES(0, '10', 'Aliquota ridotta 10%', 10)");
+    addIfMissing(
+        QStringLiteral("SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE CODICE = '04'"),
+        "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES(0, '04', 'Aliquota minima 4%', 4)");
     for (const char *um : {"CF", "MT", "LT"})
         addIfMissing(QStringLiteral("SELECT COUNT(*) FROM UM WHERE UM = '%1'").arg(QString::fromLatin1(um)),
                      QByteArrayLiteral("INSERT INTO UM VALUES(0, '") + um + "')");

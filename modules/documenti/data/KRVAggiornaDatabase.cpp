@@ -54,6 +54,13 @@ QString AddFlagColumn(const QString &table, const QString &column)
            + QStringLiteral(" VARCHAR(5) DEFAULT ") + QuotedFalse() + QStringLiteral(" NOT NULL");
 }
 
+// A text column every existing row gets with its default, so NOT NULL holds at once.
+QString AddTextColumn(const QString &table, const QString &column, int length, const QString &defaultValue = QString())
+{
+    return QStringLiteral("ALTER TABLE %1 ADD %2 VARCHAR(%3) DEFAULT %4 NOT NULL")
+        .arg(table, column, QString::number(length), QuotedStr(defaultValue));
+}
+
 QString CostFromMaster(const QString &master, const QString &lineKind)
 {
     return QStringLiteral(
@@ -296,6 +303,7 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
     const QString noteAccredito = QStringLiteral("NOTE_ACCREDITO");
     const QString clienti = QStringLiteral("CLIENTI");
     const QString abilitazioni = QStringLiteral("KRV_ABILITAZIONI");
+    const QString aliquoteIva = QStringLiteral("ALIQUOTE_IVA");
     const TQ3MsgIcon error = TQ3MsgIcon::Error;
 
     return {
@@ -352,6 +360,18 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
                 error),
         // After the recorded history, under a key of its own.
         CreateIndici(),
+        // The data the electronic invoice needs about the buyer and about exempt rates.
+        Upgrade(clienti, V1_3_0, V1_4_0,
+                {AddTextColumn(clienti, QStringLiteral("CODICE_DESTINATARIO"), 7),
+                 AddTextColumn(clienti, QStringLiteral("PEC"), 256),
+                 AddTextColumn(clienti, QStringLiteral("TIPO_SOGGETTO"), 2, QStringLiteral("A")),
+                 AddTextColumn(clienti, QStringLiteral("NOME"), 60),
+                 AddTextColumn(clienti, QStringLiteral("COGNOME"), 60)},
+                error),
+        Upgrade(aliquoteIva, V1_0_0, V1_1_0,
+                {AddTextColumn(aliquoteIva, QStringLiteral("NATURA"), 4),
+                 AddTextColumn(aliquoteIva, QStringLiteral("RIFERIMENTO_NORMATIVO"), 100)},
+                error),
     };
 }
 

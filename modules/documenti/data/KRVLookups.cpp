@@ -58,6 +58,11 @@ TCliente LookupCliente(const QSqlDatabase &db, const QString &sql)
         cliente.FAX = Text(row, "FAX");
         cliente.EMAIL = Text(row, "EMAIL");
         cliente.WEB = Text(row, "WEB");
+        cliente.TIPO_SOGGETTO = Text(row, "TIPO_SOGGETTO");
+        cliente.NOME = Text(row, "NOME");
+        cliente.COGNOME = Text(row, "COGNOME");
+        cliente.CODICE_DESTINATARIO = Text(row, "CODICE_DESTINATARIO");
+        cliente.PEC = Text(row, "PEC");
     });
     return cliente;
 }
@@ -79,6 +84,8 @@ TAliquotaIVA GetAliquotaIVA(const QSqlDatabase &db, int id)
                         aliquota.CODICE = Text(row, "CODICE");
                         aliquota.DESCRIZIONE = Text(row, "DESCRIZIONE");
                         aliquota.ALIQUOTA = Number(row, "ALIQUOTA");
+                        aliquota.NATURA = Text(row, "NATURA");
+                        aliquota.RIFERIMENTO_NORMATIVO = Text(row, "RIFERIMENTO_NORMATIVO");
                     });
     return aliquota;
 }

@@ -1,5 +1,6 @@
 #include "KRVValidaFatturaPA.h"
 
+#include "KRVNatureIva.h"
 #include "KRVRigheDocumento.h"
 #include "Q3Controlli.h"
 
@@ -154,13 +155,12 @@ namespace {
 
 const QStringList &NatureAmmesse()
 {
-    static const QStringList nature = {QStringLiteral("N1"),   QStringLiteral("N2.1"), QStringLiteral("N2.2"),
-                                       QStringLiteral("N3.1"), QStringLiteral("N3.2"), QStringLiteral("N3.3"),
-                                       QStringLiteral("N3.4"), QStringLiteral("N3.5"), QStringLiteral("N3.6"),
-                                       QStringLiteral("N4"),   QStringLiteral("N5"),   QStringLiteral("N6.1"),
-                                       QStringLiteral("N6.2"), QStringLiteral("N6.3"), QStringLiteral("N6.4"),
-                                       QStringLiteral("N6.5"), QStringLiteral("N6.6"), QStringLiteral("N6.7"),
-                                       QStringLiteral("N6.8"), QStringLiteral("N6.9"), QStringLiteral("N7")};
+    static const QStringList nature = [] {
+        QStringList codici;
+        for (const TKRVNaturaIva &natura : KRVNatureIva())
+            codici << natura.Codice;
+        return codici;
+    }();
     return nature;
 }
 

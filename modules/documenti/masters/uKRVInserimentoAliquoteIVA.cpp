@@ -1,5 +1,6 @@
 #include "uKRVInserimentoAliquoteIVA.h"
 
+#include "KRVNatureIva.h"
 #include "KRVUtils.h"
 #include "Q3Dataset.h"
 #include "Q3Guards.h"
@@ -8,6 +9,20 @@
 namespace {
 
 const QString MsgAliquotaFuoriIntervallo = QStringLiteral("L'aliquota IVA deve essere compresa tra 0 e 100!");
+const QString ColonnaNatura = QStringLiteral("NATURA");
+const QString ColonnaRiferimento = QStringLiteral("RIFERIMENTO_NORMATIVO");
+
+// The natures of the operation, each as "code - description" with the code as
+// its data, after an empty entry for the rates that need none.
+QComboBox *CampoNatura()
+{
+    auto combo = new QComboBox;
+    combo->setObjectName(QStringLiteral("cboNatura"));
+    combo->addItem(QString(), QString());
+    for (const TKRVNaturaIva &natura : KRVNatureIva())
+        combo->addItem(natura.Codice + QStringLiteral(" - ") + natura.Descrizione, natura.Codice);
+    return combo;
+}
 
 // A percentage in the money format, with zero written plainly as "0".
 class TCampoAliquota : public QDoubleSpinBox
@@ -30,7 +45,8 @@ TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
                                  .CheckIcon = TQ3MsgIcon::None,
                                  .SaveFailureIcon = TQ3MsgIcon::None}),
       txtCodice(KRVCampoTesto(QStringLiteral("txtCodice"), 2, true)),
-      txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)), txtAliquota(new TCampoAliquota)
+      txtDescrizione(KRVCampoTesto(QStringLiteral("txtDescrizione"), 30)), txtAliquota(new TCampoAliquota),
+      cboNatura(CampoNatura()), txtRiferimentoNormativo(KRVCampoTesto(QStringLiteral("txtRiferimentoNormativo"), 100))
 {
     setObjectName(QStringLiteral("KRVInserimentoAliquoteIVA"));
     txtAliquota->setObjectName(QStringLiteral("txtAliquota"));
@@ -47,6 +63,8 @@ TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
     AggiungiCampo(QStringLiteral("Codice"), txtCodice);
     AggiungiCampo(QStringLiteral("Descrizione"), txtDescrizione);
     AggiungiCampo(QStringLiteral("Aliquota"), txtAliquota);
+    AggiungiCampo(QStringLiteral("Natura"), cboNatura);
+    AggiungiCampo(QStringLiteral("Riferimento normativo"), txtRiferimentoNormativo);
     BloccaSeSalvato(txtCodice);
     FormCreate();
 }
@@ -73,6 +91,8 @@ void TKRVInserimentoAliquoteIVA::ClearFields()
     txtCodice->clear();
     txtDescrizione->clear();
     txtAliquota->setValue(0);
+    cboNatura->setCurrentIndex(0);
+    txtRiferimentoNormativo->clear();
 }
 
 void TKRVInserimentoAliquoteIVA::FillFields(const TQ3Dataset &dataset)
@@ -80,6 +100,12 @@ void TKRVInserimentoAliquoteIVA::FillFields(const TQ3Dataset &dataset)
     txtCodice->setText(dataset.FieldValue(QStringLiteral("CODICE")).toString());
     txtDescrizione->setText(dataset.FieldValue(QStringLiteral("DESCRIZIONE")).toString());
     txtAliquota->setValue(dataset.FieldValue(QStringLiteral("ALIQUOTA")).toDouble());
+    // A code the list does not know (an older one) is shown as stored, so saving keeps it.
+    const QString natura = dataset.FieldValue(ColonnaNatura).toString();
+    if (cboNatura->findData(natura) < 0)
+        cboNatura->addItem(natura, natura);
+    cboNatura->setCurrentIndex(cboNatura->findData(natura));
+    txtRiferimentoNormativo->setText(dataset.FieldValue(ColonnaRiferimento).toString());
 }
 
 void TKRVInserimentoAliquoteIVA::WriteFields(TQ3Dataset &dataset)
@@ -87,6 +113,8 @@ void TKRVInserimentoAliquoteIVA::WriteFields(TQ3Dataset &dataset)
     dataset.SetFieldValue(QStringLiteral("CODICE"), txtCodice->text());
     dataset.SetFieldValue(QStringLiteral("DESCRIZIONE"), txtDescrizione->text());
     dataset.SetFieldValue(QStringLiteral("ALIQUOTA"), txtAliquota->value());
+    dataset.SetFieldValue(ColonnaNatura, cboNatura->currentData().toString());
+    dataset.SetFieldValue(ColonnaRiferimento, txtRiferimentoNormativo->text());
 }
 
 QString TKRVInserimentoAliquoteIVA::ValidationError()
@@ -100,5 +128,7 @@ QString TKRVInserimentoAliquoteIVA::ValidationError()
     // A percentage the field refused is never written.
     if (!AliquotaValida())
         return MsgAliquotaFuoriIntervallo;
+    if (txtAliquota->value() == 0 && cboNatura->currentData().toString().isEmpty())
+        return QStringLiteral("Per un'aliquota dello 0% indicare la natura dell'operazione.");
     return {};
 }

@@ -2,10 +2,12 @@
 
 #include "uKRVInserimentoBase.h"
 
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 
-// Editor of the VAT rates: code (fixed once saved), description and percentage.
+// Editor of the VAT rates: code (fixed once saved), description, percentage and,
+// for the electronic invoice, the nature of a zero rate and its legal reference.
 class TKRVInserimentoAliquoteIVA : public TKRVInserimentoBase
 {
     Q_OBJECT
@@ -28,5 +30,7 @@ private:
     QLineEdit *txtCodice;
     QLineEdit *txtDescrizione;
     QDoubleSpinBox *txtAliquota;
+    QComboBox *cboNatura;
+    QLineEdit *txtRiferimentoNormativo;
     bool m_validating = false;
 };

@@ -25,11 +25,11 @@ struct TKRVDaAggiornare : TKRVTestCore
 // The module's keys in TABLE_VERSION and the version each reaches at the end.
 inline QStringList FinalModuleVersions()
 {
-    return {QStringLiteral("ALIQUOTE_IVA|1.0.0"),
+    return {QStringLiteral("ALIQUOTE_IVA|1.1.0"),
             QStringLiteral("ANA_MAGA|1.1.0"),
             QStringLiteral("CATEGORIE_ANA_MAGA|1.0.0"),
             QStringLiteral("CATEGORIE_SERVIZI|1.0.0"),
-            QStringLiteral("CLIENTI|1.3.0"),
+            QStringLiteral("CLIENTI|1.4.0"),
             QStringLiteral("FATT_VEND|1.5.0"),
             QStringLiteral("FATT_VEND_DETT|1.3.0"),
             QStringLiteral("KRV_ABILITAZIONI|1.0.1"),
@@ -225,6 +225,14 @@ inline QStringList IndexNames(const TQ3TestDatabase &db)
 inline void RunFirstSteps(const QSqlDatabase &db, int count)
 {
     TQ3SchemaUpgrade(db).Run(KRVSchemaSteps().mid(0, count));
+}
+
+// Runs every step but the one numbered skipped (from 1).
+inline void RunAllStepsBut(const QSqlDatabase &db, int skipped)
+{
+    QList<TQ3SchemaStep> steps = KRVSchemaSteps();
+    steps.removeAt(skipped - 1);
+    TQ3SchemaUpgrade(db).Run(steps);
 }
 
 // Runs a hand-written SQL file of this folder on the database.

@@ -14,7 +14,8 @@ namespace {
 const QString UpgradeError = QStringLiteral("Errore durante l'aggiornamento del database!");
 
 // The thirty recorded steps and the index step after them.
-constexpr int AllSteps = 31;
+constexpr int AllSteps = 33;
+constexpr int IndexStep = 31;
 
 // The one failure box of a step, with the icon it shows.
 void VerifyOneFailureBox(const TQ3RecordingResponder &boxes, TQ3MsgIcon icon)
@@ -73,6 +74,8 @@ private slots:
     void longAddressFitsCustomerNotInvoice();
     void costOfLinesFromArticlesAndServices();
     void flagColumnsFilledOnExistingRows();
+    void eInvoiceColumnsFilledOnExistingRows();
+    void eInvoiceColumnsAreRequired();
     void failedStepRollsBackWholeStep();
     void failedLaterStepShowsErrorIcon();
     void failedFlagStepSkipsLaterStepsOfItsKey();
@@ -149,6 +152,8 @@ void TestAggiornaDatabase::stepsFollowTheRecordedHistory()
         {"FATT_VEND", "1.3.0", "1.4.0", error},
         {"FATT_VEND", "1.4.0", "1.5.0", error},
         {"KRV_INDICI", "", "1.0.0", error},
+        {"CLIENTI", "1.3.0", "1.4.0", error},
+        {"ALIQUOTE_IVA", "1.0.0", "1.1.0", error},
     };
     const QList<TQ3SchemaStep> steps = KRVSchemaSteps();
     QCOMPARE(steps.size(), AllSteps);
@@ -316,10 +321,10 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
     TStatementRecorder recorder;
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
-    // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29 and 30 run.
-    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31}));
+    // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29, 30 and 32 run.
+    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33}));
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.5.0"));
-    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
 }
 
@@ -358,7 +363,7 @@ void TestAggiornaDatabase::keyMatchIsCaseSensitive()
     // The FATT_VEND key never got its row, so none of its upgrades ran, SERVIZI's widening included.
     QVERIFY(!ColumnExists(db, QStringLiteral("FATT_VEND"), QStringLiteral("NOTIFICATO")));
     QCOMPARE(ColumnLength(db, QStringLiteral("SERVIZI"), QStringLiteral("DESCRIZIONE")), 100);
-    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
     QCOMPARE(Version(db, QStringLiteral("NOTE_DOCUMENTI")), QStringLiteral("1.0.0"));
     QCOMPARE(Version(db, QStringLiteral("KRV_ABILITAZIONI")), QStringLiteral("1.0.1"));
 }
@@ -448,8 +453,10 @@ void TestAggiornaDatabase::explicitKeyGetsGeneratorValue_data()
         << QStringLiteral("INSERT INTO NOTE_ACCREDITO_DETT (IDNOTA_ACCREDITO_DETT, IDNOTA_ACCREDITO, TIPO_RIGA) "
                           "VALUES (1000, 1, 'Testo')")
         << 1;
-    QTest::newRow("ALIQUOTE_IVA") << QStringLiteral(
-        "ALIQUOTE_IVA") << QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES(1000, '10', 'Aliquota ridotta', 10)")
+    QTest::newRow("ALIQUOTE_IVA") << QStringLiteral("ALIQUOTE_IVA")
+                                  << QStringLiteral(
+                                         "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) "
+                                         "VALUES(1000, '10', 'Aliquota ridotta', 10)")
                                   << 4;
     QTest::newRow("UM") << QStringLiteral("UM") << QStringLiteral("INSERT INTO UM VALUES(1000, 'MT')") << 5;
     QTest::newRow("TIPI_PAGAMENTO") << QStringLiteral("TIPI_PAGAMENTO")
@@ -600,6 +607,62 @@ void TestAggiornaDatabase::flagColumnsFilledOnExistingRows()
              QStringList({QStringLiteral("1|False")}));
 }
 
+void TestAggiornaDatabase::eInvoiceColumnsFilledOnExistingRows()
+{
+    TKRVDaAggiornare module;
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), IndexStep);
+    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("ALIQUOTE_IVA")), QStringLiteral("1.0.0"));
+    db.Exec(QStringLiteral("INSERT INTO CLIENTI (IDCLIENTE, CODICE, RAGIONESOCIALE, PARTITAIVA) "
+                           "VALUES (0, 'C001', 'Rossi Srl', 'IT01234567890')"));
+    db.Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES(0, '10', 'Aliquota ridotta', 10)"));
+
+    TQ3RecordingResponder boxes;
+    AggiornaDatabase(module.Db());
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
+    QCOMPARE(Version(db, QStringLiteral("ALIQUOTE_IVA")), QStringLiteral("1.1.0"));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE, PARTITAIVA, '[' || CODICE_DESTINATARIO || ']', "
+                                    "'[' || PEC || ']', TIPO_SOGGETTO, '[' || NOME || ']', '[' || COGNOME || ']' "
+                                    "FROM CLIENTI")),
+             QStringList({QStringLiteral("C001|Rossi Srl|IT01234567890|[]|[]|A|[]|[]")}));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT CODICE, DESCRIZIONE, CAST(ALIQUOTA AS VARCHAR(20)), '[' || NATURA || ']', "
+                                    "'[' || RIFERIMENTO_NORMATIVO || ']' FROM ALIQUOTE_IVA ORDER BY CODICE")),
+             QStringList(
+                 {QStringLiteral("10|Aliquota ridotta|10.00|[]|[]"), QStringLiteral("20|Aliquota standard|20.00|[]|[]"),
+                  QStringLiteral("N0|Aliquota esente|0.00|[]|[]"), QStringLiteral("N1|Aliquota esclusa|0.00|[]|[]")}));
+    const QList<QPair<const char *, int>> clienti = {{"CODICE_DESTINATARIO", 7},
+                                                     {"PEC", 256},
+                                                     {"TIPO_SOGGETTO", 2},
+                                                     {"NOME", 60},
+                                                     {"COGNOME", 60}};
+    for (const auto &[column, length] : clienti)
+        QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QString::fromLatin1(column)), length);
+    QCOMPARE(ColumnLength(db, QStringLiteral("ALIQUOTE_IVA"), QStringLiteral("NATURA")), 4);
+    QCOMPARE(ColumnLength(db, QStringLiteral("ALIQUOTE_IVA"), QStringLiteral("RIFERIMENTO_NORMATIVO")), 100);
+    QCOMPARE(SchemaMetadata(db), m_finalMetadata);
+}
+
+void TestAggiornaDatabase::eInvoiceColumnsAreRequired()
+{
+    const QList<QPair<const char *, const char *>> columns = {{"CLIENTI", "CODICE_DESTINATARIO"},
+                                                              {"CLIENTI", "PEC"},
+                                                              {"CLIENTI", "TIPO_SOGGETTO"},
+                                                              {"CLIENTI", "NOME"},
+                                                              {"CLIENTI", "COGNOME"},
+                                                              {"ALIQUOTE_IVA", "NATURA"},
+                                                              {"ALIQUOTE_IVA", "RIFERIMENTO_NORMATIVO"}};
+    for (const auto &[table, column] : columns) {
+        const QString flag = m_upgraded
+                                 ->Scalar(QStringLiteral("SELECT COALESCE(RDB$NULL_FLAG, 0) FROM RDB$RELATION_FIELDS "
+                                                         "WHERE RDB$RELATION_NAME = '%1' AND RDB$FIELD_NAME = '%2'")
+                                              .arg(QString::fromLatin1(table), QString::fromLatin1(column)))
+                                 .toString();
+        QVERIFY2(flag == QLatin1String("1"), column);
+    }
+}
+
 void TestAggiornaDatabase::failedStepRollsBackWholeStep()
 {
     TKRVDaAggiornare module;
@@ -645,7 +708,7 @@ void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
     boxes.Clear();
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
-    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("INDIRIZZO")), 100);
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("PARTITAIVA")), 13);
 }
@@ -670,7 +733,7 @@ void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()
 {
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
-    RunFirstSteps(db.Db(), 30);
+    RunAllStepsBut(db.Db(), IndexStep);
 
     // Between the run's first reading and the index step, another workstation records that step.
     TQ3RecordingResponder boxes;
@@ -690,7 +753,7 @@ void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()
 
 void TestAggiornaDatabase::indexStepComposesItsStatements()
 {
-    const TQ3SchemaStep step = KRVSchemaSteps().constLast();
+    const TQ3SchemaStep step = KRVSchemaSteps().at(IndexStep - 1);
     QCOMPARE(step.Key, QStringLiteral("KRV_INDICI"));
     QVERIFY(step.Seeds.isEmpty());
     QCOMPARE(
@@ -716,7 +779,7 @@ void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
 {
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
-    RunFirstSteps(db.Db(), 30);
+    RunAllStepsBut(db.Db(), IndexStep);
     QCOMPARE(IndexNames(db), QStringList());
     QStringList recorded = FinalModuleVersions();
     recorded.removeOne(QStringLiteral("KRV_INDICI|1.0.0"));
@@ -726,7 +789,7 @@ void TestAggiornaDatabase::indexStepRunsAfterTheRecordedHistory()
     TStatementRecorder recorder;
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
-    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({AllSteps}));
+    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({IndexStep}));
     // The recorded keys keep their versions; the indexes have a key of their own.
     QCOMPARE(ModuleVersionRows(db), FinalModuleVersions());
     QCOMPARE(IndexNames(db).size(), 13);
@@ -737,7 +800,7 @@ void TestAggiornaDatabase::failedIndexStepIsRolledBackAndTriedAgain()
 {
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
-    RunFirstSteps(db.Db(), 30);
+    RunAllStepsBut(db.Db(), IndexStep);
     // The last index's name is taken by another index.
     db.Exec(QStringLiteral("CREATE INDEX IX_CLIENTI_UPPER_RAGIONESOCIALE ON CLIENTI (CITTA)"));
 

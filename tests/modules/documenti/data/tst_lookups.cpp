@@ -103,11 +103,23 @@ void TestLookups::aliquotaIVA()
     QCOMPARE(standard.CODICE, QStringLiteral("20"));
     QCOMPARE(standard.DESCRIZIONE, QStringLiteral("Aliquota standard"));
     QCOMPARE(standard.ALIQUOTA, 20.0);
+    QVERIFY(standard.NATURA.isEmpty());
+    QVERIFY(standard.RIFERIMENTO_NORMATIVO.isEmpty());
+
+    Module().Database.Exec(QStringLiteral(
+        "INSERT INTO ALIQUOTE_IVA (CODICE, DESCRIZIONE, ALIQUOTA, NATURA, RIFERIMENTO_NORMATIVO) VALUES ('E1', "
+        "'Esente art. 10', 0, 'N4', 'Art. 10 DPR 633/72')"));
+    const TAliquotaIVA esente =
+        GetAliquotaIVA(Module().Db(), GetLastGeneratorValue(QStringLiteral("GN_IDALIQUOTA_IVA"), Module().Db()));
+    QCOMPARE(esente.CODICE, QStringLiteral("E1"));
+    QCOMPARE(esente.NATURA, QStringLiteral("N4"));
+    QCOMPARE(esente.RIFERIMENTO_NORMATIVO, QStringLiteral("Art. 10 DPR 633/72"));
 
     const TAliquotaIVA unknown = GetAliquotaIVA(Module().Db(), 999);
     QCOMPARE(unknown.IDALIQUOTA_IVA, 0);
     QVERIFY(unknown.CODICE.isEmpty());
     QVERIFY(unknown.DESCRIZIONE.isEmpty());
+    QVERIFY(unknown.NATURA.isEmpty());
     QCOMPARE(unknown.ALIQUOTA, 0.0);
 }
 
@@ -125,9 +137,11 @@ void TestLookups::clienteById()
     const TQ3TestDatabase &db = Module().Database;
     db.Exec(QStringLiteral(
         "INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE, INDIRIZZO, CITTA, CAP, PROVINCIA, NAZIONE, CODICEFISCALE, PARTITAIVA, "
-        "IDTIPO_PAGAMENTO, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL, WEB, NOTE) VALUES ('CL01', 'Rossi S.r.l.', "
+        "IDTIPO_PAGAMENTO, TELEFONO1, TELEFONO2, TELEFONO3, FAX, EMAIL, WEB, NOTE, TIPO_SOGGETTO, NOME, COGNOME, "
+        "CODICE_DESTINATARIO, PEC) VALUES ('CL01', 'Rossi S.r.l.', "
         "'Via Roma 1', 'Torino', '10100', 'TO', 'Italia', 'RSSMRA80A01L219X', '01234567890', 2, '011 1', '011 2', "
-        "'011 3', '011 4', 'info@rossi.it', 'www.rossi.it', 'nota')"));
+        "'011 3', '011 4', 'info@rossi.it', 'www.rossi.it', 'nota', 'P', 'Mario', 'Rossi', 'ABC1234', "
+        "'rossi@pec.it')"));
     const int id = GetLastGeneratorValue(QStringLiteral("GN_IDCLIENTE"), db.Db());
 
     const TCliente cliente = GetCliente(Module().Db(), id);
@@ -149,6 +163,11 @@ void TestLookups::clienteById()
     QCOMPARE(cliente.FAX, QStringLiteral("011 4"));
     QCOMPARE(cliente.EMAIL, QStringLiteral("info@rossi.it"));
     QCOMPARE(cliente.WEB, QStringLiteral("www.rossi.it"));
+    QCOMPARE(cliente.TIPO_SOGGETTO, QStringLiteral("P"));
+    QCOMPARE(cliente.NOME, QStringLiteral("Mario"));
+    QCOMPARE(cliente.COGNOME, QStringLiteral("Rossi"));
+    QCOMPARE(cliente.CODICE_DESTINATARIO, QStringLiteral("ABC1234"));
+    QCOMPARE(cliente.PEC, QStringLiteral("rossi@pec.it"));
 }
 
 void TestLookups::clienteByCodeIgnoresCase()
@@ -160,6 +179,9 @@ void TestLookups::clienteByCodeIgnoresCase()
     QCOMPARE(cliente.RAGIONESOCIALE, QStringLiteral("Bianchi S.p.A."));
     QCOMPARE(cliente.TIPO_PAGAMENTO, QStringLiteral("Ri.Ba. 30 gg Fine Mese"));
     QVERIFY(cliente.INDIRIZZO.isEmpty());
+    // A customer saved without the electronic invoice's data is a company with no recipient code.
+    QCOMPARE(cliente.TIPO_SOGGETTO, QStringLiteral("A"));
+    QVERIFY(cliente.CODICE_DESTINATARIO.isEmpty());
 }
 
 void TestLookups::unknownClienteIsEmpty()
@@ -169,10 +191,27 @@ void TestLookups::unknownClienteIsEmpty()
          {GetCliente(Module().Db(), 999), GetCliente(Module().Db(), QStringLiteral("NESSUNO"))}) {
         QCOMPARE(cliente.IDCLIENTE, 0);
         QCOMPARE(cliente.IDTIPO_PAGAMENTO, 0);
-        for (const QString &text :
-             {cliente.CODICE, cliente.RAGIONESOCIALE, cliente.INDIRIZZO, cliente.CITTA, cliente.CAP, cliente.PROVINCIA,
-              cliente.NAZIONE, cliente.CODICEFISCALE, cliente.PARTITAIVA, cliente.TIPO_PAGAMENTO, cliente.TELEFONO1,
-              cliente.TELEFONO2, cliente.TELEFONO3, cliente.FAX, cliente.EMAIL, cliente.WEB})
+        for (const QString &text : {cliente.CODICE,
+                                    cliente.RAGIONESOCIALE,
+                                    cliente.INDIRIZZO,
+                                    cliente.CITTA,
+                                    cliente.CAP,
+                                    cliente.PROVINCIA,
+                                    cliente.NAZIONE,
+                                    cliente.CODICEFISCALE,
+                                    cliente.PARTITAIVA,
+                                    cliente.TIPO_PAGAMENTO,
+                                    cliente.TELEFONO1,
+                                    cliente.TELEFONO2,
+                                    cliente.TELEFONO3,
+                                    cliente.FAX,
+                                    cliente.EMAIL,
+                                    cliente.WEB,
+                                    cliente.TIPO_SOGGETTO,
+                                    cliente.NOME,
+                                    cliente.COGNOME,
+                                    cliente.CODICE_DESTINATARIO,
+                                    cliente.PEC})
             QVERIFY(text.isEmpty());
     }
 }

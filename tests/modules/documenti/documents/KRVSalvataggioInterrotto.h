@@ -189,8 +189,14 @@ inline void KRVPreparaArchivio(TQ3TestDatabase &database)
 {
     {
         TKRVModuloInizializzato modulo(database.ConnectionString());
-        ExecSQL(modulo.Db(), QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '10', 'Ridotta', 10)"));
-        ExecSQL(modulo.Db(), QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '4', 'Minima', 4)"));
+        ExecSQL(
+            modulo.Db(),
+            QStringLiteral(
+                "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES (0, '10', 'Ridotta', 10)"));
+        ExecSQL(
+            modulo.Db(),
+            QStringLiteral(
+                "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES (0, '4', 'Minima', 4)"));
     }
     database.Connection()->Close();
     if (!database.Target().IsRemote())

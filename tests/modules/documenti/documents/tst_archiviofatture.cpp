@@ -239,7 +239,8 @@ void TestArchivioFatture::savingWithoutLinesDeletesStoredLines()
 
 void TestArchivioFatture::deletedVatRateGivesNullVatColumns()
 {
-    Db().Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '10', 'Ridotta', 10)"));
+    Db().Exec(QStringLiteral(
+        "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES (0, '10', 'Ridotta', 10)"));
     TKRVRigheDocumento righe(KRVLayoutFattura());
     righe.AggiungiVoce({KRVRigaArticolo, 0, QStringLiteral("ART1"), QStringLiteral("A"), 1, 100, 4,
                         QStringLiteral("10"), 1, QStringLiteral("PEZZI")});

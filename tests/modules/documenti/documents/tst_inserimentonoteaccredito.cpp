@@ -286,7 +286,8 @@ void TestInserimentoNoteAccredito::savingWithoutLinesDeletesStoredLines()
 // The line keeps counting in the taxable total; its VAT columns go empty.
 void TestInserimentoNoteAccredito::deletedVatRateGivesNullVatColumns()
 {
-    Db().Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA VALUES (0, '10', 'Ridotta', 10)"));
+    Db().Exec(QStringLiteral(
+        "INSERT INTO ALIQUOTE_IVA (IDALIQUOTA_IVA, CODICE, DESCRIZIONE, ALIQUOTA) VALUES (0, '10', 'Ridotta', 10)"));
     KRVInsertArticolo(Db(), QStringLiteral("ART10"), 1, 4);
     Editor();
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));

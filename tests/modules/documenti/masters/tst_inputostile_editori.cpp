@@ -17,6 +17,7 @@
 
 #include <QAbstractItemDelegate>
 #include <QAbstractSpinBox>
+#include <QComboBox>
 #include <QStackedWidget>
 #include <QTableView>
 
@@ -106,6 +107,8 @@ struct TEditore
     QString Chiave;
     QList<TCampo> Campi;
     bool Nuovo = false;
+    // What the user chooses besides the texts for the record to be saved.
+    std::function<void(QWidget *)> Prepara = {};
 };
 
 QList<TEditore> Editori()
@@ -144,8 +147,14 @@ QList<TEditore> Editori()
             {QStringLiteral("actInserimentoAliquoteIVA"),
              QStringLiteral("ALIQUOTE_IVA"),
              QStringLiteral("IDALIQUOTA_IVA"),
-             {codiceIva, descrizione},
-             true},
+             {codiceIva,
+              descrizione,
+              {QStringLiteral("txtRiferimentoNormativo"), QStringLiteral("RIFERIMENTO_NORMATIVO")}},
+             true,
+             [](QWidget *editor) {
+                 auto natura = Field<QComboBox>(editor, QStringLiteral("cboNatura"));
+                 natura->setCurrentIndex(natura->findData(QStringLiteral("N4")));
+             }},
             {QStringLiteral("actInserimentoClienti"), QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"), clienti,
              true},
             {QStringLiteral("actInserimentoArticoli"),
@@ -195,7 +204,7 @@ private:
     // Every hostile text typed into every input and saved; a new record for
     // each text when nuovo (deleted afterwards), otherwise the record open.
     void ProvaCampi(TKRVInserimentoBase *editor, const QString &tabella, const QString &chiave,
-                    const QList<TCampo> &campi, bool nuovo);
+                    const QList<TCampo> &campi, bool nuovo, const std::function<void(QWidget *)> &prepara);
     // The editor of the action, on its record or on new ones.
     void ProvaEditore(const QString &azione);
     void ProvaDocumento(const QString &azione, const QString &griglia, const QString &tabella,
@@ -252,7 +261,8 @@ QHash<QString, QStringList> TestInputOstileEditori::Altre(const QStringList &tab
 }
 
 void TestInputOstileEditori::ProvaCampi(TKRVInserimentoBase *editor, const QString &tabella, const QString &chiave,
-                                        const QList<TCampo> &campi, bool nuovo)
+                                        const QList<TCampo> &campi, bool nuovo,
+                                        const std::function<void(QWidget *)> &prepara)
 {
     QStringList colonne;
     for (const TCampo &campo : campi)
@@ -266,6 +276,8 @@ void TestInputOstileEditori::ProvaCampi(TKRVInserimentoBase *editor, const QStri
         m_boxes->Clear();
         if (nuovo)
             NuovoSeOfferto(editor);
+        if (prepara)
+            prepara(editor);
         const QStringList salvate = m_module->Database.Rows(lettura + QString::number(editor->IdRecord()));
         QStringList mostrati;
         bool nonAmmesso = false;
@@ -330,7 +342,7 @@ void TestInputOstileEditori::ProvaEditore(const QString &azione)
         const int id = GetLastGeneratorValue(QStringLiteral("GN_") + editore.Chiave, Db());
         QCOMPARE(editor->ApriRecord(id), 0);
     }
-    ProvaCampi(editor, editore.Tabella, editore.Chiave, editore.Campi, editore.Nuovo);
+    ProvaCampi(editor, editore.Tabella, editore.Chiave, editore.Campi, editore.Nuovo, editore.Prepara);
     qInfo("%s: %d testi ostili provati, %d rifiutati con il messaggio della finestra",
           qPrintable(editor->windowTitle()), m_provati, m_rifiuti);
 }

@@ -3,6 +3,7 @@
 #include "uKRVInserimentoAliquoteIVA.h"
 #include "uKRVRicercaAliquoteIva.h"
 
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QToolBar>
 #include <QToolButton>
@@ -30,6 +31,10 @@ private slots:
     void percentageLimits_data();
     void percentageLimits();
     void checksComeInOrderWithoutIcon();
+    void natureListHoldsTheCurrentCodes();
+    void zeroRateWithoutNatureIsRefused();
+    void natureAndLegalReferenceAreSavedAndShown();
+    void unlistedStoredNatureIsKept();
     void codeDifferingOnlyInCaseIsRefused();
     void existingRecordKeepsItsOwnCode();
     void failedSaveCountsAsSavedAndClosesWithoutQuestion();
@@ -48,6 +53,7 @@ private slots:
 private:
     TKRVInserimentoAliquoteIVA *Open();
     void Fill(const QString &codice, const QString &descrizione, const QString &aliquota);
+    void ChooseNatura(const QString &codice);
     int Generator() const;
     QStringList Rates() const;
 
@@ -85,6 +91,14 @@ void TestInserimentoAliquoteIVA::Fill(const QString &codice, const QString &desc
     Type(Field(m_editor, QStringLiteral("txtCodice")), codice);
     Type(Field(m_editor, QStringLiteral("txtDescrizione")), descrizione);
     Type(Field<QDoubleSpinBox>(m_editor, QStringLiteral("txtAliquota")), aliquota);
+}
+
+void TestInserimentoAliquoteIVA::ChooseNatura(const QString &codice)
+{
+    auto natura = Field<QComboBox>(m_editor, QStringLiteral("cboNatura"));
+    const int index = natura->findData(codice);
+    QVERIFY2(index >= 0, qPrintable(codice));
+    natura->setCurrentIndex(index);
 }
 
 int TestInserimentoAliquoteIVA::Generator() const
@@ -196,6 +210,7 @@ void TestInserimentoAliquoteIVA::percentageLimits()
     QFETCH(double, stored);
 
     Fill(QStringLiteral("PL"), QStringLiteral("Limite"), typed);
+    ChooseNatura(QStringLiteral("N1"));
     PressEnter(Field<QDoubleSpinBox>(m_editor, QStringLiteral("txtAliquota")));
     Trigger(m_editor, QStringLiteral("actSalva"));
 
@@ -239,6 +254,94 @@ void TestInserimentoAliquoteIVA::checksComeInOrderWithoutIcon()
     QCOMPARE(Rates(), before);
     QVERIFY(m_editor->Modified());
     QVERIFY(m_editor->NewRecord());
+}
+
+void TestInserimentoAliquoteIVA::natureListHoldsTheCurrentCodes()
+{
+    auto natura = Field<QComboBox>(m_editor, QStringLiteral("cboNatura"));
+    QCOMPARE(natura->accessibleName(), QStringLiteral("Natura"));
+    QStringList codes;
+    for (int i = 0; i < natura->count(); ++i)
+        codes << natura->itemData(i).toString();
+    QCOMPARE(codes, (QStringList{"",   "N1",   "N2.1", "N2.2", "N3.1", "N3.2", "N3.3", "N3.4", "N3.5", "N3.6", "N4",
+                                 "N5", "N6.1", "N6.2", "N6.3", "N6.4", "N6.5", "N6.6", "N6.7", "N6.8", "N6.9", "N7"}));
+    QCOMPARE(natura->currentIndex(), 0);
+    QCOMPARE(natura->itemText(0), QString());
+    QCOMPARE(natura->itemText(10), QStringLiteral("N4 - Esenti"));
+    QCOMPARE(natura->itemText(4), QStringLiteral("N3.1 - Non imponibili - esportazioni"));
+    auto riferimento = Field(m_editor, QStringLiteral("txtRiferimentoNormativo"));
+    QCOMPARE(riferimento->accessibleName(), QStringLiteral("Riferimento normativo"));
+    QCOMPARE(riferimento->maxLength(), 100);
+}
+
+void TestInserimentoAliquoteIVA::zeroRateWithoutNatureIsRefused()
+{
+    const QStringList before = Rates();
+    Fill(QStringLiteral("E0"), QStringLiteral("Esente"), QStringLiteral("0"));
+    Type(Field(m_editor, QStringLiteral("txtRiferimentoNormativo")), QStringLiteral("Art. 10 DPR 633/72"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Attenzione",
+                    "Per un'aliquota dello 0% indicare la natura dell'operazione.", None, Ok);
+    QCOMPARE(Rates(), before);
+    QVERIFY(m_editor->NewRecord());
+    QVERIFY(m_editor->Modified());
+
+    // Once the nature is chosen the same record is saved.
+    m_boxes->Clear();
+    ChooseNatura(QStringLiteral("N4"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT CODICE, NATURA, RIFERIMENTO_NORMATIVO FROM ALIQUOTE_IVA WHERE CODICE='E0'")),
+             QStringList{QStringLiteral("E0|N4|Art. 10 DPR 633/72")});
+}
+
+void TestInserimentoAliquoteIVA::natureAndLegalReferenceAreSavedAndShown()
+{
+    Fill(QStringLiteral("NI"), QStringLiteral("Non imponibile art. 8"), QStringLiteral("0"));
+    ChooseNatura(QStringLiteral("N3.1"));
+    Type(Field(m_editor, QStringLiteral("txtRiferimentoNormativo")), QStringLiteral("Art. 8 c.1 lett. a) DPR 633/72"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_boxes->Messages().isEmpty());
+    const int id = m_editor->IdRecord();
+    QCOMPARE(m_module->Database.Rows(QStringLiteral(
+                 "SELECT CODICE, ALIQUOTA, NATURA, RIFERIMENTO_NORMATIVO FROM ALIQUOTE_IVA WHERE CODICE='NI'")),
+             QStringList{QStringLiteral("NI|0|N3.1|Art. 8 c.1 lett. a) DPR 633/72")});
+
+    // A non-zero rate needs no nature; "Nuovo" blanks both fields.
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboNatura"))->currentIndex(), 0);
+    QVERIFY(Field(m_editor, QStringLiteral("txtRiferimentoNormativo"))->text().isEmpty());
+    Fill(QStringLiteral("R5"), QStringLiteral("Ridotta"), QStringLiteral("5"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT NATURA, RIFERIMENTO_NORMATIVO FROM ALIQUOTE_IVA WHERE CODICE='R5'")),
+             QStringList{QStringLiteral("|")});
+
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboNatura"))->currentData().toString(), QStringLiteral("N3.1"));
+    QCOMPARE(Field(m_editor, QStringLiteral("txtRiferimentoNormativo"))->text(),
+             QStringLiteral("Art. 8 c.1 lett. a) DPR 633/72"));
+    QVERIFY(!m_editor->Modified());
+}
+
+void TestInserimentoAliquoteIVA::unlistedStoredNatureIsKept()
+{
+    // A generic code written before the 2021 codes is shown and saved again as stored.
+    m_module->Database.Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA (CODICE, DESCRIZIONE, ALIQUOTA, NATURA) "
+                                           "VALUES ('N2', 'Non soggetta', 0, 'N2')"));
+    const int id = Generator();
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboNatura"))->currentData().toString(), QStringLiteral("N2"));
+    Type(Field(m_editor, QStringLiteral("txtDescrizione")), QStringLiteral("Non soggetta IVA"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT DESCRIZIONE, NATURA FROM ALIQUOTE_IVA WHERE CODICE = 'N2'")),
+             QStringList{QStringLiteral("Non soggetta IVA|N2")});
 }
 
 void TestInserimentoAliquoteIVA::codeDifferingOnlyInCaseIsRefused()
