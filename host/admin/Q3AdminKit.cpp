@@ -1,5 +1,7 @@
 #include "Q3AdminKit.h"
 
+#include "Q3Messages.h"
+
 QLabel *Q3Etichetta(const QString &caption, QWidget *field)
 {
     auto label = new QLabel(caption);
@@ -11,6 +13,21 @@ QLabel *Q3Etichetta(const QString &caption, QWidget *field)
         plain.chop(1);
     field->setAccessibleName(plain);
     return label;
+}
+
+bool Q3SalvaPrimaDiProseguire(const QString &domanda, const std::function<bool()> &salva,
+                              const std::function<void()> &abbandona)
+{
+    switch (Q3MessageBox(QStringLiteral("Conferma"), domanda, TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel)) {
+    case TQ3MsgResult::Yes:
+        return salva();
+    case TQ3MsgResult::No:
+        if (abbandona)
+            abbandona();
+        return true;
+    default:
+        return false;
+    }
 }
 
 QLineEdit *Q3CampoTesto(const QString &name, int maxLength)

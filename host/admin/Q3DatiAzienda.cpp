@@ -246,20 +246,8 @@ bool TQ3DatiAzienda::Salva()
 
 void TQ3DatiAzienda::reject()
 {
-    if (Modificata()) {
-        switch (Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Salvare le modifiche?"), TQ3MsgIcon::Question,
-                             TQ3MsgButtons::YesNoCancel)) {
-        case TQ3MsgResult::Yes:
-            if (!Salva())
-                return;
-            break;
-        case TQ3MsgResult::No:
-            break;
-        case TQ3MsgResult::Ok:
-        case TQ3MsgResult::Cancel:
-            return;
-        }
-    }
+    if (Modificata() && !Q3SalvaPrimaDiProseguire(QStringLiteral("Salvare le modifiche?"), [this] { return Salva(); }))
+        return;
     QDialog::reject();
 }
 

@@ -18,15 +18,6 @@ namespace {
 const QString Si = QStringLiteral("Sì");
 const QString No = QStringLiteral("No");
 
-// The stored words "True"/"False" and numbers (0 false, any other true); any
-// other text reads as "No".
-bool Vero(const QString &valore)
-{
-    bool numero = false;
-    const int n = valore.trimmed().toInt(&numero);
-    return numero ? n != 0 : valore.trimmed().compare(QLatin1String("True"), Qt::CaseInsensitive) == 0;
-}
-
 } // namespace
 
 QString TQ3OpzioniDialog::TCampo::Valore() const
@@ -86,7 +77,7 @@ void TQ3OpzioniDialog::AggiungiModulo(const TQ3ModuleMetadata &module, QVBoxLayo
         campo.Letto = campo.Memorizzato ? letto : opzione.Default;
         // "1", "true" and "True" say the same: only a different answer is a change.
         if (opzione.Kind == TQ3ModuleOptionKind::SiNo)
-            campo.Letto = Vero(campo.Letto) ? QStringLiteral("True") : QStringLiteral("False");
+            campo.Letto = Q3OpzioneVera(campo.Letto) ? QStringLiteral("True") : QStringLiteral("False");
         QWidget *input = nullptr;
         if (opzione.Kind == TQ3ModuleOptionKind::SiNo) {
             campo.SiNo = new QComboBox;
@@ -142,19 +133,9 @@ bool TQ3OpzioniDialog::Salva()
 
 void TQ3OpzioniDialog::reject()
 {
-    if (Modificato()) {
-        switch (Q3MessageBox(QStringLiteral("Conferma"), QStringLiteral("Salvare le modifiche alle opzioni?"),
-                             TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel)) {
-        case TQ3MsgResult::Yes:
-            if (!Salva())
-                return;
-            break;
-        case TQ3MsgResult::Cancel:
-            return;
-        default:
-            break;
-        }
-    }
+    if (Modificato()
+        && !Q3SalvaPrimaDiProseguire(QStringLiteral("Salvare le modifiche alle opzioni?"), [this] { return Salva(); }))
+        return;
     QDialog::reject();
 }
 

@@ -306,19 +306,11 @@ bool TQ3UtentiRuoli::LasciaDiritti()
 {
     if (!m_dirittiModificati)
         return true;
-    switch (Q3MessageBox(QStringLiteral("Conferma"),
-                         QStringLiteral("I diritti del ruolo \"%1\" sono stati modificati e non salvati.\n\r"
-                                        "Salvarli?")
-                             .arg(m_nomeRuoloDiritti),
-                         TQ3MsgIcon::Question, TQ3MsgButtons::YesNoCancel)) {
-    case TQ3MsgResult::Yes:
-        return SalvaDiritti();
-    case TQ3MsgResult::No:
-        m_dirittiModificati = false;
-        return true;
-    default:
-        return false;
-    }
+    return Q3SalvaPrimaDiProseguire(
+        QStringLiteral("I diritti del ruolo \"%1\" sono stati modificati e non salvati.\n\r"
+                       "Salvarli?")
+            .arg(m_nomeRuoloDiritti),
+        [this] { return SalvaDiritti(); }, [this] { m_dirittiModificati = false; });
 }
 
 bool TQ3UtentiRuoli::SalvaDiritti()

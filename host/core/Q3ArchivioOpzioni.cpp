@@ -13,6 +13,13 @@ QString Q3LeggiOpzione(const QSqlDatabase &db, const QString &opzione, bool *fou
     return exists ? query.value(0).toString() : QString();
 }
 
+bool Q3OpzioneVera(const QString &valore)
+{
+    bool numero = false;
+    const int n = valore.trimmed().toInt(&numero);
+    return numero ? n != 0 : valore.trimmed().compare(QLatin1String("True"), Qt::CaseInsensitive) == 0;
+}
+
 void Q3ScriviOpzioni(const QSqlDatabase &db, const QList<QPair<QString, QString>> &valori)
 {
     TQ3Transaction transaction(db);

@@ -1,5 +1,6 @@
 #include "Q3Backup.h"
 
+#include "Q3ArchivioOpzioni.h"
 #include "Q3DatabaseFile.h"
 #include "Q3Exception.h"
 #include "Q3SchemaUpgrade.h"
@@ -209,17 +210,6 @@ const QString AutoBackupKey = QStringLiteral("BACKUP_AUTOMATICO");
 const QString FolderKey = QStringLiteral("BACKUP_CARTELLA");
 const QString CopiesKey = QStringLiteral("BACKUP_COPIE");
 
-QVariant OptionValue(const QSqlDatabase &db, const QString &key)
-{
-    return QueryScalar(db, QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = %1").arg(QuotedStr(key)));
-}
-
-void WriteOption(const QSqlDatabase &db, const QString &key, const QString &value)
-{
-    ExecSQL(db, QStringLiteral("UPDATE OR INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES (%1, %2) MATCHING (OPZIONE)")
-                    .arg(QuotedStr(key), QuotedStr(value)));
-}
-
 void KeepToOwner(const QString &file)
 {
     QFile made(file);
@@ -307,11 +297,10 @@ TQ3DatabaseTarget Q3RestoreDatabase(const TQ3DatabaseTarget &running, const QStr
 TQ3AutoBackupOptions TQ3AutoBackupOptions::Read(const QSqlDatabase &db)
 {
     TQ3AutoBackupOptions options;
-    const QVariant active = OptionValue(db, AutoBackupKey);
-    options.Attivo = active.toString().compare(QLatin1String("True"), Qt::CaseInsensitive) == 0;
-    options.Cartella = OptionValue(db, FolderKey).toString();
+    options.Attivo = Q3OpzioneVera(Q3LeggiOpzione(db, AutoBackupKey));
+    options.Cartella = Q3LeggiOpzione(db, FolderKey);
     bool number = false;
-    const int copies = OptionValue(db, CopiesKey).toString().toInt(&number);
+    const int copies = Q3LeggiOpzione(db, CopiesKey).toInt(&number);
     if (number && copies > 0)
         options.Copie = copies;
     return options;
@@ -319,11 +308,9 @@ TQ3AutoBackupOptions TQ3AutoBackupOptions::Read(const QSqlDatabase &db)
 
 void TQ3AutoBackupOptions::Write(const QSqlDatabase &db) const
 {
-    TQ3Transaction transaction(db);
-    WriteOption(db, AutoBackupKey, Attivo ? QStringLiteral("True") : QStringLiteral("False"));
-    WriteOption(db, FolderKey, Cartella);
-    WriteOption(db, CopiesKey, QString::number(Copie));
-    transaction.Commit();
+    Q3ScriviOpzioni(db, {{AutoBackupKey, Attivo ? QStringLiteral("True") : QStringLiteral("False")},
+                         {FolderKey, Cartella},
+                         {CopiesKey, QString::number(Copie)}});
 }
 
 QString Q3AutoBackupFileName(const QDateTime &when)

@@ -2,6 +2,7 @@
 // metadata, read from and written to the host's option store, and the
 // administration menu that opens it for administrators only.
 #include "Q3ArchivioOpzioni.h"
+#include "Q3Backup.h"
 #include "Q3Exception.h"
 #include "Q3Host.h"
 #include "Q3MainForm.h"
@@ -71,6 +72,7 @@ private slots:
     void closingWithChangesAsksFirst();
     void noModuleOptionsSaysSo();
     void menuRefusesWhoIsNoAdministrator();
+    void theBackupReadsSiNoAsTheWindowShowsIt();
 };
 
 void TestQ3Opzioni::theModuleDeclaresItsOptions()
@@ -268,6 +270,25 @@ void TestQ3Opzioni::menuRefusesWhoIsNoAdministrator()
     opzioni->trigger();
     QCOMPARE(eseguiti, 1);
     QCOMPARE(boxes.Messages().size(), 1);
+}
+
+// A "Sì" the window shows is an automatic backup the exit makes, whatever word stored it.
+void TestQ3Opzioni::theBackupReadsSiNoAsTheWindowShowsIt()
+{
+    for (const auto &[valore, vero] :
+         {std::pair{"True", true}, std::pair{"true", true}, std::pair{"1", true}, std::pair{"-1", true},
+          std::pair{"0", false}, std::pair{"False", false}, std::pair{"sì", false}, std::pair{"", false}})
+        QCOMPARE(Q3OpzioneVera(QString::fromUtf8(valore)), vero);
+    TQ3TestDatabase db;
+    Q3ScriviOpzioni(db.Db(), {{QStringLiteral("BACKUP_AUTOMATICO"), QStringLiteral("1")}});
+    QVERIFY(TQ3AutoBackupOptions::Read(db.Db()).Attivo);
+    TQ3AutoBackupOptions opzioni;
+    opzioni.Cartella = QStringLiteral("/copie");
+    opzioni.Copie = 3;
+    opzioni.Write(db.Db());
+    QCOMPARE(Opzione(db, "BACKUP_AUTOMATICO"), QStringLiteral("False"));
+    QCOMPARE(Opzione(db, "BACKUP_CARTELLA"), QStringLiteral("/copie"));
+    QCOMPARE(Opzione(db, "BACKUP_COPIE"), QStringLiteral("3"));
 }
 
 QTEST_MAIN(TestQ3Opzioni)
