@@ -57,6 +57,9 @@ TKRVInserimentoAliquoteIVA::TKRVInserimentoAliquoteIVA(IKRVMain &main)
     txtAliquota->setRange(-99999999999.99, 99999999999.99);
     txtAliquota->setSuffix(QStringLiteral(" %"));
     txtAliquota->setFixedWidth(120);
+    // The reference scrolls within the width of the natures rather than
+    // widening the window past its size.
+    txtRiferimentoNormativo->setFixedWidth(cboNatura->sizeHint().width());
     connect(txtAliquota, &QDoubleSpinBox::editingFinished, this,
             [this] { Q3Guarded([this] { txtAliquotaValueValidate(); }); });
 
