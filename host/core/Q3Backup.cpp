@@ -291,6 +291,7 @@ TQ3DatabaseTarget Q3RestoreDatabase(const TQ3DatabaseTarget &running, const QStr
         RemoveRestored(made);
         throw EQ3Exception(wrong + QStringLiteral("\nIl file ripristinato è stato eliminato."));
     }
+    DisableQ3AutomaticSweep(made);
     return made;
 }
 

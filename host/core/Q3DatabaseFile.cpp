@@ -54,6 +54,22 @@ void CreateQ3Database(const TQ3DatabaseTarget &target)
         throw EQ3Exception(QStringLiteral("Impossibile creare il database \"%1\":\n%2")
                                .arg(target.Database, Q3FirebirdStatusText(status)));
     isc_detach_database(status, &db);
+    DisableQ3AutomaticSweep(target);
+}
+
+void DisableQ3AutomaticSweep(const TQ3DatabaseTarget &target)
+{
+    const QByteArray name = target.Database.toUtf8();
+    QByteArray dpb = Q3AttachParameters(target);
+    dpb.append(char(isc_dpb_sweep_interval));
+    dpb.append(char(4));
+    dpb.append(QByteArray(4, '\0'));
+    ISC_STATUS_ARRAY status{};
+    isc_db_handle db = 0;
+    if (isc_attach_database(status, 0, name.constData(), &db, short(dpb.size()), dpb.constData()))
+        throw EQ3Exception(QStringLiteral("Impossibile impostare il database \"%1\":\n%2")
+                               .arg(target.Database, Q3FirebirdStatusText(status)));
+    isc_detach_database(status, &db);
 }
 
 void DropQ3Database(const TQ3DatabaseTarget &target)

@@ -16,6 +16,14 @@ Q3_EXPORT void CreateQ3Database(const TQ3DatabaseTarget &target);
 Q3_EXPORT QString Q3DatabaseAllAvvio();
 Q3_EXPORT void ImpostaQ3DatabaseAllAvvio(const QString &database);
 
+// Turns off the automatic sweep of a database (its sweep interval to 0), as
+// the owner may. Firebird 3.0.11, after a workstation was ended in the middle
+// of a save, can make records of that save, or records deleted long before,
+// visible again when an automatic sweep starts some twenty thousand
+// transactions later; the garbage is collected by the readers and by every
+// backup all the same. Raises EQ3Exception on failure.
+Q3_EXPORT void DisableQ3AutomaticSweep(const TQ3DatabaseTarget &target);
+
 // Drops a database; raises EQ3Exception on failure.
 Q3_EXPORT void DropQ3Database(const TQ3DatabaseTarget &target);
 

@@ -58,6 +58,10 @@ void TestQ3Connection::databaseInAFolderWithASeparatorOpens()
     connection.Open();
     QVERIFY(connection.Connected());
     QCOMPARE(QueryScalar(connection.Database(), QStringLiteral("SELECT 1 FROM RDB$DATABASE")).toInt(), 1);
+    // A new database is never swept by itself (an engine's automatic sweep
+    // after a crash can bring records back).
+    QCOMPARE(QueryScalar(connection.Database(), QStringLiteral("SELECT MON$SWEEP_INTERVAL FROM MON$DATABASE")).toInt(),
+             0);
 }
 
 QTEST_GUILESS_MAIN(TestQ3Connection)

@@ -1,6 +1,7 @@
 #include "Q3Backup.h"
 #include "Q3BackupTestKit.h"
 #include "Q3Exception.h"
+#include "Q3Sql.h"
 #include "Q3TestDatabase.h"
 
 #include <QDir>
@@ -57,6 +58,12 @@ void TestQ3Backup::backupThenRestoreKeepsEveryRowOfEveryTable()
     QCOMPARE(done.last(), total);
     QVERIFY(done.contains(1));
     QCOMPARE(Q3TableChecksums(restored), before);
+    // The restored database, like a new one, is never swept by itself.
+    TQ3Connection connection;
+    connection.SetConnectionString(restored.ConnectionString());
+    connection.Open();
+    QCOMPARE(QueryScalar(connection.Database(), QStringLiteral("SELECT MON$SWEEP_INTERVAL FROM MON$DATABASE")).toInt(),
+             0);
 }
 
 void TestQ3Backup::restoreOfAFileThatIsNotABackupMakesNothing()
