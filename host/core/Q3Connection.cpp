@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QThread>
 
 namespace {
 
@@ -165,9 +166,14 @@ void TQ3Connection::CheckAfterLoss() const
         m_lost = true;
     }
     db.close();
-    if (!db.open())
-        throw EQ3Exception(QString::fromUtf8(Q3MsgConnessioneNonRipristinata) + QLatin1Char('\n')
-                           + SqlDatabaseText(db.lastError()));
+    // A server that has just come back may turn the first attempt away while
+    // it starts: two more, a moment apart, before telling the user.
+    for (int tentativo = 1; !db.open(); ++tentativo) {
+        if (tentativo == 3)
+            throw EQ3Exception(QString::fromUtf8(Q3MsgConnessioneNonRipristinata) + QLatin1Char('\n')
+                               + SqlDatabaseText(db.lastError()));
+        QThread::msleep(250);
+    }
     m_lost = false;
     m_lossesSeen = losses;
 }

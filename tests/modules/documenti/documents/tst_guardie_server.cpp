@@ -57,6 +57,13 @@ void TestGuardieServer::invoiceLinesSurviveTheServerGoingAway()
     TKRVTestModule module(TQ3TestDatabase::Where::Server);
     module.MainForm->show();
     TQ3RecordingResponder boxes;
+    // Every box so far, for the failure's report.
+    const auto scatole = [&boxes] {
+        QStringList testi;
+        for (const TQ3Message &box : boxes.Messages())
+            testi << box.Title + QStringLiteral(": ") + box.Text;
+        return testi.join(QStringLiteral(" | ")).toLocal8Bit();
+    };
     InsertAnagraficheDocumenti(module.Database);
     auto editor = Run<TKRVInserimentoFattureVendita>(module, ActEditor);
     QVERIFY(editor);
@@ -67,7 +74,7 @@ void TestGuardieServer::invoiceLinesSurviveTheServerGoingAway()
     TKRVGrigliaRighe *griglia = editor->gridRigheFattura();
     const TKRVLayoutRighe &colonne = editor->Righe()->Layout();
     QCOMPARE(editor->Righe()->Righe(), 1);
-    QVERIFY(boxes.Messages().isEmpty());
+    QVERIFY2(boxes.Messages().isEmpty(), scatole().constData());
     // With the server there, the VAT cell's hint tells the rate.
     HoverCell(griglia, 0, colonne.Iva);
     QVERIFY2(QToolTip::text().contains(QLatin1String("Aliquota IVA")), qPrintable(QToolTip::text()));
@@ -76,10 +83,10 @@ void TestGuardieServer::invoiceLinesSurviveTheServerGoingAway()
 
     m_server->Stop();
     EditCell(griglia, 0, colonne.Prezzo, QStringLiteral("12,5"));
-    QCOMPARE(boxes.Messages().size(), 1);
+    QVERIFY2(boxes.Messages().size() == 1, scatole().constData());
     QVERIFY(Q3ErrorBoxBeginning(boxes.Messages().at(0), Q3TestConnessioneInterrotta()));
     HoverCell(griglia, 0, colonne.Iva);
-    QCOMPARE(boxes.Messages().size(), 2);
+    QVERIFY2(boxes.Messages().size() == 2, scatole().constData());
     QVERIFY(Q3ErrorBoxBeginning(boxes.Messages().at(1), Q3TestConnessioneNonRipristinata()));
     QVERIFY(!QToolTip::isVisible());
 
@@ -96,7 +103,7 @@ void TestGuardieServer::invoiceLinesSurviveTheServerGoingAway()
 
     m_server->Resume();
     Trigger(editor, QStringLiteral("actSalva"));
-    QCOMPARE(boxes.Messages().size(), 2);
+    QVERIFY2(boxes.Messages().size() == 2, scatole().constData());
     QVERIFY(!editor->Modified());
     // Header and line once each, with the price typed while the server was away
     // and the totals recomputed at the save (20 % VAT).
