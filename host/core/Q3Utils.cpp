@@ -82,10 +82,19 @@ QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &t
     return keys;
 }
 
-QString FormatCurrency(double value)
+int DecimalsNeeded(double value, int minimum, int maximum)
+{
+    const QString digits = QString::number(value, 'f', maximum);
+    int decimals = maximum;
+    while (decimals > minimum && digits.at(digits.size() - maximum + decimals - 1) == QLatin1Char('0'))
+        --decimals;
+    return decimals;
+}
+
+QString FormatCurrency(double value, int maxDecimals)
 {
     const QLocale locale;
-    return locale.toCurrencyString(value, locale.currencySymbol(), 2);
+    return locale.toCurrencyString(value, locale.currencySymbol(), DecimalsNeeded(value, 2, qMax(2, maxDecimals)));
 }
 
 QString FormatNumber(double value, int decimals)

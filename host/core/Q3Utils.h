@@ -34,8 +34,13 @@ Q3_EXPORT TCustomBoolean StrToCustomBoolean(const QVariant &value);
 Q3_EXPORT QList<int> GetElencoIdFiglio(const QString &keyColumn, int key, const QString &table,
                                        const QSqlDatabase &connection);
 
-// Money in the application's locale currency format, with 2 decimals.
-Q3_EXPORT QString FormatCurrency(double value);
+// How many decimals a number needs, within the bounds: 0,333 needs 3, 2,5
+// needs 1 and 2,50 needs no more than the minimum.
+Q3_EXPORT int DecimalsNeeded(double value, int minimum, int maximum);
+
+// Money in the application's locale currency format, with 2 decimals, or as
+// many more as the value has up to maxDecimals (a unit price of 0,3333).
+Q3_EXPORT QString FormatCurrency(double value, int maxDecimals = 2);
 
 // A number in the application's locale, with the given decimals and group separators.
 Q3_EXPORT QString FormatNumber(double value, int decimals);

@@ -1,5 +1,7 @@
 #include "Q3ReportFormat.h"
 
+#include "Q3Utils.h"
+
 #include <QDate>
 #include <QDateTime>
 #include <QLocale>
@@ -32,7 +34,12 @@ QString Formatted(double number, const QString &format)
         return italian.toString(qRound64(number));
     if (format == QLatin1String("percent"))
         return italian.toString(number, 'g', QLocale::FloatingPointShortest) + QLatin1Char('%');
-    return italian.toString(number, 'f', format.mid(7).toInt());
+    // "money:6": 2 decimals, or as many as the value has up to 6;
+    // "number:2-3": the same between the two bounds.
+    const QStringList bounds = format.section(QLatin1Char(':'), 1).split(QLatin1Char('-'));
+    const int minimum = format.startsWith(QLatin1String("money:")) ? 2 : bounds.first().toInt();
+    const int maximum = qMax(minimum, bounds.last().toInt());
+    return italian.toString(number, 'f', DecimalsNeeded(number, minimum, maximum));
 }
 
 } // namespace

@@ -492,7 +492,7 @@ TQ3ReportSegment Placeholder(const QString &inner, const QString &defaultConnect
         else if (option == QLatin1String("currency") || option == QLatin1String("money")
                  || option == QLatin1String("date") || option == QLatin1String("year")
                  || option == QLatin1String("percent") || option == QLatin1String("integer")
-                 || option.startsWith(QLatin1String("number:")))
+                 || option.startsWith(QLatin1String("number:")) || option.startsWith(QLatin1String("money:")))
             segment.Format = option;
         else
             throw EQ3Exception(QStringLiteral("formato \"%1\" sconosciuto").arg(option));

@@ -1,5 +1,6 @@
 #include "KRVAggiornaDatabase.h"
 
+#include "KRVDecimali.h"
 #include "Q3Sql.h"
 
 namespace {
@@ -59,6 +60,15 @@ QString AddTextColumn(const QString &table, const QString &column, int length, c
 {
     return QStringLiteral("ALTER TABLE %1 ADD %2 VARCHAR(%3) DEFAULT %4 NOT NULL")
         .arg(table, column, QString::number(length), QuotedStr(defaultValue));
+}
+
+// A line's unit price and quantity with the decimals the grid keeps.
+QStringList DecimaliRighe(const QString &table)
+{
+    return {QStringLiteral("ALTER TABLE %1 ALTER COLUMN PREZZO TYPE DECIMAL(18, %2)")
+                .arg(table, QString::number(KRVDecimaliPrezzo)),
+            QStringLiteral("ALTER TABLE %1 ALTER COLUMN QUANTITA TYPE DECIMAL(18, %2)")
+                .arg(table, QString::number(KRVDecimaliQuantita))};
 }
 
 QString CostFromMaster(const QString &master, const QString &lineKind)
@@ -372,6 +382,10 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
                 {AddTextColumn(aliquoteIva, QStringLiteral("NATURA"), 4),
                  AddTextColumn(aliquoteIva, QStringLiteral("RIFERIMENTO_NORMATIVO"), 100)},
                 error),
+        // Unit prices and quantities keep the decimals the user typed.
+        Upgrade(fattVendDett, V1_3_0, V1_4_0, DecimaliRighe(fattVendDett), error),
+        Upgrade(QStringLiteral("NOTE_ACCREDITO_DETT"), V1_0_0, V1_1_0,
+                DecimaliRighe(QStringLiteral("NOTE_ACCREDITO_DETT")), error),
     };
 }
 

@@ -178,7 +178,8 @@ void TKRVArchivioDocumentoVendita::LeggiRighe(int id, TKRVRigheDocumento &righe)
         celle[l.Descrizione] = query.value(descrizione).toString();
         if (celle[l.Tipo] != KRVRigaTesto) {
             for (const auto &[colonna, cella] : std::as_const(numeri))
-                celle[cella] = TKRVRigheDocumento::TestoNumero(query.value(colonna).toDouble());
+                celle[cella] =
+                    TKRVRigheDocumento::TestoNumero(query.value(colonna).toDouble(), righe.DecimaliMassimi(cella));
             if (celle[l.Tipo] != KRVRigaNonImponibile) {
                 celle[l.Codice] = query.value(codice).toString();
                 celle[l.IdCategoria] = query.value(categoria).toString();

@@ -180,7 +180,16 @@ double TKRVRigheDocumento::Numero(int riga, int colonna) const
 
 void TKRVRigheDocumento::SetNumero(int riga, int colonna, double valore)
 {
-    SetCella(riga, colonna, TestoNumero(valore));
+    SetCella(riga, colonna, TestoNumero(valore, DecimaliMassimi(colonna)));
+}
+
+int TKRVRigheDocumento::DecimaliMassimi(int colonna) const
+{
+    if (colonna == m_layout.Prezzo)
+        return KRVDecimaliPrezzo;
+    if (colonna == m_layout.Quantita)
+        return KRVDecimaliQuantita;
+    return 2;
 }
 
 int TKRVRigheDocumento::Intero(int riga, int colonna) const
@@ -193,9 +202,9 @@ void TKRVRigheDocumento::SetIntero(int riga, int colonna, int valore)
     SetCella(riga, colonna, QString::number(valore));
 }
 
-QString TKRVRigheDocumento::TestoNumero(double valore)
+QString TKRVRigheDocumento::TestoNumero(double valore, int decimaliMassimi)
 {
-    QString testo = QString::asprintf("%.2f", valore);
+    QString testo = QString::asprintf("%.*f", DecimalsNeeded(valore, 2, qMax(2, decimaliMassimi)), valore);
     testo.replace(QLatin1Char('.'), QLocale().decimalPoint());
     return testo;
 }
@@ -221,11 +230,13 @@ QString TKRVRigheDocumento::Testo(int riga, int colonna) const
     if (testo && (colonna == m_layout.Codice || Numerica(colonna)))
         return {};
     if (colonna == m_layout.Prezzo || colonna == m_layout.Importo)
-        return FormatCurrency(Numero(riga, colonna));
+        return FormatCurrency(Numero(riga, colonna), DecimaliMassimi(colonna));
     if (colonna == m_layout.Sconto)
         return FormatNumber(Numero(riga, colonna), 0) + QStringLiteral("%");
-    if (colonna == m_layout.Quantita)
-        return FormatNumber(Numero(riga, colonna), m_layout.DecimaliQuantita);
+    if (colonna == m_layout.Quantita) {
+        const double quantita = Numero(riga, colonna);
+        return FormatNumber(quantita, DecimalsNeeded(quantita, m_layout.DecimaliQuantita, KRVDecimaliQuantita));
+    }
     return Cella(riga, colonna);
 }
 
@@ -251,6 +262,10 @@ bool TKRVRigheDocumento::Valido(int riga, int colonna, const QString &testo) con
         return true;
     const std::optional<double> valore = LeggiNumero(testo);
     if (!valore)
+        return false;
+    // More decimals than the column keeps would be lost at the save.
+    const int massimi = DecimaliMassimi(colonna);
+    if (DecimalsNeeded(*valore, 0, massimi + 1) > massimi)
         return false;
     if (colonna == m_layout.Quantita)
         return *valore > 0;

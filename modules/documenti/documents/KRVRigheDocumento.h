@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KRVDecimali.h"
+
 #include <QAbstractTableModel>
 #include <QList>
 #include <QSqlDatabase>
@@ -63,8 +65,9 @@ struct TKRVVoceCatalogo
 
 // A document's lines, each held as the texts of its grid cells; numbers are
 // written as "%.2f" with the locale's decimal separator, so an amount written
-// and read back is rounded to the cent. Row r of the model is the line of grid
-// row r + 1: the titles are the header.
+// and read back is rounded to the cent. A unit price and a quantity keep the
+// further decimals they have, up to KRVDecimaliPrezzo and KRVDecimaliQuantita.
+// Row r of the model is the line of grid row r + 1: the titles are the header.
 class TKRVRigheDocumento : public QAbstractTableModel
 {
     Q_OBJECT
@@ -114,8 +117,12 @@ public:
     // Hands over a line written cell by cell by a reader, in one go.
     void AccodaRiga(const QStringList &celle);
 
-    // The locale's number text that the cells hold, and its reading.
-    static QString TestoNumero(double valore);
+    // The decimals a column's numbers keep at most.
+    int DecimaliMassimi(int colonna) const;
+
+    // The locale's number text that the cells hold (two decimals, or as many
+    // as the value has up to the given most), and its reading.
+    static QString TestoNumero(double valore, int decimaliMassimi = 2);
     static std::optional<double> LeggiNumero(const QString &testo);
 
 signals:

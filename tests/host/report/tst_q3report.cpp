@@ -228,6 +228,12 @@ private slots:
         QCOMPARE(Q3FormatReportValue(1234.5, QStringLiteral("currency")), QStringLiteral("1.234,50 €"));
         QCOMPARE(Q3FormatReportValue(QStringLiteral("1234.5"), QStringLiteral("money")), QStringLiteral("1.234,50"));
         QCOMPARE(Q3FormatReportValue(2.125, QStringLiteral("number:3")), QStringLiteral("2,125"));
+        QCOMPARE(Q3FormatReportValue(2.5, QStringLiteral("number:2-3")), QStringLiteral("2,50"));
+        QCOMPARE(Q3FormatReportValue(0.333, QStringLiteral("number:2-3")), QStringLiteral("0,333"));
+        QCOMPARE(Q3FormatReportValue(1.0004, QStringLiteral("number:2-3")), QStringLiteral("1,00"));
+        QCOMPARE(Q3FormatReportValue(1234.5, QStringLiteral("money:6")), QStringLiteral("1.234,50"));
+        QCOMPARE(Q3FormatReportValue(0.333333, QStringLiteral("money:6")), QStringLiteral("0,333333"));
+        QCOMPARE(Q3FormatReportValue(0.1234567, QStringLiteral("money:6")), QStringLiteral("0,123457"));
         QCOMPARE(Q3FormatReportValue(7.6, QStringLiteral("integer")), QStringLiteral("8"));
         QCOMPARE(Q3FormatReportValue(QDate(2026, 1, 9), QStringLiteral("date")), QStringLiteral("09/01/2026"));
         QCOMPARE(Q3FormatReportValue(QDate(2026, 1, 9), QStringLiteral("year")), QStringLiteral("2026"));

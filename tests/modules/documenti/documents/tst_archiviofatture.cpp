@@ -133,16 +133,16 @@ void TestArchivioFatture::linesOfEveryKind()
         (QStringList{
             QString::number(id)
                 + QStringLiteral(
-                    "|Articolo di prova|Articolo|ART1|1|Altro|1|20|Aliquota standard|20|1|PEZZI|5.60|12.34|0.00|1.00|12.34"),
+                    "|Articolo di prova|Articolo|ART1|1|Altro|1|20|Aliquota standard|20|1|PEZZI|5.60|12.340000|0.00|1.000|12.34"),
             QString::number(id)
                 + QStringLiteral(
                     "|Consegna del 3 marzo\nsecondo piano|Testo|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>"),
             QString::number(id)
                 + QStringLiteral(
-                    "|Servizio di prova|Servizio|SRV1|1|Altro|1|20|Aliquota standard|20|2|ORE|20.50|50.00|0.00|2.50|125.00"),
+                    "|Servizio di prova|Servizio|SRV1|1|Altro|1|20|Aliquota standard|20|2|ORE|20.50|50.000000|0.00|2.500|125.00"),
             QString::number(id)
                 + QStringLiteral(
-                    "|Spese di bollo|Non imponibile|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|0.00|2.00|0.00|1.00|2.00"),
+                    "|Spese di bollo|Non imponibile|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|<null>|0.00|2.000000|0.00|1.000|2.00"),
         }));
 }
 

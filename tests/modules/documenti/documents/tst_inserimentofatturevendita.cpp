@@ -62,6 +62,7 @@ private slots:
     void deleteLineAsksAndNeedsASelection();
     void moveLinesAtTheEdges();
     void reopenedInvoiceShowsItsLines();
+    void typedPriceAndQuantityDecimalsSurviveTheReopening();
     void missingInvoiceLeavesTheWindow();
     void closingAsksToSave();
     void recurrencePageHiddenWithoutActivities();
@@ -334,6 +335,42 @@ void TestInserimentoFattureVendita::reopenedInvoiceShowsItsLines()
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Conferma",
                     "Ci sono delle modifiche non salvate.\n\rContinuare comunque?", Question, YesNo);
     QVERIFY(m_editor->Modified());
+}
+
+// A unit price of 0,333 for three units and a quantity of 1,125 at 8 are
+// stored as typed: the reopened invoice shows the same lines and totals.
+void TestInserimentoFattureVendita::typedPriceAndQuantityDecimalsSurviveTheReopening()
+{
+    Editor();
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    AddService(*m_module, m_editor, QStringLiteral("SRV1"));
+    TKRVGrigliaRighe *griglia = m_editor->gridRigheFattura();
+    EditCell(griglia, 0, 5, QStringLiteral("0,333"));
+    EditCell(griglia, 0, 7, QStringLiteral("3"));
+    EditCell(griglia, 1, 5, QStringLiteral("8"));
+    EditCell(griglia, 1, 7, QStringLiteral("1,125"));
+    QCOMPARE(Label("lblTotaleImponibile")->text(), QStringLiteral("10,00\u00A0€"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_responder->Messages().isEmpty());
+    const int id = m_editor->IdRecord();
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT CAST(PREZZO AS VARCHAR(20)), CAST(QUANTITA AS VARCHAR(20)), IMPORTO "
+                                      "FROM FATT_VEND_DETT ORDER BY IDFATT_VEND_DETT")),
+             (QStringList{QStringLiteral("0.333000|3.000|1"), QStringLiteral("8.000000|1.125|9")}));
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM FATT_VEND")),
+             QStringList{QStringLiteral("10|12")});
+
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    const TKRVRigheDocumento *righe = m_editor->Righe();
+    QCOMPARE(righe->Testo(0, 5), QStringLiteral("0,333\u00A0€"));
+    QCOMPARE(righe->Testo(0, 7), QStringLiteral("3,00"));
+    QCOMPARE(righe->Testo(0, 8), QStringLiteral("1,00\u00A0€"));
+    QCOMPARE(righe->Testo(1, 7), QStringLiteral("1,125"));
+    QCOMPARE(righe->Testo(1, 8), QStringLiteral("9,00\u00A0€"));
+    QCOMPARE(Label("lblTotaleImponibile")->text(), QStringLiteral("10,00\u00A0€"));
+    QCOMPARE(Label("lblTotaleDocumento")->text(), QStringLiteral("12,00\u00A0€"));
+    QVERIFY(!m_editor->Modified());
 }
 
 void TestInserimentoFattureVendita::missingInvoiceLeavesTheWindow()

@@ -60,6 +60,9 @@ private slots:
     void creditNoteHasNoDiscountNorExempt();
     void creditNoteQuantityShowsOneDecimal();
     void acceptedEditIsReported();
+    void typedPriceAndQuantityKeepTheirDecimals();
+    void moreDecimalsThanKeptAreRefused();
+    void creditNoteQuantityShowsTheDecimalsItHas();
 };
 
 void TestRigheDocumento::invoiceLayoutHasFourteenColumns()
@@ -335,3 +338,57 @@ void TestRigheDocumento::acceptedEditIsReported()
 
 QTEST_GUILESS_MAIN(TestRigheDocumento)
 #include "tst_righedocumento.moc"
+
+// A unit price of 0,333333 and a quantity of 1,125 stay as typed in their
+// cells and on screen; the amount is still rounded to the cent.
+void TestRigheDocumento::typedPriceAndQuantityKeepTheirDecimals()
+{
+    TKRVRigheDocumento righe(KRVLayoutFattura());
+    const int r = righe.AggiungiVoce(Voce(KRVRigaServizio, 1));
+    QVERIFY(righe.setData(righe.index(r, 5), QStringLiteral("0,333333")));
+    QVERIFY(righe.setData(righe.index(r, 7), QStringLiteral("1,125")));
+    AggiornaTotaliDocumento(righe, false, Aliquote);
+    QCOMPARE(righe.Cella(r, 5), QStringLiteral("0,333333"));
+    QCOMPARE(righe.Testo(r, 5), QStringLiteral("0,333333\u00A0€"));
+    QCOMPARE(righe.Testo(r, 7), QStringLiteral("1,125"));
+    QCOMPARE(righe.Cella(r, 8), QStringLiteral("0,37"));
+    // Written by the program, they keep their decimals too, and no more than two
+    // when they have no more.
+    righe.SetNumero(r, 5, 2.5);
+    righe.SetNumero(r, 7, 0.333);
+    QCOMPARE(righe.Cella(r, 5), QStringLiteral("2,50"));
+    QCOMPARE(righe.Cella(r, 7), QStringLiteral("0,333"));
+    QCOMPARE(righe.Testo(r, 5), QStringLiteral("2,50\u00A0€"));
+    QCOMPARE(righe.Testo(r, 7), QStringLiteral("0,333"));
+    righe.SetNumero(r, 8, 1.2345);
+    QCOMPARE(righe.Cella(r, 8), QStringLiteral("1,23"));
+}
+
+// A seventh decimal of a price, a fourth of a quantity or a third of a
+// discount would be lost at the save: the cell keeps what it held.
+void TestRigheDocumento::moreDecimalsThanKeptAreRefused()
+{
+    TKRVRigheDocumento righe(KRVLayoutFattura());
+    const int r = righe.AggiungiVoce(Voce(KRVRigaArticolo, 10));
+    QVERIFY(!righe.setData(righe.index(r, 5), QStringLiteral("0,1234567")));
+    QVERIFY(!righe.setData(righe.index(r, 7), QStringLiteral("1,0005")));
+    QVERIFY(!righe.setData(righe.index(r, 6), QStringLiteral("12,555")));
+    QCOMPARE(righe.Cella(r, 5), QStringLiteral("10,00"));
+    QCOMPARE(righe.Cella(r, 7), QStringLiteral("1,00"));
+    QCOMPARE(righe.Cella(r, 6), QStringLiteral("0,00"));
+    QVERIFY(righe.setData(righe.index(r, 5), QStringLiteral("0,123456")));
+    QVERIFY(righe.setData(righe.index(r, 7), QStringLiteral("1,500")));
+    QVERIFY(righe.setData(righe.index(r, 6), QStringLiteral("12,55")));
+}
+
+// The credit note shows one decimal of a quantity, or the ones it has up to three.
+void TestRigheDocumento::creditNoteQuantityShowsTheDecimalsItHas()
+{
+    TKRVRigheDocumento righe(KRVLayoutNotaAccredito());
+    const int r = righe.AggiungiVoce(Voce(KRVRigaServizio, 10));
+    QCOMPARE(righe.Testo(r, 5), QStringLiteral("1,0"));
+    QVERIFY(righe.setData(righe.index(r, 5), QStringLiteral("0,125")));
+    QCOMPARE(righe.Testo(r, 5), QStringLiteral("0,125"));
+    QVERIFY(righe.setData(righe.index(r, 4), QStringLiteral("0,3333")));
+    QCOMPARE(righe.Testo(r, 4), QStringLiteral("0,3333\u00A0€"));
+}

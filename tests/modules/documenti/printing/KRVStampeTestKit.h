@@ -47,9 +47,10 @@ inline QString Sql(const QString &text)
     return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
 }
 
+// A number as SQL takes it, with the six decimals a unit price may have.
 inline QString Number(double value)
 {
-    return QString::number(value, 'f', 2);
+    return QString::number(value, 'f', 6);
 }
 
 inline void SetAzienda(const TQ3TestDatabase &db)

@@ -70,6 +70,7 @@ private slots:
     void azienda_descColumns();
     void azienda_emptyOrNullFax_noLabel();
     void pdf_holdsInvoiceInItalianForm();
+    void pdf_priceAndQuantityWithTheirTypedDecimals();
     void textOnlyInvoice_emptyVatSummaryStillPrints();
     void sameRate_oneSummaryRowWithSummedTax();
     void exemptInvoice_noteAsParam1();
@@ -239,6 +240,21 @@ void TestStampe::pdf_holdsInvoiceInItalianForm()
     QVERIFY(info.contains(QRegularExpression(QStringLiteral("Author:\\s+Quillo 3\\n"))));
     QVERIFY(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+1\\n"))));
     QVERIFY(m_boxes->Messages().isEmpty());
+}
+
+// A price of 0,333333 and a quantity of 1,125 print as they were typed; a
+// price and a quantity without further decimals keep two.
+void TestStampe::pdf_priceAndQuantityWithTheirTypedDecimals()
+{
+    const int id = InsertFattura(m_module->Database, 4712,
+                                 {{QStringLiteral("ART-001"), QStringLiteral("Viti a peso"), 0.333333, 3, 0},
+                                  {QStringLiteral("ART-002"), QStringLiteral("Cavo a metro"), 8, 1.125, 0},
+                                  {QStringLiteral("ART-003"), QStringLiteral("Raccordo"), 2.5, 2, 0}});
+    const QStringList lines = Lines(Q3PdfText(PdfOf(id, QStringLiteral("decimali"))));
+    for (const QString &line : {QStringLiteral("ART-001 Viti a peso 3,00 PEZZI 0,333333 1,00 20"),
+                                QStringLiteral("ART-002 Cavo a metro 1,125 PEZZI 8,00 9,00 20"),
+                                QStringLiteral("ART-003 Raccordo 2,00 PEZZI 2,50 5,00 20")})
+        QVERIFY2(lines.contains(line), qPrintable(lines.join(QLatin1Char('\n'))));
 }
 
 void TestStampe::textOnlyInvoice_emptyVatSummaryStillPrints()
