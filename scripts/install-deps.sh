@@ -7,6 +7,7 @@ packages=(
   firebird3.0-server-core firebird3.0-utils libfbclient2 firebird-dev
   libsodium-dev
   libxml2-dev libxml2-utils  # the electronic invoices' schema validation, in the module and in its tests
+  libzip-dev  # the electronic invoices exported together into one ZIP file
   xvfb xauth poppler-utils fonts-dejavu-core tango-icon-theme
   python3-xlrd  # the spreadsheet tests read their workbooks back with it
   clang-format clang-tidy  # the format check (scripts/format-check.sh) and the static analysis (.clang-tidy)
