@@ -12,6 +12,7 @@ const QString V1_2_0 = QStringLiteral("1.2.0");
 const QString V1_3_0 = QStringLiteral("1.3.0");
 const QString V1_4_0 = QStringLiteral("1.4.0");
 const QString V1_5_0 = QStringLiteral("1.5.0");
+const QString V1_6_0 = QStringLiteral("1.6.0");
 
 std::function<void(const QString &)> &StatementObserver()
 {
@@ -69,6 +70,16 @@ QStringList DecimaliRighe(const QString &table)
                 .arg(table, QString::number(KRVDecimaliPrezzo)),
             QStringLiteral("ALTER TABLE %1 ALTER COLUMN QUANTITA TYPE DECIMAL(18, %2)")
                 .arg(table, QString::number(KRVDecimaliQuantita))};
+}
+
+// Where a document keeps its electronic invoice: the file's name, the send
+// progressive it took and when it was produced.
+QStringList ColonneFatturaPA(const QString &table)
+{
+    QStringList statements;
+    for (const char *column : {"FPA_NOME_FILE VARCHAR(30)", "FPA_PROGRESSIVO INTEGER", "FPA_PRODOTTA TIMESTAMP"})
+        statements << QStringLiteral("ALTER TABLE ") + table + QStringLiteral(" ADD ") + QString::fromLatin1(column);
+    return statements;
 }
 
 QString CostFromMaster(const QString &master, const QString &lineKind)
@@ -386,6 +397,11 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
         Upgrade(fattVendDett, V1_3_0, V1_4_0, DecimaliRighe(fattVendDett), error),
         Upgrade(QStringLiteral("NOTE_ACCREDITO_DETT"), V1_0_0, V1_1_0,
                 DecimaliRighe(QStringLiteral("NOTE_ACCREDITO_DETT")), error),
+        // The electronic invoice produced from a document, and the progressive of its files.
+        Upgrade(fattVend, V1_5_0, V1_6_0, ColonneFatturaPA(fattVend), error),
+        Upgrade(noteAccredito, V1_2_0, V1_3_0, ColonneFatturaPA(noteAccredito), error),
+        Upgrade(QStringLiteral("FATTURAPA"), QString(), V1_0_0, {QStringLiteral("CREATE SEQUENCE GEN_FPA_PROGRESSIVO")},
+                error),
     };
 }
 

@@ -134,6 +134,11 @@ QString ChiaveRiepilogo(double aliquota, const QString &natura)
     return QString::number(centesimi) + QLatin1Char('/') + (centesimi == 0 ? natura : QString());
 }
 
+QString Formato(const TKRVClienteFatturaPA &cliente)
+{
+    return cliente.PubblicaAmministrazione ? KRVFatturaPAFormatoPA : KRVFatturaPAFormatoPrivati;
+}
+
 class TScrittore
 {
 public:
@@ -187,7 +192,7 @@ void ScriviTrasmissione(TScrittore &s, const TKRVDatiFatturaPA &dati)
     s.IdFiscale(QStringLiteral("IdTrasmittente"), a.CodiceNazione,
                 a.CodiceFiscale.isEmpty() ? a.PartitaIva : a.CodiceFiscale);
     s.Campo(QStringLiteral("ProgressivoInvio"), Limita(dati.ProgressivoInvio, 10, true));
-    s.Campo(QStringLiteral("FormatoTrasmissione"), QStringLiteral("FPR12"));
+    s.Campo(QStringLiteral("FormatoTrasmissione"), Formato(c));
     QString codice = Limita(c.CodiceDestinatario, 7, true).toUpper();
     if (c.Tipo == EKRVClienteFatturaPA::Estero)
         codice = KRVFatturaPADestinatarioEstero;
@@ -248,7 +253,7 @@ void ScriviCessionario(TScrittore &s, const TKRVClienteFatturaPA &c)
     const bool estero = c.Tipo == EKRVClienteFatturaPA::Estero;
     s.Apri(QStringLiteral("CessionarioCommittente"));
     s.Apri(QStringLiteral("DatiAnagrafici"));
-    if (c.Tipo == EKRVClienteFatturaPA::Azienda)
+    if (c.Tipo == EKRVClienteFatturaPA::Azienda && !c.PartitaIva.isEmpty())
         s.IdFiscale(QStringLiteral("IdFiscaleIVA"), c.CodiceNazione, c.PartitaIva);
     else if (estero) // a customer with no VAT id keeps a placeholder code
         s.IdFiscale(QStringLiteral("IdFiscaleIVA"), c.CodiceNazione,
@@ -481,7 +486,7 @@ QByteArray KRVScriviFatturaPA(const TKRVDatiFatturaPA &dati)
     s.Xml().writeStartDocument();
     s.Xml().writeNamespace(NamespaceFattura, QStringLiteral("p"));
     s.Xml().writeStartElement(NamespaceFattura, QStringLiteral("FatturaElettronica"));
-    s.Xml().writeAttribute(QStringLiteral("versione"), QStringLiteral("FPR12"));
+    s.Xml().writeAttribute(QStringLiteral("versione"), Formato(dati.Cliente));
     s.Apri(QStringLiteral("FatturaElettronicaHeader"));
     ScriviTrasmissione(s, dati);
     ScriviCedente(s, dati.Azienda);

@@ -17,6 +17,9 @@ inline const QString KRVFatturaPATipoNotaAccredito = QStringLiteral("TD04");
 // area, and that of a foreign customer.
 inline const QString KRVFatturaPADestinatarioPec = QStringLiteral("0000000");
 inline const QString KRVFatturaPADestinatarioEstero = QStringLiteral("XXXXXXX");
+// The format of a file for private parties and that for a public administration.
+inline const QString KRVFatturaPAFormatoPrivati = QStringLiteral("FPR12");
+inline const QString KRVFatturaPAFormatoPA = QStringLiteral("FPA12");
 
 enum class EKRVClienteFatturaPA {
     Azienda, // Italian VAT number, Denominazione
@@ -39,6 +42,9 @@ struct TKRVClienteFatturaPA
     QString Provincia;
     QString CodiceDestinatario;
     QString Pec;
+    // A public administration: its office code has 6 characters, the file is
+    // an FPA12 and the administration may be known by its fiscal code only.
+    bool PubblicaAmministrazione = false;
 };
 
 // One line of the document. Tipo is one of the document's line kinds

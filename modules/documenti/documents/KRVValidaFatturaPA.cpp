@@ -206,7 +206,11 @@ public:
         const TKRVClienteFatturaPA &c = m_dati.Cliente;
         switch (c.Tipo) {
         case EKRVClienteFatturaPA::Azienda:
-            if (!Q3PartitaIvaValida(c.PartitaIva))
+            if (c.PubblicaAmministrazione && c.PartitaIva.isEmpty()) {
+                if (!Q3CodiceFiscaleValido(c.CodiceFiscale))
+                    Rifiuta(QStringLiteral("il codice fiscale della pubblica amministrazione \"%1\" non è valido.")
+                                .arg(c.CodiceFiscale));
+            } else if (!Q3PartitaIvaValida(c.PartitaIva))
                 Rifiuta(QStringLiteral("la partita IVA del cliente \"%1\" non è valida.").arg(c.PartitaIva));
             break;
         case EKRVClienteFatturaPA::Privato:
@@ -229,6 +233,14 @@ public:
         if (c.Tipo == EKRVClienteFatturaPA::Estero)
             return;
         const QString codice = c.CodiceDestinatario;
+        if (c.PubblicaAmministrazione) {
+            static const QRegularExpression ufficio(QStringLiteral("^[A-Z0-9]{6}$"));
+            if (!ufficio.match(codice).hasMatch())
+                Rifiuta(QStringLiteral("il codice ufficio \"%1\" della pubblica amministrazione non è di 6 lettere "
+                                       "maiuscole o cifre.")
+                            .arg(codice));
+            return;
+        }
         static const QRegularExpression formato(QStringLiteral("^[A-Z0-9]{7}$"));
         if (codice.isEmpty() && c.Pec.isEmpty() && c.Tipo == EKRVClienteFatturaPA::Azienda)
             Rifiuta(QStringLiteral("il cliente non ha né codice destinatario né PEC."));

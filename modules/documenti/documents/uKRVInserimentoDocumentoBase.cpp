@@ -7,6 +7,7 @@
 #include "Q3Messages.h"
 #include "Q3Registry.h"
 #include "Q3Utils.h"
+#include "uKRVFatturaElettronica.h"
 #include "uKRVFormKit.h"
 #include "uKRVGrigliaRighe.h"
 #include "uKRVImages.h"
@@ -112,6 +113,14 @@ TKRVInserimentoDocumentoBase::TKRVInserimentoDocumentoBase(IKRVMain &main, TKRVI
     });
     barra->insertAction(findChild<QAction *>(QStringLiteral("actChiudi")), stampa);
     SetRichHint(barra->widgetForAction(stampa), QStringLiteral("Stampa"), suggerimenti.StampaNota);
+    m_actFatturaElettronica = KRVCreaAzione(this, QStringLiteral("actFatturaElettronica"),
+                                            QStringLiteral("Fattura elettronica"), KRVImgFatture, [this] {
+                                                KRVCreaFatturaElettronica(*Main().FolderDialogFatturaPA(), Sessione(),
+                                                                          TipoFatturaPA(), IdRecord());
+                                            });
+    barra->insertAction(findChild<QAction *>(QStringLiteral("actChiudi")), m_actFatturaElettronica);
+    SetRichHint(barra->widgetForAction(m_actFatturaElettronica), QStringLiteral("Fattura elettronica"),
+                QStringLiteral("Crea il file XML della\nfattura elettronica."));
 
     KRVCreaAzione(this, QStringLiteral("actSelezionaCliente"), QStringLiteral("..."), KRVImgClienti,
                   [this] { actSelezionaClienteExecute(); });
@@ -446,6 +455,12 @@ void TKRVInserimentoDocumentoBase::actSelezionaTipoPagamentoExecute()
         return;
     ImpostaTipoPagamento(voce.Id, voce.Text);
     SetModified(true);
+}
+
+void TKRVInserimentoDocumentoBase::StatoRecordCambiato()
+{
+    if (m_actFatturaElettronica)
+        m_actFatturaElettronica->setEnabled(!NewRecord() && !Modified());
 }
 
 bool TKRVInserimentoDocumentoBase::StampaConsentita() const

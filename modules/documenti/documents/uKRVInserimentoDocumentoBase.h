@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KRVDocumentoVendita.h"
+#include "KRVEmissioneFatturaPA.h"
 #include "uKRVInserimentoBase.h"
 
 #include <QCheckBox>
@@ -62,6 +63,8 @@ protected:
     virtual void PulisciCampiPropri() {}
     // Prints the saved document.
     virtual void Stampa() = 0;
+    // The kind of document its electronic invoice is produced from.
+    virtual EKRVDocumentoFatturaPA TipoFatturaPA() const = 0;
     // Only a saved, unchanged document prints; otherwise says so.
     bool StampaConsentita() const;
 
@@ -80,6 +83,8 @@ protected:
     QString ValidationError() override;
     bool ConfermaSalvataggio() override;
     bool ConsentiChiusura() override;
+    // The electronic invoice is produced only from a saved, unchanged document.
+    void StatoRecordCambiato() override;
 
     QTabWidget *pgcPagine = nullptr;
     QSpinBox *txtNumero = nullptr;
@@ -109,6 +114,7 @@ private:
     QLabel *lblTotaleImponibile = nullptr;
     QLabel *lblTotaleImposta = nullptr;
     QLabel *lblTotaleDocumento = nullptr;
+    QAction *m_actFatturaElettronica = nullptr;
 };
 
 // The inputs of a document editor.

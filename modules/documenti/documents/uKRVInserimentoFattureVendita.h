@@ -31,6 +31,7 @@ public:
 
 protected:
     void Stampa() override;
+    EKRVDocumentoFatturaPA TipoFatturaPA() const override { return EKRVDocumentoFatturaPA::Fattura; }
     int NumeroSuccessivo(int anno) override;
     bool NumeroEsistente(int numero, int anno, int id) override;
     bool IvaEsente() const override;

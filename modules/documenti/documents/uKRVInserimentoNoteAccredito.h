@@ -22,6 +22,7 @@ public:
 
 protected:
     void Stampa() override;
+    EKRVDocumentoFatturaPA TipoFatturaPA() const override { return EKRVDocumentoFatturaPA::NotaAccredito; }
     int NumeroSuccessivo(int anno) override;
     bool NumeroEsistente(int numero, int anno, int id) override;
     bool LeggiRecord(int id) override;

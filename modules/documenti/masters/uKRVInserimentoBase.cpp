@@ -157,12 +157,14 @@ void TKRVInserimentoBase::SetNewRecord(bool value)
     m_actNuovo->setEnabled(!value);
     for (QWidget *field : std::as_const(m_bloccati))
         field->setEnabled(value);
+    StatoRecordCambiato();
 }
 
 void TKRVInserimentoBase::SetModified(bool value)
 {
     m_modified = value;
     m_actSalva->setEnabled(value);
+    StatoRecordCambiato();
 }
 
 void TKRVInserimentoBase::DataChanged()

@@ -131,6 +131,8 @@ protected:
     // searches again when the editor says so.
     virtual void DopoSalvataggio();
     virtual void RidimensionaForm() {}
+    // Runs whenever the record's new or modified flag is set.
+    virtual void StatoRecordCambiato() {}
 
     void actNuovoExecute();
     void actEliminaExecute();

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 class IKRVStampeHost;
+class TKRVCartellaFatturaPA;
 class TKRVSalvaExcel;
 class TKRVSalvaPDF;
 class TQ3Dataset;
@@ -51,4 +52,6 @@ public:
     virtual TKRVSalvaPDF *SaveDialogPDF() = 0;
     // The save dialog of the workbook exports.
     virtual TKRVSalvaExcel *SaveDialogExcel() = 0;
+    // The folder dialog of the electronic invoices.
+    virtual TKRVCartellaFatturaPA *FolderDialogFatturaPA() = 0;
 };

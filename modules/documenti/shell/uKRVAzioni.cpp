@@ -41,6 +41,7 @@
 #include "uKRVRicercaUM.h"
 #include "uKRVSalvaExcel.h"
 #include "uKRVSalvaPDF.h"
+#include "uKRVScegliCartella.h"
 #include "uKRVStatisticheFatturato.h"
 #include "uKRVStatisticheRedditivitaMensile.h"
 
@@ -378,6 +379,13 @@ TKRVSalvaExcel *TKRVDialoghiSalvataggio::Excel()
     if (!m_excel)
         m_excel = std::make_unique<TKRVSalvaExcel>();
     return m_excel.get();
+}
+
+TKRVCartellaFatturaPA *TKRVDialoghiSalvataggio::CartellaFatturaPA()
+{
+    if (!m_cartellaFatturaPA)
+        m_cartellaFatturaPA = std::make_unique<TKRVCartellaFatturaPA>();
+    return m_cartellaFatturaPA.get();
 }
 
 void KRVApriFatturaCiclica(QWidget *editor, int id)

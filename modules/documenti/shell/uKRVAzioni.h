@@ -10,6 +10,7 @@
 #include <memory>
 
 class IKRVMain;
+class TKRVCartellaFatturaPA;
 class TKRVSalvaExcel;
 class TKRVSalvaPDF;
 
@@ -57,7 +58,7 @@ const TKRVActionInfo &KRVAction(TKRVAzione azione);
 // The action of that object name, or null.
 const TKRVActionInfo *KRVFindAction(const QString &name);
 
-// The save dialogs of the module's windows, each made on first use and kept
+// The save and folder dialogs of the module's windows, each made on first use and kept
 // until the main object goes.
 class TKRVDialoghiSalvataggio
 {
@@ -69,10 +70,12 @@ public:
 
     TKRVSalvaPDF *PDF();
     TKRVSalvaExcel *Excel();
+    TKRVCartellaFatturaPA *CartellaFatturaPA();
 
 private:
     std::unique_ptr<TKRVSalvaPDF> m_pdf;
     std::unique_ptr<TKRVSalvaExcel> m_excel;
+    std::unique_ptr<TKRVCartellaFatturaPA> m_cartellaFatturaPA;
 };
 
 // The invoice editor on the invoice of that key, made recurring once shown.

@@ -66,6 +66,7 @@ public:
     IKRVStampeHost &Stampe() override { return *this; }
     TKRVSalvaPDF *SaveDialogPDF() override { return m_dialoghiSalvataggio.PDF(); }
     TKRVSalvaExcel *SaveDialogExcel() override { return m_dialoghiSalvataggio.Excel(); }
+    TKRVCartellaFatturaPA *FolderDialogFatturaPA() override { return m_dialoghiSalvataggio.CartellaFatturaPA(); }
     TQ3Dataset *Dataset(const QString &name) const override { return m_datasets.value(name); }
     QWidget *Form(TKRVAzione azione) const override { return m_forms.value(azione); }
     void Run(TKRVAzione azione) override;

@@ -14,7 +14,7 @@ namespace {
 const QString UpgradeError = QStringLiteral("Errore durante l'aggiornamento del database!");
 
 // The thirty recorded steps, the index step after them and the later ones.
-constexpr int AllSteps = 35;
+constexpr int AllSteps = 38;
 constexpr int IndexStep = 31;
 
 // The one failure box of a step, with the icon it shows.
@@ -76,6 +76,7 @@ private slots:
     void flagColumnsFilledOnExistingRows();
     void eInvoiceColumnsFilledOnExistingRows();
     void eInvoiceColumnsAreRequired();
+    void producedFileColumnsAndProgressive();
     void failedStepRollsBackWholeStep();
     void failedLaterStepShowsErrorIcon();
     void failedFlagStepSkipsLaterStepsOfItsKey();
@@ -156,6 +157,9 @@ void TestAggiornaDatabase::stepsFollowTheRecordedHistory()
         {"ALIQUOTE_IVA", "1.0.0", "1.1.0", error},
         {"FATT_VEND_DETT", "1.3.0", "1.4.0", error},
         {"NOTE_ACCREDITO_DETT", "1.0.0", "1.1.0", error},
+        {"FATT_VEND", "1.5.0", "1.6.0", error},
+        {"NOTE_ACCREDITO", "1.2.0", "1.3.0", error},
+        {"FATTURAPA", "", "1.0.0", error},
     };
     const QList<TQ3SchemaStep> steps = KRVSchemaSteps();
     QCOMPARE(steps.size(), AllSteps);
@@ -323,9 +327,9 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
     TStatementRecorder recorder;
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
-    // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29, 30 and 32 run.
-    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33, 34, 35}));
-    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.5.0"));
+    // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29, 30, 32 and 36 run.
+    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38}));
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
 }
@@ -346,7 +350,7 @@ void TestAggiornaDatabase::unknownVersionSkipsSilently()
         QVERIFY2(!sql.contains(QLatin1String("TABLE CLIENTI")), qPrintable(sql));
     QVERIFY(!ColumnExists(db, QStringLiteral("CLIENTI"), QStringLiteral("COORDBAN_PAESE")));
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("INDIRIZZO")), 50);
-    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.5.0"));
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
     QCOMPARE(Version(db, QStringLiteral("KRV_ABILITAZIONI")), QStringLiteral("1.0.1"));
 }
 
@@ -665,6 +669,36 @@ void TestAggiornaDatabase::eInvoiceColumnsAreRequired()
     }
 }
 
+void TestAggiornaDatabase::producedFileColumnsAndProgressive()
+{
+    TKRVDaAggiornare module;
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), AllSteps - 3);
+    db.Exec(QStringLiteral("INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
+                           "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, "
+                           "TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTIFICATO) "
+                           "VALUES (0, 1, '2026-03-01', 2026, 'C001', 'Rossi Srl', 1, 'Contanti', 'False', 0, 0, 0, "
+                           "'False')"));
+
+    TQ3RecordingResponder boxes;
+    AggiornaDatabase(module.Db());
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("FATTURAPA")), QStringLiteral("1.0.0"));
+    for (const char *table : {"FATT_VEND", "NOTE_ACCREDITO"})
+        QCOMPARE(ColumnLength(db, QString::fromLatin1(table), QStringLiteral("FPA_NOME_FILE")), 30);
+    // Nothing was produced from the documents already there.
+    QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, COALESCE(FPA_NOME_FILE, '-'), COALESCE(FPA_PROGRESSIVO, -1), "
+                                    "COALESCE(CAST(FPA_PRODOTTA AS VARCHAR(30)), '-') FROM NOTE_ACCREDITO")),
+             QStringList({QStringLiteral("1|-|-1|-")}));
+    // The progressive of the files starts at 1 and every call takes a new one.
+    const QString prossimo = QStringLiteral("SELECT NEXT VALUE FOR GEN_FPA_PROGRESSIVO FROM RDB$DATABASE");
+    QCOMPARE(db.Scalar(prossimo).toInt(), 1);
+    QCOMPARE(db.Scalar(prossimo).toInt(), 2);
+    QCOMPARE(SchemaMetadata(db), m_finalMetadata);
+}
+
 void TestAggiornaDatabase::failedStepRollsBackWholeStep()
 {
     TKRVDaAggiornare module;
@@ -684,7 +718,7 @@ void TestAggiornaDatabase::failedStepRollsBackWholeStep()
     // Later CLIENTI steps no longer match; the other keys still reach their end.
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("INDIRIZZO")), 50);
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("PARTITAIVA")), 11);
-    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.5.0"));
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
     QCOMPARE(Version(db, QStringLiteral("KRV_ABILITAZIONI")), QStringLiteral("1.0.1"));
     // Nothing is tried twice in one run.
     QCOMPARE(recorder.StepStatements().count(QStringLiteral("ALTER TABLE CLIENTI ADD COORDBAN_PAESE VARCHAR(2)")), 1);
@@ -702,8 +736,8 @@ void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
     VerifyOneFailureBox(boxes, TQ3MsgIcon::Error);
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.1.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("PARTITAIVA")), 11);
-    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.5.0"));
-    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.2.0"));
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
 
     // The failed step is tried again at the next start.
     db.Exec(QStringLiteral("ALTER TABLE CLIENTI ADD INDIRIZZO VARCHAR(50)"));
@@ -728,7 +762,7 @@ void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.1.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("FATT_VEND"), QStringLiteral("CLI_PARTITAIVA")), 11);
     QVERIFY(!ColumnExists(db, QStringLiteral("FATT_VEND"), QStringLiteral("IVA_ESENTE")));
-    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.2.0"));
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
 }
 
 void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()

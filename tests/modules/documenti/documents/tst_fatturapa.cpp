@@ -2,6 +2,7 @@
 // program's own schema validator and by xmllint against the reference schema,
 // and the exchange system's checks on the document.
 #include "KRVFatturaPA.h"
+#include "KRVFatturaPATestKit.h"
 #include "KRVRigheDocumento.h"
 #include "KRVValidaFatturaPA.h"
 
@@ -10,12 +11,11 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 #include <QtTest>
 
-namespace {
+using namespace KRVTest;
 
-const QString Riferimento = QStringLiteral(Q3_FATTURAPA_RIFERIMENTO);
+namespace {
 
 TKRVRigaFatturaPA Riga(const QString &tipo, double quantita, double prezzo, double sconto, double aliquota,
                        const QString &natura = {})
@@ -77,54 +77,7 @@ TKRVDatiFatturaPA Fattura()
     return d;
 }
 
-// The texts of every element with that name, in the file's order.
-QStringList Valori(const QByteArray &xml, const QString &elemento)
-{
-    QStringList valori;
-    QXmlStreamReader lettore(xml);
-    while (!lettore.atEnd()) {
-        lettore.readNext();
-        if (lettore.isStartElement() && lettore.name() == elemento)
-            valori.append(lettore.readElementText(QXmlStreamReader::IncludeChildElements));
-    }
-    return valori;
-}
-
-// xmllint's complaints about the file, validated offline against the reference schema.
-QString Xmllint(const QByteArray &xml, const QString &xmllint)
-{
-    QTemporaryDir cartella;
-    QFile file(cartella.filePath(QStringLiteral("fattura.xml")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(xml) != xml.size())
-        return QStringLiteral("file temporaneo non scritto");
-    file.close();
-    QProcess processo;
-    QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-    ambiente.insert(QStringLiteral("XML_CATALOG_FILES"), Riferimento + QStringLiteral("/catalog.xml"));
-    processo.setProcessEnvironment(ambiente);
-    processo.setProcessChannelMode(QProcess::MergedChannels);
-    processo.start(xmllint,
-                   {QStringLiteral("--noout"), QStringLiteral("--nonet"), QStringLiteral("--catalogs"),
-                    QStringLiteral("--schema"),
-                    Riferimento + QStringLiteral("/Schema_del_file_xml_FatturaPA_v1.2.2.xsd"), file.fileName()});
-    if (!processo.waitForFinished(60000))
-        return QStringLiteral("xmllint non ha finito");
-    return processo.exitCode() == 0 ? QString() : QString::fromUtf8(processo.readAll());
-}
-
 } // namespace
-
-// The file is valid for the program's validator and for xmllint (skipped when it is missing).
-#define VALIDA(xml)                                                                                                    \
-    do {                                                                                                               \
-        const QStringList errori = KRVValidaSchemaFatturaPA(xml);                                                      \
-        QVERIFY2(errori.isEmpty(), qPrintable(errori.join(QLatin1Char('\n'))));                                        \
-        const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));                             \
-        if (xmllint.isEmpty())                                                                                         \
-            QSKIP("xmllint is not installed");                                                                         \
-        const QString risposta = Xmllint(xml, xmllint);                                                                \
-        QVERIFY2(risposta.isEmpty(), qPrintable(risposta));                                                            \
-    } while (false)
 
 using TModifica = void (*)(TKRVDatiFatturaPA &);
 Q_DECLARE_METATYPE(TModifica)

@@ -1,0 +1,275 @@
+#include "KRVEmissioneFatturaPA.h"
+
+#include "KRVRigheDocumento.h"
+#include "KRVValidaFatturaPA.h"
+#include "Q3Controlli.h"
+#include "Q3Exception.h"
+#include "Q3Sql.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSaveFile>
+
+namespace {
+
+// "Non imponibile" lines carry amounts outside VAT: excluded under art. 15.
+const QString NaturaNonImponibile = QStringLiteral("N1");
+const QString RiferimentoNonImponibile = QStringLiteral("Escluse art. 15 DPR 633/72");
+
+// Where a kind of document lives.
+struct TTabelleFatturaPA
+{
+    QString Testata;
+    QString Chiave;
+    QString Righe;
+    QString ChiaveRiga;
+    bool Fattura; // discounts, exemption and "Non imponibile" lines
+};
+
+TTabelleFatturaPA Tabelle(EKRVDocumentoFatturaPA tipo)
+{
+    if (tipo == EKRVDocumentoFatturaPA::Fattura)
+        return {QStringLiteral("FATT_VEND"), QStringLiteral("IDFATT_VEND"), QStringLiteral("FATT_VEND_DETT"),
+                QStringLiteral("IDFATT_VEND_DETT"), true};
+    return {QStringLiteral("NOTE_ACCREDITO"), QStringLiteral("IDNOTA_ACCREDITO"), QStringLiteral("NOTE_ACCREDITO_DETT"),
+            QStringLiteral("IDNOTA_ACCREDITO_DETT"), false};
+}
+
+QString Testo(const QSqlQuery &query, int colonna)
+{
+    return query.value(colonna).toString().trimmed();
+}
+
+// The firm's fields the file cannot do without.
+void ControllaAzienda(const TQ3Azienda &a, QStringList &problemi)
+{
+    const struct
+    {
+        const QString &Valore;
+        const char *Manca;
+    } campi[] = {
+        {a.RagioneSociale, "manca la ragione sociale."},
+        {a.PartitaIva, "manca la partita IVA."},
+        {a.Indirizzo, "manca l'indirizzo."},
+        {a.Cap, "manca il CAP."},
+        {a.Citta, "manca la città."},
+    };
+    for (const auto &campo : campi)
+        if (!Q3Compilato(campo.Valore))
+            problemi << QStringLiteral("Dati azienda: ") + QString::fromUtf8(campo.Manca);
+}
+
+// A VAT number without the country prefix it may be stored with.
+QString SenzaPrefisso(const QString &partitaIva)
+{
+    static const QRegularExpression prefisso(QStringLiteral("^[A-Za-z]{2}"));
+    return QString(partitaIva).remove(prefisso).remove(QLatin1Char(' '));
+}
+
+// The customer as the document keeps it, with its electronic invoice data from CLIENTI.
+TKRVClienteFatturaPA LeggiCliente(const QSqlDatabase &db, const QSqlQuery &testata, const QString &documento,
+                                  QStringList &problemi)
+{
+    // Header columns 2 to 10: code, name, address, city, CAP, province, country, fiscal code, VAT number.
+    TKRVClienteFatturaPA c;
+    const QString codice = Testo(testata, 2);
+    c.Denominazione = Testo(testata, 3);
+    c.Indirizzo = Testo(testata, 4);
+    c.Comune = Testo(testata, 5);
+    c.Cap = Testo(testata, 6);
+    c.Provincia = Testo(testata, 7).toUpper();
+    const QString nazione = Testo(testata, 8);
+    c.CodiceFiscale = Testo(testata, 9).toUpper();
+    const QString partitaIva = Testo(testata, 10).toUpper();
+
+    QString soggetto = QStringLiteral("A");
+    QSqlQuery cliente = OpenQuery(db, QStringLiteral("SELECT CODICE_DESTINATARIO, PEC, TIPO_SOGGETTO, NOME, COGNOME "
+                                                     "FROM CLIENTI WHERE CODICE = ")
+                                          + QuotedStr(codice));
+    if (cliente.next()) {
+        c.CodiceDestinatario = Testo(cliente, 0).toUpper();
+        c.Pec = Testo(cliente, 1);
+        soggetto = Testo(cliente, 2).toUpper();
+        c.Nome = Testo(cliente, 3);
+        c.Cognome = Testo(cliente, 4);
+    }
+
+    if (!Q3NazioneItaliana(nazione)) {
+        c.Tipo = EKRVClienteFatturaPA::Estero;
+        static const QRegularExpression sigla(QStringLiteral("^[A-Za-z]{2}$"));
+        static const QRegularExpression prefisso(QStringLiteral("^[A-Za-z]{2}"));
+        if (sigla.match(nazione).hasMatch())
+            c.CodiceNazione = nazione.toUpper();
+        else if (prefisso.match(partitaIva).hasMatch())
+            c.CodiceNazione = partitaIva.left(2);
+        else
+            problemi << documento
+                            + QStringLiteral(": il cliente estero ha la nazione \"%1\": indicare la sigla di 2 lettere "
+                                             "(ad esempio DE) nella nazione o davanti alla partita IVA.")
+                                  .arg(nazione);
+        c.PartitaIva = SenzaPrefisso(partitaIva);
+        return c;
+    }
+    if (soggetto == QStringLiteral("P")) {
+        c.Tipo = EKRVClienteFatturaPA::Privato;
+    } else {
+        c.PartitaIva = SenzaPrefisso(partitaIva);
+        c.PubblicaAmministrazione = soggetto == QStringLiteral("PA");
+    }
+    if (!Q3CapValido(c.Cap))
+        problemi << documento + QStringLiteral(": il CAP del cliente \"%1\" non è di 5 cifre.").arg(c.Cap);
+    return c;
+}
+
+// The lines in the order they were saved, with their rates' Natura.
+void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool esente, const QString &documento,
+                TKRVDatiFatturaPA &dati, QStringList &problemi)
+{
+    QSqlQuery righe =
+        OpenQuery(db, QStringLiteral(
+                          "SELECT R.TIPO_RIGA, R.CODICE, R.DESCRIZIONE, R.QUANTITA, R.UM, R.PREZZO, %1, R.IMPORTO, "
+                          "R.IVA_ALIQUOTA, R.IVA_CODICE, A.NATURA, A.RIFERIMENTO_NORMATIVO FROM %2 R "
+                          "LEFT JOIN ALIQUOTE_IVA A ON A.IDALIQUOTA_IVA = R.IVA_IDALIQUOTA_IVA "
+                          "WHERE R.%3 = %4 ORDER BY R.%5")
+                          .arg(t.Fattura ? QStringLiteral("R.SCONTO") : QStringLiteral("0"), t.Righe, t.Chiave,
+                               QString::number(id), t.ChiaveRiga));
+    while (righe.next()) {
+        TKRVRigaFatturaPA r;
+        r.Tipo = Testo(righe, 0);
+        r.Descrizione = righe.value(2).toString();
+        if (r.Tipo != KRVRigaTesto) {
+            r.Quantita = righe.value(3).toDouble();
+            r.PrezzoUnitario = righe.value(5).toDouble();
+            r.Sconto = righe.value(6).toDouble();
+            r.Totale = righe.value(7).toDouble();
+        }
+        if (r.Tipo == KRVRigaArticolo || r.Tipo == KRVRigaServizio) {
+            r.Codice = Testo(righe, 1);
+            r.UnitaMisura = Testo(righe, 4);
+            const QString natura = Testo(righe, 10);
+            r.RiferimentoNormativo = Testo(righe, 11);
+            if (esente) {
+                r.Natura = natura;
+                if (natura.isEmpty())
+                    problemi << documento
+                                    + QStringLiteral(": riga %1: la fattura è esente IVA ma l'aliquota \"%2\" non "
+                                                     "indica la natura dell'esenzione.")
+                                          .arg(QString::number(dati.Righe.size() + 1), Testo(righe, 9));
+            } else {
+                r.AliquotaIva = righe.value(8).toDouble();
+                r.Natura = KRVCentesimiFatturaPA(r.AliquotaIva) == 0 ? natura : QString();
+            }
+        } else if (r.Tipo == KRVRigaNonImponibile) {
+            r.Natura = NaturaNonImponibile;
+            r.RiferimentoNormativo = RiferimentoNonImponibile;
+        }
+        dati.Righe.append(r);
+    }
+}
+
+// The address data a file cannot be without.
+void ControllaIndirizzoCliente(const TKRVClienteFatturaPA &c, const QString &documento, QStringList &problemi)
+{
+    const struct
+    {
+        const QString &Valore;
+        const char *Manca;
+    } campi[] = {{c.Indirizzo, "manca l'indirizzo del cliente."}, {c.Comune, "manca la città del cliente."}};
+    for (const auto &campo : campi)
+        if (!Q3Compilato(campo.Valore))
+            problemi << documento + QStringLiteral(": ") + QString::fromUtf8(campo.Manca);
+}
+
+QString ProgressivoInvio(int progressivo)
+{
+    return QString::number(progressivo, 36).toUpper();
+}
+
+void ScriviFile(const QString &percorso, const QByteArray &xml)
+{
+    QSaveFile file(percorso);
+    if (!file.open(QIODevice::WriteOnly) || file.write(xml) != xml.size() || !file.commit())
+        throw EQ3Exception(
+            QStringLiteral("Impossibile scrivere il file \"%1\":\n\r%2").arg(percorso, file.errorString()));
+}
+
+} // namespace
+
+TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
+                                        QStringList &problemi)
+{
+    const TTabelleFatturaPA t = Tabelle(tipo);
+    QSqlQuery testata =
+        OpenQuery(db, QStringLiteral(
+                          "SELECT NUMERO, DATA, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, CLI_CAP, "
+                          "CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, SCADENZA_PAGAMENTO, %1 "
+                          "FROM %2 WHERE %3 = %4")
+                          .arg(t.Fattura ? QStringLiteral("IVA_ESENTE") : QStringLiteral("'False'"), t.Testata,
+                               t.Chiave, QString::number(id)));
+    if (!testata.next())
+        throw EQ3Exception(QStringLiteral("Il documento non è presente nell'archivio: salvarlo prima."));
+
+    TKRVDatiFatturaPA dati;
+    dati.TipoDocumento = t.Fattura ? KRVFatturaPATipoFattura : KRVFatturaPATipoNotaAccredito;
+    dati.Numero = Testo(testata, 0);
+    dati.Data = testata.value(1).toDate();
+    dati.ScadenzaPagamento = testata.value(11).toDate();
+    const bool esente = Testo(testata, 12) == QStringLiteral("True");
+    const QString documento = KRVNomeDocumentoFatturaPA(dati);
+    try {
+        dati.Azienda = Q3LeggiAzienda(db);
+    } catch (const EQ3Exception &e) {
+        problemi << QStringLiteral("Dati azienda: ") + e.Message();
+    }
+    ControllaAzienda(dati.Azienda, problemi);
+    dati.Cliente = LeggiCliente(db, testata, documento, problemi);
+    ControllaIndirizzoCliente(dati.Cliente, documento, problemi);
+    LeggiRighe(db, t, id, esente, documento, dati, problemi);
+    dati.Bollo = KRVImportiSenzaIvaCentesimi(dati) > KRVSogliaBolloCentesimi;
+    return dati;
+}
+
+TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
+                                          const QString &cartella)
+{
+    TKRVEmissioneFatturaPA esito;
+    TKRVDatiFatturaPA dati = KRVLeggiDatiFatturaPA(db, tipo, id, esito.Errori);
+    const QString documento = KRVNomeDocumentoFatturaPA(dati);
+    if (!QFileInfo(cartella).isDir())
+        esito.Errori << QStringLiteral("La cartella \"%1\" non esiste.").arg(QDir::toNativeSeparators(cartella));
+    // The checks run on the file as it will be written but for its progressive,
+    // taken only for a file that is going to be written.
+    dati.ProgressivoInvio = ProgressivoInvio(1);
+    esito.Errori << KRVControlliSdI(dati);
+    for (const QString &errore : KRVValidaSchemaFatturaPA(KRVScriviFatturaPA(dati)))
+        esito.Errori << documento + QStringLiteral(": ") + errore;
+    if (!esito.Errori.isEmpty())
+        return esito;
+
+    const int progressivo =
+        QueryScalar(db, QStringLiteral("SELECT NEXT VALUE FOR GEN_FPA_PROGRESSIVO FROM RDB$DATABASE")).toInt();
+    const QString nome = KRVNomeFileFatturaPA(SenzaPrefisso(dati.Azienda.PartitaIva), progressivo);
+    if (nome.isEmpty())
+        throw EQ3Exception(QStringLiteral("I progressivi dei file della fattura elettronica sono esauriti."));
+    dati.ProgressivoInvio = ProgressivoInvio(progressivo);
+    const QString percorso = QDir(cartella).filePath(nome);
+    ScriviFile(percorso, KRVScriviFatturaPA(dati));
+    try {
+        const TTabelleFatturaPA t = Tabelle(tipo);
+        TQ3Transaction transazione(db);
+        ExecSQL(db, QStringLiteral("UPDATE %1 SET FPA_NOME_FILE = %2, FPA_PROGRESSIVO = %3, "
+                                   "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE %4 = %5")
+                        .arg(t.Testata, QuotedStr(nome), QString::number(progressivo), t.Chiave, QString::number(id)));
+        transazione.Commit();
+    } catch (...) {
+        // A file the document does not record would be sent without a trace.
+        QFile::remove(percorso);
+        throw;
+    }
+    esito.NomeFile = nome;
+    esito.Percorso = percorso;
+    esito.Progressivo = progressivo;
+    return esito;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "KRVFatturaPA.h"
+
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+
+// The two kinds of saved document an electronic invoice is produced from.
+enum class EKRVDocumentoFatturaPA {
+    Fattura,      // FATT_VEND, TD01
+    NotaAccredito // NOTE_ACCREDITO, TD04
+};
+
+// A saved document as its electronic invoice describes it: the header with
+// the customer's data as the document keeps them, the customer's recipient
+// code, PEC and kind from CLIENTI, the lines with their rates' Natura, the
+// due date, the firm's data and the stamp duty. What the document lacks for
+// the file and no later check would name (missing firm data, an exempt line
+// whose rate has no Natura, a foreign customer without a country code) is
+// added to problemi. Raises EQ3Exception when the document does not exist.
+TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
+                                        QStringList &problemi);
+
+// What producing a file came to.
+struct TKRVEmissioneFatturaPA
+{
+    QStringList Errori; // what to correct, naming the document, the field and its value
+    QString NomeFile;   // "IT<VAT number>_<progressive>.xml"
+    QString Percorso;   // the file written, in the folder asked for
+    int Progressivo = 0;
+};
+
+// Produces the electronic invoice of a saved document into the folder: the
+// document read, its file checked against the schema and the exchange
+// system's checks. With any error nothing is written and the errors are
+// answered. Otherwise the file takes a new send progressive (never reused,
+// so every export has a name of its own), is written into the folder and the
+// document records the file's name, progressive and time in one transaction.
+// Raises EQ3Exception when the document does not exist or the database fails.
+TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
+                                          const QString &cartella);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "KRVEmissioneFatturaPA.h"
+
+#include <QSqlDatabase>
+
+class TKRVCartellaFatturaPA;
+
+// The command "Fattura elettronica" of the document editors: asks for the
+// folder, produces the saved document's file there and tells the user which
+// file was written ("Informazioni") or what to correct first ("Attenzione").
+// Cancelling the folder dialog ends it silently.
+void KRVCreaFatturaElettronica(TKRVCartellaFatturaPA &dialog, const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo,
+                               int id);

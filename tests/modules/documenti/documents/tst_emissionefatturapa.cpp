@@ -1,0 +1,345 @@
+// The electronic invoice of a saved invoice or credit note: the document read
+// from a real database, its file written into a folder and validated by the
+// program's validator and by xmllint, the refusals that write nothing, and
+// the file's name, progressive and time recorded on the document.
+#include "KRVEmissioneFatturaPA.h"
+#include "KRVEmissioneTestKit.h"
+#include "KRVFatturaPATestKit.h"
+#include "KRVTestCore.h"
+#include "Q3Controlli.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace KRVTest;
+
+namespace {
+
+const QString FattVend = QStringLiteral("FATT_VEND");
+const QString NoteAccredito = QStringLiteral("NOTE_ACCREDITO");
+
+QByteArray Contenuto(const QString &percorso)
+{
+    QFile file(percorso);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString Anno()
+{
+    return QString::number(QDate::currentDate().year());
+}
+
+} // namespace
+
+class TestEmissioneFatturaPA : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_core = std::make_unique<TKRVTestCore>();
+        m_cartella = std::make_unique<QTemporaryDir>();
+        Q3ScriviAzienda(Db().Db(), AziendaFatturaPA());
+        Db().Exec(QStringLiteral("UPDATE ALIQUOTE_IVA SET NATURA = 'N4', RIFERIMENTO_NORMATIVO = 'Esente art. 10 DPR "
+                                 "633/72' WHERE CODICE = 'N0'"));
+        Db().Exec(QStringLiteral("INSERT INTO ALIQUOTE_IVA (CODICE, DESCRIZIONE, ALIQUOTA) VALUES ('10', 'Aliquota "
+                                 "ridotta', 10)"));
+    }
+    void cleanup()
+    {
+        m_cartella.reset();
+        m_core.reset();
+    }
+
+    void fatturaConIQuattroTipiDiRiga()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, 7, QStringLiteral("C001"));
+        InsertRigaFatturaPA(Db(), FattVend, id, {QStringLiteral("Articolo"), QStringLiteral("Viti"), 2, 10, 10, "20"});
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Servizio"), QStringLiteral("Montaggio"), 1, 50, 0, "10"});
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Testo"), QStringLiteral("Consegna in cantiere"), 1, 0, 0, QString()});
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Non imponibile"), QStringLiteral("Spese anticipate"), 1, 30, 0,
+                             QString()});
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.isEmpty(), qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        QCOMPARE(esito.NomeFile,
+                 QStringLiteral("IT01234567897_%1.xml").arg(QString::number(esito.Progressivo, 36).toUpper()));
+        QCOMPARE(esito.Percorso, QDir(m_cartella->path()).filePath(esito.NomeFile));
+        const QByteArray xml = Contenuto(esito.Percorso);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "TipoDocumento"), QStringList({"TD01"}));
+        QCOMPARE(Valori(xml, "Numero"), QStringList({"7"}));
+        QCOMPARE(Valori(xml, "Descrizione"),
+                 QStringList({"Viti", "Montaggio", "Consegna in cantiere", "Spese anticipate"}));
+        QCOMPARE(Valori(xml, "PrezzoTotale"), QStringList({"18.00", "50.00", "0.00", "30.00"}));
+        QCOMPARE(Valori(xml, "AliquotaIVA").mid(0, 4), QStringList({"20.00", "10.00", "10.00", "0.00"}));
+        QCOMPARE(Valori(xml, "Natura"), QStringList({"N1", "N1"}));
+        QCOMPARE(Valori(xml, "CodiceValore"), QStringList({"COD-1"}));
+        QCOMPARE(Valori(xml, "UnitaMisura"), QStringList({"PZ"}));
+        QCOMPARE(Valori(xml, "ImportoTotaleDocumento"), QStringList({"106.60"}));
+        QCOMPARE(Valori(xml, "DataScadenzaPagamento"),
+                 QStringList({QDate::currentDate().addDays(30).toString(Qt::ISODate)}));
+        // Out-of-VAT amounts of 30 euros carry no stamp duty.
+        QVERIFY(Valori(xml, "BolloVirtuale").isEmpty());
+        QCOMPARE(Valori(xml, "ProgressivoInvio"), QStringList({QString::number(esito.Progressivo, 36).toUpper()}));
+        // The document records its file.
+        QCOMPARE(Db().Rows(QStringLiteral("SELECT FPA_NOME_FILE, FPA_PROGRESSIVO, "
+                                          "IIF(FPA_PRODOTTA IS NULL, 'no', 'si') FROM FATT_VEND WHERE IDFATT_VEND = ")
+                           + QString::number(id)),
+                 QStringList({esito.NomeFile + QStringLiteral("|") + QString::number(esito.Progressivo)
+                              + QStringLiteral("|si")}));
+    }
+
+    void notaDiAccreditoTD04()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = InsertDocumentoFatturaPA(Db(), NoteAccredito, 3, QStringLiteral("C001"));
+        InsertRigaFatturaPA(Db(), NoteAccredito, id,
+                            {QStringLiteral("Servizio"), QStringLiteral("Reso"), 2, 25, 0, "20"});
+
+        QStringList problemi;
+        TKRVDatiFatturaPA dati = KRVLeggiDatiFatturaPA(Db().Db(), EKRVDocumentoFatturaPA::NotaAccredito, id, problemi);
+        QVERIFY2(problemi.isEmpty(), qPrintable(problemi.join(QLatin1Char('\n'))));
+        QCOMPARE(dati.TipoDocumento, QStringLiteral("TD04"));
+        QCOMPARE(dati.Righe.size(), 1);
+        QCOMPARE(dati.Righe.at(0).Totale, 50.0);
+
+        // The credit note does not say which invoice it corrects: refused, nothing written.
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::NotaAccredito, id);
+        QCOMPARE(esito.Errori, QStringList({QStringLiteral("Nota di accredito 3/%1: la nota di accredito non indica la "
+                                                           "fattura che corregge.")
+                                                .arg(Anno())}));
+        QVERIFY(QDir(m_cartella->path()).isEmpty());
+        QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM NOTE_ACCREDITO WHERE FPA_NOME_FILE IS NULL "
+                                            "AND FPA_PROGRESSIVO IS NULL AND FPA_PRODOTTA IS NULL"))
+                     .toInt(),
+                 1);
+
+        // With the invoice it corrects, the credit note's file is valid, its amounts positive.
+        dati.FattureCollegate = {{QStringLiteral("7"), QDate::currentDate()}};
+        dati.ProgressivoInvio = QStringLiteral("1");
+        QVERIFY(KRVControlliSdI(dati).isEmpty());
+        const QByteArray xml = KRVScriviFatturaPA(dati);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "TipoDocumento"), QStringList({"TD04"}));
+        QCOMPARE(Valori(xml, "ImportoTotaleDocumento"), QStringList({"60.00"}));
+    }
+
+    void fatturaEsenteConNaturaEBollo()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, 8, QStringLiteral("C001"), true);
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Servizio"), QStringLiteral("Visita medica"), 1, 100, 0, "N0"});
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.isEmpty(), qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        const QByteArray xml = Contenuto(esito.Percorso);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "Natura"), QStringList({"N4", "N4"}));
+        QCOMPARE(Valori(xml, "RiferimentoNormativo"), QStringList({"Esente art. 10 DPR 633/72"}));
+        QCOMPARE(Valori(xml, "Imposta"), QStringList({"0.00"}));
+        QCOMPARE(Valori(xml, "BolloVirtuale"), QStringList({"SI"}));
+        QCOMPARE(Valori(xml, "ImportoBollo"), QStringList({"2.00"}));
+    }
+
+    void fatturaEsenteConAliquotaSenzaNaturaRifiutata()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, 9, QStringLiteral("C001"), true);
+        InsertRigaFatturaPA(Db(), FattVend, id, {QStringLiteral("Articolo"), QStringLiteral("Viti"), 1, 100, 0, "20"});
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.contains(QStringLiteral("Fattura 9/%1: riga 1: la fattura è esente IVA ma l'aliquota "
+                                                      "\"20\" non indica la natura dell'esenzione.")
+                                           .arg(Anno())),
+                 qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        QVERIFY(QDir(m_cartella->path()).isEmpty());
+    }
+
+    void privatoConSoloCodiceFiscale()
+    {
+        TClienteFatturaPA privato;
+        privato.RagioneSociale = QStringLiteral("Rossi Mario");
+        privato.PartitaIva.clear();
+        privato.CodiceFiscale = QStringLiteral("RSSMRA80A01H501U");
+        privato.CodiceDestinatario.clear();
+        privato.TipoSoggetto = QStringLiteral("P");
+        privato.Nome = QStringLiteral("Mario");
+        privato.Cognome = QStringLiteral("Rossi");
+        QVERIFY(Q3CodiceFiscaleValido(privato.CodiceFiscale));
+        InsertClienteFatturaPA(Db(), privato);
+        const QByteArray xml = EmettiFatturaSemplice();
+        QCOMPARE(Valori(xml, "CodiceDestinatario"), QStringList({"0000000"}));
+        QCOMPARE(Valori(xml, "CodiceFiscale"), QStringList({"01234567897", "RSSMRA80A01H501U"}));
+        // Only the firm has a VAT id.
+        QCOMPARE(Valori(xml, "IdFiscaleIVA").size(), 1);
+        QCOMPARE(Valori(xml, "Nome"), QStringList({"Mario"}));
+        QCOMPARE(Valori(xml, "Cognome"), QStringList({"Rossi"}));
+        QCOMPARE(Valori(xml, "Denominazione").size(), 1);
+    }
+
+    void clienteConPec()
+    {
+        TClienteFatturaPA pec;
+        pec.CodiceDestinatario = QStringLiteral("0000000");
+        pec.Pec = QStringLiteral("bianchi@pec.example.it");
+        InsertClienteFatturaPA(Db(), pec);
+        const QByteArray xml = EmettiFatturaSemplice();
+        QCOMPARE(Valori(xml, "CodiceDestinatario"), QStringList({"0000000"}));
+        QCOMPARE(Valori(xml, "PECDestinatario"), QStringList({"bianchi@pec.example.it"}));
+    }
+
+    void clienteEstero()
+    {
+        TClienteFatturaPA estero;
+        estero.RagioneSociale = QStringLiteral("Müller GmbH");
+        estero.Nazione = QStringLiteral("DE");
+        estero.Cap = QStringLiteral("80331");
+        estero.Provincia.clear();
+        estero.PartitaIva = QStringLiteral("DE123456789");
+        estero.CodiceDestinatario.clear();
+        InsertClienteFatturaPA(Db(), estero);
+        const QByteArray xml = EmettiFatturaSemplice();
+        QCOMPARE(Valori(xml, "CodiceDestinatario"), QStringList({"XXXXXXX"}));
+        QCOMPARE(Valori(xml, "IdPaese"), QStringList({"IT", "IT", "DE"}));
+        QCOMPARE(Valori(xml, "IdCodice"), QStringList({"01234567897", "01234567897", "123456789"}));
+        QCOMPARE(Valori(xml, "CAP"), QStringList({"20100", "00000"}));
+        QCOMPARE(Valori(xml, "Provincia"), QStringList({"MI"}));
+        QCOMPARE(Valori(xml, "Nazione"), QStringList({"IT", "DE"}));
+        QCOMPARE(Valori(xml, "Denominazione").at(1), QStringLiteral("Müller GmbH"));
+    }
+
+    void pubblicaAmministrazione()
+    {
+        TClienteFatturaPA pa;
+        pa.RagioneSociale = QStringLiteral("Comune di Torino");
+        pa.CodiceDestinatario = QStringLiteral("UFE3RT");
+        pa.TipoSoggetto = QStringLiteral("PA");
+        InsertClienteFatturaPA(Db(), pa);
+        const QByteArray xml = EmettiFatturaSemplice();
+        QVERIFY(xml.contains("versione=\"FPA12\""));
+        QCOMPARE(Valori(xml, "FormatoTrasmissione"), QStringList({"FPA12"}));
+        QCOMPARE(Valori(xml, "CodiceDestinatario"), QStringList({"UFE3RT"}));
+    }
+
+    void pubblicaAmministrazioneConCodiceDiSetteCaratteriRifiutata()
+    {
+        TClienteFatturaPA pa;
+        pa.TipoSoggetto = QStringLiteral("PA");
+        InsertClienteFatturaPA(Db(), pa);
+        const int id = FatturaConViti(1);
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QCOMPARE(esito.Errori, QStringList({QStringLiteral("Fattura 1/%1: il codice ufficio \"ABC1234\" della pubblica "
+                                                           "amministrazione non è di 6 lettere maiuscole o cifre.")
+                                                .arg(Anno())}));
+    }
+
+    void caratteriFuoriDalLatin1()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, 4, QStringLiteral("C001"));
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Articolo"), QStringLiteral("Prezzo € 10 – “speciale” … così ✓ Ω"), 1, 10,
+                             0, "20"});
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.isEmpty(), qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        const QByteArray xml = Contenuto(esito.Percorso);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "Descrizione"), QStringList({"Prezzo EUR 10 - \"speciale\" ... così ? ?"}));
+    }
+
+    void partitaIvaErrataRifiutataSenzaScrivere()
+    {
+        TClienteFatturaPA errato;
+        errato.PartitaIva = QStringLiteral("01234567890");
+        InsertClienteFatturaPA(Db(), errato);
+        const int id = FatturaConViti(5);
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QCOMPARE(esito.Errori, QStringList({QStringLiteral("Fattura 5/%1: la partita IVA del cliente \"01234567890\" "
+                                                           "non è valida.")
+                                                .arg(Anno())}));
+        QVERIFY(esito.NomeFile.isEmpty());
+        QVERIFY(QDir(m_cartella->path()).isEmpty());
+        QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FPA_NOME_FILE IS NULL")).toInt(), 1);
+        // A refusal takes no progressive.
+        QCOMPARE(Db().Scalar(QStringLiteral("SELECT GEN_ID(GEN_FPA_PROGRESSIVO, 0) FROM RDB$DATABASE")).toInt(), 0);
+    }
+
+    void datiAziendaMancanti()
+    {
+        TQ3Azienda azienda = AziendaFatturaPA();
+        azienda.PartitaIva.clear();
+        azienda.Indirizzo.clear();
+        Q3ScriviAzienda(Db().Db(), azienda);
+        InsertClienteFatturaPA(Db(), {});
+        const int id = FatturaConViti(6);
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.mid(0, 2)
+                     == QStringList({QStringLiteral("Dati azienda: manca la partita IVA."),
+                                     QStringLiteral("Dati azienda: manca l'indirizzo.")}),
+                 qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        QVERIFY(QDir(m_cartella->path()).isEmpty());
+    }
+
+    void nuovaEsportazioneNuovoProgressivo()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = FatturaConViti(10);
+
+        const TKRVEmissioneFatturaPA prima = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        const TKRVEmissioneFatturaPA seconda = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY(prima.Errori.isEmpty() && seconda.Errori.isEmpty());
+        QCOMPARE(seconda.Progressivo, prima.Progressivo + 1);
+        QVERIFY(seconda.NomeFile != prima.NomeFile);
+        QVERIFY(QFileInfo::exists(prima.Percorso) && QFileInfo::exists(seconda.Percorso));
+        VALIDA(Contenuto(seconda.Percorso));
+        QCOMPARE(Db().Rows(QStringLiteral("SELECT FPA_NOME_FILE, FPA_PROGRESSIVO FROM FATT_VEND")),
+                 QStringList({seconda.NomeFile + QStringLiteral("|") + QString::number(seconda.Progressivo)}));
+    }
+
+    void documentoNonSalvato() { QVERIFY_THROWS_EXCEPTION(EQ3Exception, Emetti(EKRVDocumentoFatturaPA::Fattura, 999)); }
+
+private:
+    const TQ3TestDatabase &Db() const { return m_core->Database; }
+
+    TKRVEmissioneFatturaPA Emetti(EKRVDocumentoFatturaPA tipo, int id)
+    {
+        return KRVEmettiFatturaPA(m_core->Db(), tipo, id, m_cartella->path());
+    }
+
+    // Invoice of that number of customer C001 with one article at 20%; answers its key.
+    int FatturaConViti(int numero)
+    {
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, numero, QStringLiteral("C001"));
+        InsertRigaFatturaPA(Db(), FattVend, id, {QStringLiteral("Articolo"), QStringLiteral("Viti"), 1, 10, 0, "20"});
+        return id;
+    }
+
+    // Invoice 1 of customer C001 with one article at 20%: its file, validated.
+    QByteArray EmettiFatturaSemplice()
+    {
+        const int id = FatturaConViti(1);
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        if (!esito.Errori.isEmpty())
+            QTest::qFail(qPrintable(esito.Errori.join(QLatin1Char('\n'))), __FILE__, __LINE__);
+        const QByteArray xml = Contenuto(esito.Percorso);
+        const QString problemi = ProblemiFatturaPA(xml);
+        if (!problemi.isEmpty())
+            QTest::qFail(qPrintable(problemi), __FILE__, __LINE__);
+        return xml;
+    }
+
+    std::unique_ptr<TKRVTestCore> m_core;
+    std::unique_ptr<QTemporaryDir> m_cartella;
+};
+
+QTEST_GUILESS_MAIN(TestEmissioneFatturaPA)
+#include "tst_emissionefatturapa.moc"
