@@ -234,6 +234,7 @@ void TestQ3Opzioni::choiceKeepsAStoredValueOutsideItsList()
     Q3ScriviOpzioni(db.Db(), {{Natura, QStringLiteral("N2")}});
     TQ3OpzioniDialog dialog(db.Db(), {Documenti()});
     auto natura = dialog.findChild<QComboBox *>(Natura);
+    QVERIFY(natura);
     QCOMPARE(natura->currentText(), QStringLiteral("N2"));
     QCOMPARE(natura->count(), NatureIva().size() + 1);
     QVERIFY(!dialog.Modificato());
