@@ -24,6 +24,8 @@ QString TQ3OpzioniDialog::TCampo::Valore() const
 {
     if (SiNo)
         return SiNo->currentText() == Si ? QStringLiteral("True") : QStringLiteral("False");
+    if (Scelta)
+        return Scelta->currentText();
     return Testo->text();
 }
 
@@ -85,6 +87,14 @@ void TQ3OpzioniDialog::AggiungiModulo(const TQ3ModuleMetadata &module, QVBoxLayo
             campo.SiNo->setCurrentText(campo.Letto == QLatin1String("True") ? Si : No);
             connect(campo.SiNo, &QComboBox::currentIndexChanged, this, [this] { AggiornaPulsanti(); });
             input = campo.SiNo;
+        } else if (opzione.Kind == TQ3ModuleOptionKind::Scelta) {
+            campo.Scelta = new QComboBox;
+            campo.Scelta->addItems(opzione.Values);
+            if (!opzione.Values.contains(campo.Letto))
+                campo.Scelta->addItem(campo.Letto);
+            campo.Scelta->setCurrentText(campo.Letto);
+            connect(campo.Scelta, &QComboBox::currentIndexChanged, this, [this] { AggiornaPulsanti(); });
+            input = campo.Scelta;
         } else {
             campo.Testo = Q3CampoTesto(opzione.Key, 1000);
             campo.Testo->setText(campo.Letto);

@@ -10,8 +10,9 @@
 
 // "Opzioni": the options every loaded module declares in its metadata, a
 // group a module, read from and written to the host's option store. A "Sì"/"No"
-// option is stored as "True"/"False", a text as typed; an option the store
-// has no row for shows its default until saved. Closing with changes asks
+// option is stored as "True"/"False", a text as typed, a choice as the value
+// chosen (a stored value the list does not offer is shown as it is, so saving
+// keeps it); an option the store has no row for shows its default until saved. Closing with changes asks
 // whether to save them first.
 class Q3_EXPORT TQ3OpzioniDialog : public QDialog
 {
@@ -34,6 +35,7 @@ private:
         QString Letto;    // the stored value, or the default
         bool Memorizzato; // whether the store has a row for it
         QComboBox *SiNo = nullptr;
+        QComboBox *Scelta = nullptr;
         QLineEdit *Testo = nullptr;
 
         QString Valore() const;

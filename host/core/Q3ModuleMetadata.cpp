@@ -49,6 +49,24 @@ QList<TQ3ModuleDependency> Dependencies(const QJsonObject &metaData)
     return dependencies;
 }
 
+// The values a choice offers: a list of texts, none empty, with the default among them.
+QStringList Values(const QJsonObject &option, const QString &defaultValue, const QString &field)
+{
+    const QJsonValue value = option.value(QStringLiteral("Values"));
+    if (!value.isArray() || value.toArray().isEmpty())
+        Invalid(field);
+    QStringList values;
+    for (const QJsonValue &item : value.toArray()) {
+        const QString text = item.toString().trimmed();
+        if (!item.isString() || text.isEmpty())
+            Invalid(field);
+        values << text;
+    }
+    if (!values.contains(defaultValue))
+        Invalid(field);
+    return values;
+}
+
 QList<TQ3ModuleOption> Options(const QJsonObject &metaData)
 {
     const QString field = QStringLiteral("Options");
@@ -63,10 +81,14 @@ QList<TQ3ModuleOption> Options(const QJsonObject &metaData)
         TQ3ModuleOption entry{Text(option, QStringLiteral("Key")), Text(option, QStringLiteral("Caption")),
                               TQ3ModuleOptionKind::Testo, option.value(QStringLiteral("Default")).toString()};
         const QString type = Text(option, QStringLiteral("Type"));
-        if (type == QLatin1String("SiNo"))
+        if (type == QLatin1String("SiNo")) {
             entry.Kind = TQ3ModuleOptionKind::SiNo;
-        else if (type != QLatin1String("Testo"))
+        } else if (type == QLatin1String("Scelta")) {
+            entry.Kind = TQ3ModuleOptionKind::Scelta;
+            entry.Values = Values(option, entry.Default, field);
+        } else if (type != QLatin1String("Testo")) {
             Invalid(field);
+        }
         if (entry.Key.isEmpty() || entry.Caption.isEmpty())
             Invalid(field);
         options << entry;

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QVersionNumber>
 
 // A module another module needs: its name and the least version it accepts
@@ -16,8 +17,8 @@ struct Q3_EXPORT TQ3ModuleDependency
 };
 
 // How an option of a module is shown and stored: "Sì"/"No" stored as
-// "True"/"False", or a text.
-enum class TQ3ModuleOptionKind { SiNo, Testo };
+// "True"/"False", a text, or one of a list of values stored as shown.
+enum class TQ3ModuleOptionKind { SiNo, Testo, Scelta };
 
 // An option a module keeps in the host's option store OPZIONI.
 struct Q3_EXPORT TQ3ModuleOption
@@ -25,7 +26,8 @@ struct Q3_EXPORT TQ3ModuleOption
     QString Key;     // its row in OPZIONI
     QString Caption; // what the user reads
     TQ3ModuleOptionKind Kind = TQ3ModuleOptionKind::Testo;
-    QString Default; // shown while the store has no row for it
+    QString Default;      // shown while the store has no row for it
+    QStringList Values{}; // what a "Scelta" option offers, in this order
 };
 
 // What a module library says of itself in the JSON file that its plug-in class
@@ -37,8 +39,11 @@ struct Q3_EXPORT TQ3ModuleOption
 //                      "Type": "SiNo", "Default": "False" } ] }
 //
 // "Dependencies" may be left out; a dependency's "Version" too. "Options" may
-// be left out; an option's "Type" is "SiNo" or "Testo", its "Default" may be
-// left out (empty text).
+// be left out; an option's "Type" is "SiNo", "Testo" or "Scelta", its "Default"
+// may be left out (empty text). A "Scelta" option lists its "Values", texts
+// none of them empty, and its "Default" is one of them:
+//
+//       { "Key": "K", "Caption": "...", "Type": "Scelta", "Values": [ "N1", "N4" ], "Default": "N1" }
 struct Q3_EXPORT TQ3ModuleMetadata
 {
     QString Name;

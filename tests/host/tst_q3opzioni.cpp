@@ -38,6 +38,15 @@ QJsonObject ConOpzioni(const QByteArray &options)
     return QJsonDocument::fromJson(json).object();
 }
 
+// The natures an invoice dated from 2021 may carry.
+QStringList NatureIva()
+{
+    return {"N1",   "N2.1", "N2.2", "N3.1", "N3.2", "N3.3", "N3.4", "N3.5", "N3.6", "N4", "N5",
+            "N6.1", "N6.2", "N6.3", "N6.4", "N6.5", "N6.6", "N6.7", "N6.8", "N6.9", "N7"};
+}
+
+const QString Natura = QStringLiteral("FATTURAPA_NATURA_NON_IMPONIBILE");
+
 QString Opzione(const TQ3TestDatabase &db, const char *key)
 {
     return db.Scalar(QStringLiteral("SELECT VALORE FROM OPZIONI WHERE OPZIONE = '%1'").arg(QLatin1String(key)))
@@ -68,6 +77,8 @@ private slots:
     void wrongOptionsInTheMetadataAreRefused();
     void optionsShowWhatTheStoreHolds();
     void savedOptionsRoundTrip();
+    void choiceShowsItsValuesAndStoresTheOneChosen();
+    void choiceKeepsAStoredValueOutsideItsList();
     void hostileTextStoredUnchanged();
     void closingWithChangesAsksFirst();
     void noModuleOptionsSaysSo();
@@ -78,21 +89,38 @@ private slots:
 void TestQ3Opzioni::theModuleDeclaresItsOptions()
 {
     const TQ3ModuleMetadata metadata = Documenti();
-    QCOMPARE(metadata.Options.size(), 2);
+    QCOMPARE(metadata.Options.size(), 3);
     QCOMPARE(metadata.Options.at(0).Key, QStringLiteral("NUMERAZIONE_UNICA_FATTURE"));
     QVERIFY(metadata.Options.at(0).Kind == TQ3ModuleOptionKind::SiNo);
     QCOMPARE(metadata.Options.at(0).Default, QStringLiteral("False"));
     QCOMPARE(metadata.Options.at(1).Key, QStringLiteral("FATT_IVA_ESENTE_NOTE"));
     QVERIFY(metadata.Options.at(1).Kind == TQ3ModuleOptionKind::Testo);
     QCOMPARE(metadata.Options.at(1).Default, QString());
+    // The nature of the operation the "Non imponibile" lines carry on an electronic invoice.
+    const TQ3ModuleOption &natura = metadata.Options.at(2);
+    QCOMPARE(natura.Key, QStringLiteral("FATTURAPA_NATURA_NON_IMPONIBILE"));
+    QVERIFY(natura.Kind == TQ3ModuleOptionKind::Scelta);
+    QCOMPARE(natura.Default, QStringLiteral("N1"));
+    QCOMPARE(natura.Values, NatureIva());
 }
 
 void TestQ3Opzioni::wrongOptionsInTheMetadataAreRefused()
 {
     const QString atteso = QStringLiteral("nei metadati del modulo il campo \"Options\" manca o non è valido.");
-    for (const QByteArray &wrong : {QByteArray(R"("tutte")"), QByteArray(R"([{"Caption": "Senza chiave"}])"),
-                                    QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Numero"}])"),
-                                    QByteArray(R"([{"Key": "K", "Type": "Testo"}])")}) {
+    for (const QByteArray &wrong :
+         {QByteArray(R"("tutte")"), QByteArray(R"([{"Caption": "Senza chiave"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Numero"}])"),
+          QByteArray(R"([{"Key": "K", "Type": "Testo"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Default": "A"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Values": []}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Values": "A"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Values": ["A", 1],
+                                                    "Default": "A"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Values": ["A", " "],
+                                                    "Default": "A"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Values": ["A", "B"],
+                                                    "Default": "C"}])"),
+          QByteArray(R"([{"Key": "K", "Caption": "C", "Type": "Scelta", "Values": ["A"]}])")}) {
         try {
             Q3ModuleMetadataFromJson(ConOpzioni(wrong));
             QFAIL(wrong.constData());
@@ -104,6 +132,11 @@ void TestQ3Opzioni::wrongOptionsInTheMetadataAreRefused()
         Q3ModuleMetadataFromJson(ConOpzioni(R"([{"Key": "K", "Caption": "Una", "Type": "SiNo", "Default": "True"}])"));
     QCOMPARE(giusto.Options.size(), 1);
     QVERIFY(giusto.Options.at(0).Kind == TQ3ModuleOptionKind::SiNo);
+    const TQ3ModuleMetadata scelta = Q3ModuleMetadataFromJson(
+        ConOpzioni(R"([{"Key": "K", "Caption": "Una", "Type": "Scelta", "Values": ["A", "B"], "Default": "B"}])"));
+    QVERIFY(scelta.Options.at(0).Kind == TQ3ModuleOptionKind::Scelta);
+    QCOMPARE(scelta.Options.at(0).Values, QStringList({"A", "B"}));
+    QCOMPARE(scelta.Options.at(0).Default, QStringLiteral("B"));
 }
 
 void TestQ3Opzioni::optionsShowWhatTheStoreHolds()
@@ -155,6 +188,60 @@ void TestQ3Opzioni::savedOptionsRoundTrip()
     again.findChild<QComboBox *>(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"))->setCurrentText(QStringLiteral("No"));
     QVERIFY(again.Salva());
     QCOMPARE(Opzione(db, "NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("False"));
+}
+
+// A choice shows its values in their order, its default while the store has
+// none, and stores the one chosen.
+void TestQ3Opzioni::choiceShowsItsValuesAndStoresTheOneChosen()
+{
+    TQ3TestDatabase db;
+    TQ3RecordingResponder boxes;
+    QCOMPARE(Righe(db, "FATTURAPA_NATURA_NON_IMPONIBILE"), 0);
+    {
+        TQ3OpzioniDialog dialog(db.Db(), {Documenti()});
+        dialog.show();
+        auto natura = dialog.findChild<QComboBox *>(Natura);
+        QVERIFY(natura);
+        QStringList shown;
+        for (int i = 0; i < natura->count(); ++i)
+            shown << natura->itemText(i);
+        QCOMPARE(shown, NatureIva());
+        QCOMPARE(natura->currentText(), QStringLiteral("N1"));
+        QCOMPARE(natura->accessibleName(),
+                 QStringLiteral("Natura IVA delle righe \"Non imponibile\" nella fattura elettronica"));
+        QVERIFY(!dialog.findChild<QPushButton *>(QStringLiteral("btnSalva"))->isEnabled());
+
+        // Chosen from the keyboard, as the user does.
+        natura->setFocus();
+        for (int i = 0; i < 9; ++i)
+            QTest::keyClick(natura, Qt::Key_Down);
+        QCOMPARE(natura->currentText(), QStringLiteral("N4"));
+        Clicca(dialog, "btnSalva");
+        QVERIFY(!dialog.Modificato());
+    }
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(Opzione(db, "FATTURAPA_NATURA_NON_IMPONIBILE"), QStringLiteral("N4"));
+    TQ3OpzioniDialog again(db.Db(), {Documenti()});
+    QCOMPARE(again.findChild<QComboBox *>(Natura)->currentText(), QStringLiteral("N4"));
+    QVERIFY(!again.Modificato());
+}
+
+// A stored value the list does not offer (written by an older version, or by
+// hand) is shown as it is, and saving other options keeps it.
+void TestQ3Opzioni::choiceKeepsAStoredValueOutsideItsList()
+{
+    TQ3TestDatabase db;
+    Q3ScriviOpzioni(db.Db(), {{Natura, QStringLiteral("N2")}});
+    TQ3OpzioniDialog dialog(db.Db(), {Documenti()});
+    auto natura = dialog.findChild<QComboBox *>(Natura);
+    QVERIFY(natura);
+    QCOMPARE(natura->currentText(), QStringLiteral("N2"));
+    QCOMPARE(natura->count(), NatureIva().size() + 1);
+    QVERIFY(!dialog.Modificato());
+    dialog.findChild<QComboBox *>(QStringLiteral("NUMERAZIONE_UNICA_FATTURE"))->setCurrentText(QStringLiteral("Sì"));
+    QVERIFY(dialog.Salva());
+    QCOMPARE(Opzione(db, "FATTURAPA_NATURA_NON_IMPONIBILE"), QStringLiteral("N2"));
+    QCOMPARE(Opzione(db, "NUMERAZIONE_UNICA_FATTURE"), QStringLiteral("True"));
 }
 
 void TestQ3Opzioni::hostileTextStoredUnchanged()

@@ -2,8 +2,11 @@
 // year, header totals as the editors compute them from the lines, valid line
 // kinds, no document dated after the day of the generation, and the same firm
 // from the same seed and end date.
+#include "KRVClientiFatturaPA.h"
 #include "KRVGeneraAzienda.h"
+#include "KRVNatureIva.h"
 #include "KRVRigheDocumento.h"
+#include "Q3Controlli.h"
 #include "Q3Exception.h"
 #include "Q3Messages.h"
 #include "Q3TestDatabase.h"
@@ -96,6 +99,8 @@ private slots:
     void exemptRecurringAndNotedInvoicesEveryYear();
     void taxCodesAndVatNumbersHaveAValidShape();
     void documentsCopyTheCustomer();
+    void zeroRatesCarryANature();
+    void everyCustomerOfAMediumFirmCanReceiveElectronicInvoices();
     void sameSeedGivesTheSameFirm();
     void currentYearEndsOnTheDayOfTheGeneration();
     void endDateCutsTheLastYearAndKeepsTheSeed();
@@ -485,6 +490,81 @@ void TestGeneraAzienda::taxCodesAndVatNumbersHaveAValidShape()
         }
         QVERIFY2(rest == 1, qPrintable(row));
     }
+}
+
+// A rate of 0% goes on an electronic invoice only with the nature of the
+// operation and its legal reference.
+void TestGeneraAzienda::zeroRatesCarryANature()
+{
+    QStringList codici;
+    for (const TKRVNaturaIva &natura : KRVNatureIva())
+        codici << natura.Codice;
+    const QStringList zero = m_db->Rows(QStringLiteral(
+        "SELECT CODICE, COALESCE(NATURA, ''), COALESCE(RIFERIMENTO_NORMATIVO, '') FROM ALIQUOTE_IVA WHERE ALIQUOTA = 0"));
+    QVERIFY(zero.size() >= 2);
+    for (const QString &row : zero) {
+        const QStringList v = row.split(QLatin1Char('|'));
+        QVERIFY2(codici.contains(v.at(1)), qPrintable(row));
+        QVERIFY2(!v.at(2).isEmpty(), qPrintable(row));
+    }
+    // The rates with VAT have none.
+    QCOMPARE(m_db->Scalar(QStringLiteral(
+                              "SELECT COUNT(*) FROM ALIQUOTE_IVA WHERE ALIQUOTA > 0 AND COALESCE(NATURA, '') <> ''"))
+                 .toInt(),
+             0);
+}
+
+// Every customer of a firm of the medium size passes the editor's checks: tax
+// codes that add up to their check digits (each Italian customer has the one
+// of its kind), the kind of subject with a private person's names, and a
+// recipient code or a PEC.
+void TestGeneraAzienda::everyCustomerOfAMediumFirmCanReceiveElectronicInvoices()
+{
+    TQ3RecordingResponder boxes;
+    TQ3TestDatabase db;
+    KRVPreparaDatabase(db.Target());
+    TKRVOpzioniGenerazione opzioni = Prova(11);
+    opzioni.Dimensione = KRVDimensioneAzienda(QStringLiteral("medio"));
+    // The customers are the point here, not years of invoices.
+    opzioni.Dimensione.Anni = 1;
+    opzioni.Dimensione.FattureAnno = 0;
+    KRVGeneraAzienda(db.Target(), opzioni);
+    QVERIFY(boxes.Messages().isEmpty());
+
+    QHash<QString, int> tipi;
+    int pec = 0;
+    int codici = 0;
+    const QStringList clienti = db.Rows(QStringLiteral(
+        "SELECT CODICE, COALESCE(PARTITAIVA, ''), COALESCE(CODICEFISCALE, ''), NAZIONE, TIPO_SOGGETTO, "
+        "COALESCE(NOME, ''), COALESCE(COGNOME, ''), COALESCE(CODICE_DESTINATARIO, ''), COALESCE(PEC, '') FROM CLIENTI"));
+    QCOMPARE(clienti.size(), KRVDimensioneAzienda(QStringLiteral("medio")).Clienti);
+    for (const QString &row : clienti) {
+        const QStringList v = row.split(QLatin1Char('|'));
+        const TKRVRecapitoCliente recapito{v.at(4), v.at(5), v.at(6), v.at(7), v.at(8)};
+        QVERIFY2(Q3ProblemiCodiciFiscali(v.at(1), v.at(2), v.at(3)).isEmpty(), qPrintable(row));
+        QVERIFY2(KRVProblemiRecapito(recapito).isEmpty(), qPrintable(row));
+        QVERIFY2(!KRVSenzaRecapito(recapito), qPrintable(row));
+        if (Q3NazioneItaliana(v.at(3))) {
+            QVERIFY2(v.at(4) == QLatin1String("P") ? Q3CodiceFiscaleValido(v.at(2)) : Q3PartitaIvaValida(v.at(1)),
+                     qPrintable(row));
+        } else {
+            QCOMPARE(v.at(7), QStringLiteral("XXXXXXX"));
+        }
+        // The PEC goes only with the code of those who receive by PEC.
+        if (!v.at(8).isEmpty()) {
+            ++pec;
+            QCOMPARE(v.at(7), QStringLiteral("0000000"));
+        }
+        if (v.at(7) != QLatin1String("0000000"))
+            ++codici;
+        ++tipi[v.at(4)];
+    }
+    QCOMPARE(tipi.size(), 3);
+    QVERIFY(tipi.value(QStringLiteral("A")) > tipi.value(QStringLiteral("P")));
+    QVERIFY(tipi.value(QStringLiteral("P")) > tipi.value(QStringLiteral("PA")));
+    QVERIFY(tipi.value(QStringLiteral("PA")) > 0);
+    QVERIFY(pec > 0);
+    QVERIFY(codici > pec);
 }
 
 void TestGeneraAzienda::documentsCopyTheCustomer()

@@ -594,6 +594,15 @@ QString PartitaIVA(int numero, int ufficio)
     return base + QString::number((10 - sum % 10) % 10);
 }
 
+QString CodiceAlfanumerico(TKRVCasuale &casuale, int lunghezza)
+{
+    static const QString caratteri = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789");
+    QString codice;
+    for (int i = 0; i < lunghezza; ++i)
+        codice += caratteri.at(casuale.Intero(0, int(caratteri.size()) - 1));
+    return codice;
+}
+
 TKRVCoordinate Coordinate(TKRVCasuale &casuale, const QString &citta)
 {
     const TKRVBanca &banca = casuale.Scelta(Banche());

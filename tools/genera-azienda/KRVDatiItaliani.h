@@ -84,6 +84,9 @@ QString CodiceFiscalePersona(const QString &cognome, const QString &nome, const 
 QString CodiceComuneNascita(TKRVCasuale &casuale);
 // Eleven digits: firm number, tax office, check digit.
 QString PartitaIVA(int numero, int ufficio);
+// Capital letters and digits, as the channels' recipient codes and the
+// public offices' codes are made.
+QString CodiceAlfanumerico(TKRVCasuale &casuale, int lunghezza);
 
 struct TKRVCoordinate
 {

@@ -151,7 +151,35 @@ struct TCliente
     QString PartitaIva;
     int IdTipoPagamento;
     bool Estero;
+    QString TipoSoggetto; // "A" company, "P" private person, "PA" public administration
+    QString CodiceDestinatario;
+    QString Pec;
 };
+
+// Where a customer's electronic invoices go: a public office through its
+// six-character office code, a foreign customer through the foreign
+// customers' code; firms mostly through their channel's code, else by PEC
+// with "0000000"; private persons through their reserved area ("0000000"),
+// a few of them by PEC.
+void Recapito(TKRVCasuale &casuale, TCliente &c, const QString &slug)
+{
+    const QString nessuno = QStringLiteral("0000000");
+    const QString pec = slug.left(40) + QStringLiteral("@pec.it");
+    if (c.TipoSoggetto == QLatin1String("PA")) {
+        c.CodiceDestinatario = KRVDati::CodiceAlfanumerico(casuale, 6);
+    } else if (c.Estero) {
+        c.CodiceDestinatario = QStringLiteral("XXXXXXX");
+    } else if (c.TipoSoggetto == QLatin1String("P")) {
+        c.CodiceDestinatario = nessuno;
+        if (casuale.Vero(0.15))
+            c.Pec = pec;
+    } else if (casuale.Vero(0.75)) {
+        c.CodiceDestinatario = KRVDati::CodiceAlfanumerico(casuale, 7);
+    } else {
+        c.CodiceDestinatario = nessuno;
+        c.Pec = pec;
+    }
+}
 
 struct TTipoPagamento
 {
@@ -336,6 +364,12 @@ void TGeneratore::Tabelle()
                          .arg(QString::fromLatin1(tipo)),
                      QByteArrayLiteral("INSERT INTO TIPI_PAGAMENTO VALUES(0, '") + tipo + "')");
     }
+    // The zero rates the database starts with carry no nature: the exempt one
+    // gets the exempt operations' (art. 10), every other the excluded ones' (art. 15).
+    m_client.Execute("UPDATE ALIQUOTE_IVA SET NATURA = 'N4', RIFERIMENTO_NORMATIVO = 'Esente art. 10 DPR 633/72' "
+                     "WHERE ALIQUOTA = 0 AND NATURA = '' AND CODICE = 'N0'");
+    m_client.Execute("UPDATE ALIQUOTE_IVA SET NATURA = 'N1', RIFERIMENTO_NORMATIVO = 'Escluso art. 15 DPR 633/72' "
+                     "WHERE ALIQUOTA = 0 AND NATURA = ''");
     addIfMissing(QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'FATT_IVA_ESENTE_NOTE'"),
                  "INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES ('FATT_IVA_ESENTE_NOTE', "
                  "'Operazione non imponibile ai sensi dell''art. 41 D.L. 331/93')");
@@ -547,7 +581,8 @@ void TGeneratore::Clienti()
                                         "CODICEFISCALE PARTITAIVA IDTIPO_PAGAMENTO TELEFONO1 TELEFONO2 "
                                         "TELEFONO3 FAX EMAIL WEB NOTE COORDBAN_PAESE COORDBAN_CIN_EUR "
                                         "COORDBAN_CIN COORDBAN_ABI COORDBAN_CAB COORDBAN_CONTO COORDBAN_SWIFT "
-                                        "COORDBAN_BANCA COORDBAN_AGENZIA");
+                                        "COORDBAN_BANCA COORDBAN_AGENZIA TIPO_SOGGETTO NOME COGNOME "
+                                        "CODICE_DESTINATARIO PEC");
     TQ3FbStatement insert(m_client, Insert("CLIENTI", columns, {QStringLiteral("NOTE")}));
     const QList<TKRVComune> &comuni = KRVDati::Comuni();
     const struct
@@ -567,6 +602,9 @@ void TGeneratore::Clienti()
         c.Codice = GetCustomCodice(i, QStringLiteral("C"), QString(), 7);
         const bool persona = casuale.Vero(0.25);
         c.Estero = !persona && casuale.Vero(0.02);
+        // A few public offices among the Italian customers.
+        const bool ente = !persona && !c.Estero && casuale.Vero(0.03);
+        c.TipoSoggetto = persona ? QStringLiteral("P") : ente ? QStringLiteral("PA") : QStringLiteral("A");
         const QString cognome = casuale.Scelta(KRVDati::Cognomi());
         const bool femmina = casuale.Vero(0.4);
         const QString nome = casuale.Scelta(femmina ? KRVDati::NomiFemminili() : KRVDati::NomiMaschili());
@@ -622,7 +660,10 @@ void TGeneratore::Clienti()
                 c.PartitaIva = KRVDati::PartitaIVA(casuale.Intero(1000000, 9999999), casuale.Intero(1, 100));
                 c.CodiceFiscale = c.PartitaIva;
             }
+            if (ente)
+                c.RagioneSociale = QStringLiteral("Comune di ") + c.Citta;
         }
+        Recapito(casuale, c, slug);
         // Private customers pay cash; firms mostly by bank transfer or bank receipt.
         c.IdTipoPagamento = persona ? m_pagamenti.constFirst().Id : casuale.Scelta(m_pagamenti).Id;
         const bool banca = !c.Estero && !persona && casuale.Vero(0.45);
@@ -661,7 +702,12 @@ void TGeneratore::Clienti()
                         opzionale(banca, coordinate.Conto),
                         opzionale(banca, coordinate.Swift),
                         opzionale(banca, coordinate.Banca),
-                        opzionale(banca, coordinate.Agenzia)});
+                        opzionale(banca, coordinate.Agenzia),
+                        Txt(c.TipoSoggetto),
+                        Txt(persona ? nome : QString()),
+                        Txt(persona ? cognome : QString()),
+                        Txt(c.CodiceDestinatario),
+                        Txt(c.Pec)});
         m_clienti.append(c);
     }
     m_riepilogo.Clienti = m_clienti.size();

@@ -1,5 +1,9 @@
 #include "KRVNatureIva.h"
 
+#include "KRVOptions.h"
+
+#include <algorithm>
+
 const QList<TKRVNaturaIva> &KRVNatureIva()
 {
     static const QList<TKRVNaturaIva> nature = {
@@ -26,4 +30,22 @@ const QList<TKRVNaturaIva> &KRVNatureIva()
         {QStringLiteral("N7"), QStringLiteral("IVA assolta in altro stato UE")},
     };
     return nature;
+}
+
+QString KRVNaturaNonImponibile(const QSqlDatabase &db)
+{
+    // A "Non imponibile" line is an amount outside the VAT base, most often
+    // expenses advanced in the customer's name and charged back at cost
+    // (art. 15 DPR 633/72): excluded operations, whose nature is N1. A firm
+    // that uses these lines otherwise (e.g. exempt or export amounts) chooses
+    // its own nature in the module options.
+    const QString naturaEsclusa = QStringLiteral("N1");
+    QVariant value;
+    if (!GetOptionValue(db, QString::fromLatin1(KRVOpzioneNaturaNonImponibile), value))
+        return naturaEsclusa;
+    const QString codice = value.toString().trimmed();
+    const QList<TKRVNaturaIva> &nature = KRVNatureIva();
+    const bool nota = std::any_of(nature.cbegin(), nature.cend(),
+                                  [&codice](const TKRVNaturaIva &natura) { return natura.Codice == codice; });
+    return nota ? codice : naturaEsclusa;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QSqlDatabase>
 #include <QString>
 
 // The nature of an operation charged without VAT, as the electronic invoice
@@ -13,3 +14,11 @@ struct TKRVNaturaIva
 
 // The natures an invoice dated from 2021 may carry, in the order of their codes.
 const QList<TKRVNaturaIva> &KRVNatureIva();
+
+// The option that says which nature the "Non imponibile" lines carry on an electronic invoice.
+inline constexpr char KRVOpzioneNaturaNonImponibile[] = "FATTURAPA_NATURA_NON_IMPONIBILE";
+
+// The nature the "Non imponibile" lines of an invoice carry on its electronic
+// copy: the module option's, when it is one of KRVNatureIva; otherwise (no
+// row, an empty or unknown value, the store unreadable) "N1".
+QString KRVNaturaNonImponibile(const QSqlDatabase &db);

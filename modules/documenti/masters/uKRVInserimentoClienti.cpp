@@ -25,6 +25,17 @@ namespace {
 
 const TKRVAzione ActSelezionaTipoPagamento = TKRVAzione::ModSelezionaTipoPagamento;
 const QString Nessuno = QStringLiteral("...");
+const QString ColonnaTipoSoggetto = QStringLiteral("TIPO_SOGGETTO");
+
+// The kinds of subject, each with its code as its data.
+QComboBox *CampoTipoSoggetto()
+{
+    auto combo = new QComboBox;
+    combo->setObjectName(QStringLiteral("cboTipoSoggetto"));
+    for (const TKRVTipoSoggetto &tipo : KRVTipiSoggetto())
+        combo->addItem(tipo.Descrizione, tipo.Codice);
+    return combo;
+}
 
 using TCampo = std::pair<QString, QWidget *>;
 
@@ -102,12 +113,18 @@ TKRVInserimentoClienti::TKRVInserimentoClienti(IKRVMain &main)
       txtCoordBanCAB(CampoTesto(QStringLiteral("txtCoordBanCAB"), 5, QStringLiteral("COORDBAN_CAB"), true)),
       txtCoordBanConto(CampoTesto(QStringLiteral("txtCoordBanConto"), 50, QStringLiteral("COORDBAN_CONTO"), true)),
       txtCoordBanSwift(CampoTesto(QStringLiteral("txtCoordBanSwift"), 50, QStringLiteral("COORDBAN_SWIFT"))),
-      txtTipoPagamento(new QLabel(Nessuno)), cmdSelezionaTipoPagamento(new QToolButton), txtNote(new QPlainTextEdit)
+      cboTipoSoggetto(CampoTipoSoggetto()), txtNome(CampoTesto(QStringLiteral("txtNome"), 60, QStringLiteral("NOME"))),
+      txtCognome(CampoTesto(QStringLiteral("txtCognome"), 60, QStringLiteral("COGNOME"))),
+      txtCodiceDestinatario(
+          CampoTesto(QStringLiteral("txtCodiceDestinatario"), 7, QStringLiteral("CODICE_DESTINATARIO"), true)),
+      txtPec(CampoTesto(QStringLiteral("txtPec"), 256, QStringLiteral("PEC"))), txtTipoPagamento(new QLabel(Nessuno)),
+      cmdSelezionaTipoPagamento(new QToolButton), txtNote(new QPlainTextEdit)
 {
     setObjectName(QStringLiteral("KRVInserimentoClienti"));
     pgcPagine->setObjectName(QStringLiteral("pgcPagine"));
     pgcPagine->addTab(PaginaGenerale(), QStringLiteral(" Generale "));
     pgcPagine->addTab(PaginaCoordinateBancarie(), QStringLiteral(" Coordinate bancarie "));
+    pgcPagine->addTab(PaginaFatturaElettronica(), QStringLiteral(" Fattura elettronica "));
     pgcPagine->addTab(PaginaNote(), QStringLiteral(" Note "));
 
     auto content = new QWidget;
@@ -212,6 +229,52 @@ QWidget *TKRVInserimentoClienti::PaginaCoordinateBancarie()
     return Pagina(QStringLiteral("tabCoordinateBancarie"), layout);
 }
 
+QWidget *TKRVInserimentoClienti::PaginaFatturaElettronica()
+{
+    CollegaCampo(cboTipoSoggetto);
+    connect(cboTipoSoggetto, &QComboBox::currentIndexChanged, this,
+            [this] { Q3Guarded([this] { AggiornaNominativo(); }); });
+    connect(txtNazione, &QLineEdit::editingFinished, this,
+            [this] { Q3Guarded([this] { txtNazioneEditingFinished(); }); });
+    QFormLayout *form = NuovoModulo();
+    AggiungiRiga(form, {{QStringLiteral("Tipo soggetto"), cboTipoSoggetto}});
+    AggiungiRiga(form, {{QStringLiteral("Nome"), txtNome}});
+    AggiungiRiga(form, {{QStringLiteral("Cognome"), txtCognome}});
+    AggiungiRiga(form, {{QStringLiteral("Codice destinatario"), txtCodiceDestinatario}});
+    AggiungiRiga(form, {{QStringLiteral("PEC"), txtPec}});
+    return Pagina(QStringLiteral("tabFatturaElettronica"), form);
+}
+
+void TKRVInserimentoClienti::AggiornaNominativo()
+{
+    // What a company's fields still hold stays there, and is saved as it is.
+    const bool privato = cboTipoSoggetto->currentData().toString() == QLatin1String(KRVSoggettoPrivato);
+    txtNome->setEnabled(privato);
+    txtCognome->setEnabled(privato);
+}
+
+void TKRVInserimentoClienti::txtNazioneEditingFinished()
+{
+    txtCodiceDestinatario->setText(KRVDestinatarioProposto(txtNazione->text(), txtCodiceDestinatario->text()));
+}
+
+void TKRVInserimentoClienti::ImpostaTipoSoggetto(const QString &codice)
+{
+    // An empty column is the company it defaults to; a kind the list does not
+    // know is shown as stored, so saving keeps it.
+    const QString tipo = codice.isEmpty() ? QString::fromLatin1(KRVSoggettoAzienda) : codice;
+    if (cboTipoSoggetto->findData(tipo) < 0)
+        cboTipoSoggetto->addItem(tipo, tipo);
+    cboTipoSoggetto->setCurrentIndex(cboTipoSoggetto->findData(tipo));
+    AggiornaNominativo();
+}
+
+TKRVRecapitoCliente TKRVInserimentoClienti::Recapito() const
+{
+    return {cboTipoSoggetto->currentData().toString(), txtNome->text(), txtCognome->text(),
+            txtCodiceDestinatario->text(), txtPec->text()};
+}
+
 QWidget *TKRVInserimentoClienti::PaginaNote()
 {
     txtNote->setObjectName(QStringLiteral("txtNote"));
@@ -248,6 +311,7 @@ void TKRVInserimentoClienti::ClearFields()
     const int prossimo = ProssimaChiave();
     txtCodice->setText(GetCustomCodice(prossimo, QStringLiteral("CLN"), QString(), 10));
     ImpostaTipoPagamento(0, QString());
+    ImpostaTipoSoggetto(QString());
     txtNote->clear();
 }
 
@@ -258,6 +322,7 @@ void TKRVInserimentoClienti::FillFields(const TQ3Dataset &dataset)
     const int idTipoPagamento = dataset.FieldValue(QStringLiteral("IDTIPO_PAGAMENTO")).toInt();
     ImpostaTipoPagamento(idTipoPagamento,
                          idTipoPagamento > 0 ? GetTipoPagamento(Sessione(), idTipoPagamento) : QString());
+    ImpostaTipoSoggetto(dataset.FieldValue(ColonnaTipoSoggetto).toString());
     txtNote->setPlainText(dataset.FieldValue(QStringLiteral("NOTE")).toString());
 }
 
@@ -268,6 +333,7 @@ void TKRVInserimentoClienti::WriteFields(TQ3Dataset &dataset)
     // No payment type chosen: the column stays empty.
     dataset.SetFieldValue(QStringLiteral("IDTIPO_PAGAMENTO"),
                           m_idTipoPagamento > 0 ? QVariant(m_idTipoPagamento) : QVariant(QMetaType::fromType<int>()));
+    dataset.SetFieldValue(ColonnaTipoSoggetto, cboTipoSoggetto->currentData().toString());
     dataset.SetFieldValue(QStringLiteral("NOTE"), txtNote->toPlainText());
 }
 
@@ -280,8 +346,14 @@ QString TKRVInserimentoClienti::ValidationError()
     if (Entita().CodiceEsiste(Sessione(), txtCodice->text(), IdRecord()))
         return QStringLiteral("Codice già utilizzato!");
     // An Italian customer's tax codes are checked; a foreign one's are kept as written.
-    return Q3ProblemiCodiciFiscali(txtPartitaIVA->text(), txtCodiceFiscale->text(), txtNazione->text())
-        .join(QStringLiteral("\n\r"));
+    QStringList problems = Q3ProblemiCodiciFiscali(txtPartitaIVA->text(), txtCodiceFiscale->text(), txtNazione->text());
+    problems << KRVProblemiRecapito(Recapito());
+    return problems.join(QStringLiteral("\n\r"));
+}
+
+bool TKRVInserimentoClienti::ConfermaSalvataggio()
+{
+    return !KRVSenzaRecapito(Recapito()) || Q3AskYesNo(QString::fromUtf8(KRVMsgSenzaRecapito));
 }
 
 bool TKRVInserimentoClienti::CanDeleteRecord()

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "KRVClientiFatturaPA.h"
 #include "uKRVInserimentoBase.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QList>
@@ -10,7 +12,8 @@
 #include <QToolButton>
 
 // Editor of the customers: code (proposed, fixed once saved), company data,
-// payment type, bank coordinates and notes, on three pages.
+// payment type, bank coordinates, the electronic invoice's data and notes, on
+// four pages.
 class TKRVInserimentoClienti : public TKRVInserimentoBase
 {
     Q_OBJECT
@@ -28,6 +31,8 @@ protected:
     void FillFields(const TQ3Dataset &dataset) override;
     void WriteFields(TQ3Dataset &dataset) override;
     QString ValidationError() override;
+    // A customer with neither recipient code nor PEC is saved only when the user confirms.
+    bool ConfermaSalvataggio() override;
     bool CanDeleteRecord() override;
     bool DeleteRecord() override;
 
@@ -43,7 +48,14 @@ private:
     void LimitaAlleColonne();
     QWidget *PaginaGenerale();
     QWidget *PaginaCoordinateBancarie();
+    QWidget *PaginaFatturaElettronica();
     QWidget *PaginaNote();
+    // The names are typed for a private person only.
+    void AggiornaNominativo();
+    // A foreign customer whose recipient code is empty gets the foreign customers' one.
+    void txtNazioneEditingFinished();
+    void ImpostaTipoSoggetto(const QString &codice);
+    TKRVRecapitoCliente Recapito() const;
     QWidget *SceltaTipoPagamento();
     void ImpostaTipoPagamento(int id, const QString &text);
 
@@ -73,6 +85,11 @@ private:
     QLineEdit *txtCoordBanCAB;
     QLineEdit *txtCoordBanConto;
     QLineEdit *txtCoordBanSwift;
+    QComboBox *cboTipoSoggetto;
+    QLineEdit *txtNome;
+    QLineEdit *txtCognome;
+    QLineEdit *txtCodiceDestinatario;
+    QLineEdit *txtPec;
     QLabel *txtTipoPagamento;
     QToolButton *cmdSelezionaTipoPagamento;
     QPlainTextEdit *txtNote;

@@ -1,6 +1,8 @@
+#include "KRVNatureIva.h"
 #include "KRVOptions.h"
 #include "KRVTestCore.h"
 #include "Q3Exception.h"
+#include "Q3Sql.h"
 
 #include <QtTest>
 
@@ -22,9 +24,13 @@ private slots:
     void strToBoolWords();
     void strToBoolNumbers();
     void strToBoolRejectsOtherTexts();
+    void naturaNonImponibileDefaultsToExcluded();
+    void naturaNonImponibileReadsTheOption();
+    void naturaNonImponibileIgnoresValuesThatAreNoNature();
 
 private:
     TKRVTestCore &Module();
+    void StoreNatura(const QString &value);
     std::unique_ptr<TKRVTestCore> m_module;
 };
 
@@ -137,6 +143,54 @@ void TestOptions::strToBoolRejectsOtherTexts()
         } catch (const EQ3Exception &e) {
             QCOMPARE(e.Message(), QLatin1Char('\'') + text + QStringLiteral("' non è un valore booleano valido"));
         }
+    }
+}
+
+void TestOptions::StoreNatura(const QString &value)
+{
+    Module().Database.Exec(QStringLiteral("UPDATE OR INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES "
+                                          "('FATTURAPA_NATURA_NON_IMPONIBILE', %1) MATCHING (OPZIONE)")
+                               .arg(value.isNull() ? QStringLiteral("NULL") : QuotedStr(value)));
+}
+
+// Expenses advanced in the customer's name are excluded from the VAT base:
+// that is what a "Non imponibile" line carries until the firm says otherwise.
+void TestOptions::naturaNonImponibileDefaultsToExcluded()
+{
+    // On a database of its own, with its option store.
+    m_module.reset();
+    QCOMPARE(Module()
+                 .Database
+                 .Scalar(
+                     QStringLiteral("SELECT COUNT(*) FROM OPZIONI WHERE OPZIONE = 'FATTURAPA_NATURA_NON_IMPONIBILE'"))
+                 .toInt(),
+             0);
+    QCOMPARE(KRVNaturaNonImponibile(Module().Db()), QStringLiteral("N1"));
+    QCOMPARE(KRVNaturaNonImponibile(QSqlDatabase()), QStringLiteral("N1"));
+}
+
+void TestOptions::naturaNonImponibileReadsTheOption()
+{
+    // On a database of its own, with its option store.
+    m_module.reset();
+    for (const TKRVNaturaIva &natura : KRVNatureIva()) {
+        StoreNatura(natura.Codice);
+        QCOMPARE(KRVNaturaNonImponibile(Module().Db()), natura.Codice);
+    }
+    StoreNatura(QStringLiteral(" N3.5 "));
+    QCOMPARE(KRVNaturaNonImponibile(Module().Db()), QStringLiteral("N3.5"));
+}
+
+// A value no invoice may carry (a generic code refused since 2021, a typing
+// error, nothing) does not reach the electronic invoice: the default does.
+void TestOptions::naturaNonImponibileIgnoresValuesThatAreNoNature()
+{
+    // On a database of its own, with its option store.
+    m_module.reset();
+    for (const QString &value : {QStringLiteral("N2"), QStringLiteral("n4"), QStringLiteral("N8"), QString(""),
+                                 QStringLiteral("' OR 1=1 --"), QString()}) {
+        StoreNatura(value);
+        QCOMPARE(KRVNaturaNonImponibile(Module().Db()), QStringLiteral("N1"));
     }
 }
 

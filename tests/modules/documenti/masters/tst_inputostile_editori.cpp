@@ -109,7 +109,35 @@ struct TEditore
     bool Nuovo = false;
     // What the user chooses besides the texts for the record to be saved.
     std::function<void(QWidget *)> Prepara = {};
+    // The inputs whose content the window checks before saving: Prepara types
+    // an accepted value there, and their own step tries the hostile texts.
+    QList<TCampo> Controllati = {};
 };
+
+// The customer's electronic invoice data, which the editor checks: a private
+// person's names, the recipient code, the PEC.
+QList<TCampo> ControllatiClienti()
+{
+    return {{QStringLiteral("txtNome"), QStringLiteral("NOME")},
+            {QStringLiteral("txtCognome"), QStringLiteral("COGNOME")},
+            {QStringLiteral("txtCodiceDestinatario"), QStringLiteral("CODICE_DESTINATARIO"), true},
+            {QStringLiteral("txtPec"), QStringLiteral("PEC")}};
+}
+
+// A private person whose electronic invoice data the editor accepts.
+void PreparaCliente(QWidget *editor)
+{
+    auto tipo = Field<QComboBox>(editor, QStringLiteral("cboTipoSoggetto"));
+    tipo->setCurrentIndex(tipo->findText(QStringLiteral("Privato")));
+    const QStringList valori = {QStringLiteral("Mario"), QStringLiteral("Rossi"), QStringLiteral("ABC1234"),
+                                QStringLiteral("mario.rossi@pec.it")};
+    const QList<TCampo> campi = ControllatiClienti();
+    for (int i = 0; i < campi.size(); ++i) {
+        QWidget *campo = Field<QWidget>(editor, campi.at(i).Nome);
+        MostraCampo(campo);
+        Type(campo, valori.at(i));
+    }
+}
 
 QList<TEditore> Editori()
 {
@@ -156,7 +184,7 @@ QList<TEditore> Editori()
                  natura->setCurrentIndex(natura->findData(QStringLiteral("N4")));
              }},
             {QStringLiteral("actInserimentoClienti"), QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"), clienti,
-             true},
+             true, &PreparaCliente, ControllatiClienti()},
             {QStringLiteral("actInserimentoArticoli"),
              QStringLiteral("ANA_MAGA"),
              QStringLiteral("IDANA_MAGA"),
@@ -187,6 +215,7 @@ private slots:
     void paymentTypeEditor();
     void vatRateEditor();
     void customerEditor();
+    void customerEditorCheckedFields();
     void articleEditor();
     void serviceEditor();
     void documentNoteEditor();
@@ -333,7 +362,7 @@ void TestInputOstileEditori::ProvaEditore(const QString &azione)
     auto editor = Run<TKRVInserimentoBase>(*m_module, azione);
     QVERIFY(editor);
     QStringList nomi;
-    for (const TCampo &campo : editore.Campi)
+    for (const TCampo &campo : editore.Campi + editore.Controllati)
         nomi << campo.Nome;
     nomi.sort();
     // Every text input of the editor is tried, and no other.
@@ -365,6 +394,56 @@ void TestInputOstileEditori::vatRateEditor()
 void TestInputOstileEditori::customerEditor()
 {
     ProvaEditore(QStringLiteral("actInserimentoClienti"));
+}
+
+// Each hostile text in each checked input of a customer otherwise accepted:
+// saved exactly as shown, or refused with the window's warning and nothing
+// written; never an error box.
+void TestInputOstileEditori::customerEditorCheckedFields()
+{
+    auto editor = Run<TKRVInserimentoBase>(*m_module, QStringLiteral("actInserimentoClienti"));
+    QVERIFY(editor);
+    const QHash<QString, QStringList> prima = Fotografia(Db());
+    int salvati = 0;
+    for (const TCampo &campo : ControllatiClienti()) {
+        for (const QString &testo : TestiOstiliBase()) {
+            m_boxes->Clear();
+            NuovoSeOfferto(editor);
+            PreparaCliente(editor);
+            Type(Field<QWidget>(editor, QStringLiteral("txtRagioneSociale")), QStringLiteral("Rossi Mario"));
+            QWidget *input = Field<QWidget>(editor, campo.Nome);
+            MostraCampo(input);
+            ScriviOstile(input, testo);
+            QVERIFY2(Testo(input) == Atteso(input, campo, testo),
+                     qPrintable(campo.Nome + QLatin1Char(' ') + Visibile(testo)));
+            const QString mostrato = Testo(input);
+            Trigger(editor, QStringLiteral("actSalva"));
+            const QString dove = campo.Nome + QLatin1Char(' ') + Visibile(testo) + QStringLiteral(": ");
+            QVERIFY2(BoxErrore(*m_boxes).isEmpty(), qPrintable(dove + BoxErrore(*m_boxes)));
+            if (!m_boxes->Messages().isEmpty()) {
+                QCOMPARE(m_boxes->Messages().size(), 1);
+                const TQ3Message &box = m_boxes->Messages().first();
+                QVERIFY2(box.Title == QLatin1String("Attenzione") && box.Icon == TQ3MsgIcon::Warning,
+                         qPrintable(dove + box.Title + QStringLiteral(" / ") + box.Text));
+                QVERIFY(editor->NewRecord());
+                QVERIFY(editor->Modified());
+                QVERIFY(Fotografia(Db()) == prima);
+                continue;
+            }
+            ++salvati;
+            QVERIFY(!editor->Modified());
+            QCOMPARE(m_module->Database
+                         .Scalar(QStringLiteral("SELECT ") + campo.Colonna
+                                 + QStringLiteral(" FROM CLIENTI WHERE IDCLIENTE = ")
+                                 + QString::number(editor->IdRecord()))
+                         .toString(),
+                     mostrato);
+            m_module->Database.Exec(QStringLiteral("DELETE FROM CLIENTI WHERE IDCLIENTE = ")
+                                    + QString::number(editor->IdRecord()));
+        }
+    }
+    // The names take any text; the code and the PEC only their own shapes.
+    QVERIFY(salvati > 0);
 }
 
 void TestInputOstileEditori::articleEditor()
@@ -635,6 +714,7 @@ void TestInputOstileEditori::codesDifferingOnlyInCaseAreOneCode()
     auto editor = Run<TKRVInserimentoBase>(*m_module, QStringLiteral("actInserimentoClienti"));
     ScriviOstile(Field(editor, QStringLiteral("txtCodice")), QStringLiteral("straße"));
     ScriviOstile(Field(editor, QStringLiteral("txtRagioneSociale")), QStringLiteral("Seconda"));
+    PreparaCliente(editor);
     Trigger(editor, QStringLiteral("actSalva"));
     QCOMPARE(m_boxes->Messages().size(), 1);
     KRV_COMPARE_BOX(m_boxes->Messages().first(), "Attenzione", "Codice già utilizzato!", Warning, Ok);

@@ -34,6 +34,7 @@ private slots:
     void natureListHoldsTheCurrentCodes();
     void zeroRateWithoutNatureIsRefused();
     void natureAndLegalReferenceAreSavedAndShown();
+    void startingZeroRatesWithoutNatureOpenAndAskForOne();
     void unlistedStoredNatureIsKept();
     void codeDifferingOnlyInCaseIsRefused();
     void existingRecordKeepsItsOwnCode();
@@ -326,6 +327,35 @@ void TestInserimentoAliquoteIVA::natureAndLegalReferenceAreSavedAndShown()
     QCOMPARE(Field(m_editor, QStringLiteral("txtRiferimentoNormativo"))->text(),
              QStringLiteral("Art. 8 c.1 lett. a) DPR 633/72"));
     QVERIFY(!m_editor->Modified());
+}
+
+// The zero rates every database starts with ("N0", "N1") carry no nature:
+// they open as they are, and a change is saved once a nature is chosen.
+void TestInserimentoAliquoteIVA::startingZeroRatesWithoutNatureOpenAndAskForOne()
+{
+    const int id =
+        m_module->Database.Scalar(QStringLiteral("SELECT IDALIQUOTA_IVA FROM ALIQUOTE_IVA WHERE CODICE = 'N0'"))
+            .toInt();
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT ALIQUOTA, NATURA FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = ")
+                                     + QString::number(id)),
+             QStringList{QStringLiteral("0|")});
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboNatura"))->currentIndex(), 0);
+    QVERIFY(m_boxes->Messages().isEmpty());
+
+    Type(Field(m_editor, QStringLiteral("txtDescrizione")), QStringLiteral("Esente art. 10"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_boxes->Messages().first(), "Attenzione",
+                    "Per un'aliquota dello 0% indicare la natura dell'operazione.", None, Ok);
+    ChooseNatura(QStringLiteral("N4"));
+    m_boxes->Clear();
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_boxes->Messages().isEmpty());
+    QCOMPARE(m_module->Database.Rows(
+                 QStringLiteral("SELECT DESCRIZIONE, NATURA FROM ALIQUOTE_IVA WHERE IDALIQUOTA_IVA = ")
+                 + QString::number(id)),
+             QStringList{QStringLiteral("Esente art. 10|N4")});
 }
 
 void TestInserimentoAliquoteIVA::unlistedStoredNatureIsKept()

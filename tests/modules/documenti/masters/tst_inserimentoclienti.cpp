@@ -5,6 +5,7 @@
 #include "uKRVModSelezionaTipoPagamento.h"
 #include "uKRVRicercaClienti.h"
 
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -56,7 +57,24 @@ const TField Fields[] = {
     // The column holds 20 characters: so does the field.
     {"txtCoordBanConto", "N° Conto", 20, true, "COORDBAN_CONTO"},
     {"txtCoordBanSwift", "Codice BIC SWIFT", 50, false, "COORDBAN_SWIFT"},
+    {"txtNome", "Nome", 60, false, "NOME"},
+    {"txtCognome", "Cognome", 60, false, "COGNOME"},
+    {"txtCodiceDestinatario", "Codice destinatario", 7, true, "CODICE_DESTINATARIO"},
+    {"txtPec", "PEC", 256, false, "PEC"},
 };
+
+// A value the field's save check accepts, different for every field.
+QString ValidValue(const TField &field, int index)
+{
+    if (QLatin1String(field.Name) == QLatin1String("txtCodiceDestinatario"))
+        return QStringLiteral("ABC1234");
+    if (QLatin1String(field.Name) == QLatin1String("txtPec"))
+        return QStringLiteral("amministrazione@pec.esempio.it");
+    return (QStringLiteral("V") + QString::number(index)).left(field.Limit);
+}
+
+const char MsgNoRecipient[] = "Non sono stati indicati né il codice destinatario, né la PEC:\n\rle fatture "
+                              "elettroniche useranno il codice destinatario \"0000000\",\n\rproseguire comunque?";
 
 } // namespace
 
@@ -90,11 +108,26 @@ private slots:
     void failedSaveIsReported();
     void unsavedChangesAreAskedAbout();
     void listIsNotRefreshed();
+    void electronicInvoiceDataAreCheckedNamingTheField();
+    void recipientCodeIsTypedInCapitals();
+    void publicAdministrationWithItsOfficeCodeIsSaved();
+    void namesAreTypedForAPrivatePersonOnly();
+    void noRecipientAnsweredNoKeepsEverythingTyped();
+    void pecAloneIsSavedWithoutQuestion();
+    void foreignCustomerGetsTheForeignRecipientCode();
+    void savedCustomerShowsItsElectronicInvoiceData();
     void newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
 
 private:
     TKRVInserimentoClienti *Open();
     QLineEdit *Edit(const char *name) const;
+    // Chooses the kind of subject by its caption, as the user does in its list.
+    void ChooseKind(const QString &caption);
+    // A valid recipient code, so that saving asks nothing about it.
+    void TypeRecipientCode();
+    static bool IsNoRecipientQuestion(const TQ3Message &box);
+    // Saves and answers the one warning shown, or an empty text when none.
+    QString SaveWarning();
     int NextKey() const;
     QStringList Customers() const;
     // Answers the payment-type dialog, once it is up, with the row of that
@@ -135,6 +168,38 @@ TKRVInserimentoClienti *TestInserimentoClienti::Open()
 QLineEdit *TestInserimentoClienti::Edit(const char *name) const
 {
     return Field(m_editor, QString::fromLatin1(name));
+}
+
+void TestInserimentoClienti::ChooseKind(const QString &caption)
+{
+    auto kind = Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"));
+    const int index = kind->findText(caption);
+    QVERIFY2(index >= 0, qPrintable(caption));
+    kind->setCurrentIndex(index);
+}
+
+void TestInserimentoClienti::TypeRecipientCode()
+{
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("ABC1234"));
+}
+
+bool TestInserimentoClienti::IsNoRecipientQuestion(const TQ3Message &box)
+{
+    return SameMessage(box, QStringLiteral("Conferma"), QString::fromUtf8(MsgNoRecipient), TQ3MsgIcon::Question,
+                       TQ3MsgButtons::YesNo);
+}
+
+QString TestInserimentoClienti::SaveWarning()
+{
+    m_boxes->Clear();
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    if (m_boxes->Messages().isEmpty())
+        return {};
+    const TQ3Message box = m_boxes->Messages().first();
+    if (m_boxes->Messages().size() != 1 || box.Title != QLatin1String("Attenzione") || box.Icon != TQ3MsgIcon::Warning
+        || box.Buttons != TQ3MsgButtons::Ok)
+        return QStringLiteral("unexpected boxes: ") + box.Title + QStringLiteral(" / ") + box.Text;
+    return box.Text;
 }
 
 int TestInserimentoClienti::NextKey() const
@@ -193,6 +258,7 @@ void TestInserimentoClienti::opensOnANewCustomerWithAProposedCode()
 
 void TestInserimentoClienti::fieldsHaveTheirLabelsLimitsAndCapitals()
 {
+    ChooseKind(QStringLiteral("Privato"));
     for (const TField &field : Fields) {
         QLineEdit *edit = Edit(field.Name);
         QCOMPARE(edit->accessibleName(), QString::fromUtf8(field.Label));
@@ -212,13 +278,17 @@ void TestInserimentoClienti::pagesAndGroups()
 {
     auto pages = m_editor->findChild<QTabWidget *>();
     QVERIFY(pages);
-    QCOMPARE(pages->count(), 3);
+    QCOMPARE(pages->count(), 4);
     QCOMPARE(pages->tabText(0), QStringLiteral(" Generale "));
     QCOMPARE(pages->tabText(1), QStringLiteral(" Coordinate bancarie "));
-    QCOMPARE(pages->tabText(2), QStringLiteral(" Note "));
+    QCOMPARE(pages->tabText(2), QStringLiteral(" Fattura elettronica "));
+    QCOMPARE(pages->tabText(3), QStringLiteral(" Note "));
     QVERIFY(pages->widget(0)->isAncestorOf(Edit("txtPartitaIVA")));
     QVERIFY(pages->widget(1)->isAncestorOf(Edit("txtCoordBanSwift")));
-    QVERIFY(pages->widget(2)->isAncestorOf(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))));
+    for (const char *name : {"txtNome", "txtCognome", "txtCodiceDestinatario", "txtPec"})
+        QVERIFY(pages->widget(2)->isAncestorOf(Edit(name)));
+    QVERIFY(pages->widget(2)->isAncestorOf(Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"))));
+    QVERIFY(pages->widget(3)->isAncestorOf(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))));
 
     auto iban = Field<QGroupBox>(m_editor, QStringLiteral("grpIBAN"));
     auto bban = Field<QGroupBox>(m_editor, QStringLiteral("grpBBAN"));
@@ -238,7 +308,7 @@ void TestInserimentoClienti::pagesAndGroups()
     QVERIFY(iban->geometry().right() < bban->x());
 
     // A new record comes up on the first page.
-    pages->setCurrentIndex(2);
+    pages->setCurrentIndex(3);
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(pages->currentIndex(), 0);
 }
@@ -250,11 +320,13 @@ void TestInserimentoClienti::savesTheProposedCodeWithEmptyTaxCodes()
     Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
     Trigger(m_editor, QStringLiteral("actSalva"));
 
-    QVERIFY(m_boxes->Messages().isEmpty());
-    QCOMPARE(m_module->Database.Rows(
-                 QStringLiteral("SELECT IDCLIENTE, CODICE, RAGIONESOCIALE, CODICEFISCALE, PARTITAIVA, "
-                                "COALESCE(IDTIPO_PAGAMENTO, -1) FROM CLIENTI")),
-             QStringList{QStringLiteral("%1|%2|Alfa S.r.l.|||-1").arg(key).arg(code)});
+    // No recipient code nor PEC either: asked about, and saved on "Sì".
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    QVERIFY(IsNoRecipientQuestion(m_boxes->Messages().first()));
+    QCOMPARE(m_module->Database.Rows(QStringLiteral(
+                 "SELECT IDCLIENTE, CODICE, RAGIONESOCIALE, CODICEFISCALE, PARTITAIVA, "
+                 "COALESCE(IDTIPO_PAGAMENTO, -1), TIPO_SOGGETTO, CODICE_DESTINATARIO, PEC FROM CLIENTI")),
+             QStringList{QStringLiteral("%1|%2|Alfa S.r.l.|||-1|A||").arg(key).arg(code)});
     QCOMPARE(m_editor->IdRecord(), key);
     QVERIFY(!m_editor->NewRecord());
     QVERIFY(!m_editor->Modified());
@@ -272,20 +344,22 @@ void TestInserimentoClienti::savesEveryFieldAndReadsItBack()
 {
     QStringList expected;
     QStringList columns;
+    ChooseKind(QStringLiteral("Privato"));
     for (const TField &field : Fields) {
-        const QString value = QStringLiteral("V") + QString::number(&field - Fields);
-        Type(Edit(field.Name), value.left(field.Limit));
-        expected << value.left(field.Limit);
+        const QString value = ValidValue(field, int(&field - Fields));
+        Type(Edit(field.Name), value);
+        expected << value;
         columns << QString::fromLatin1(field.Column);
     }
     Type(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote")), QStringLiteral("Cliente storico"));
     Trigger(m_editor, QStringLiteral("actSalva"));
-    QVERIFY(m_boxes->Messages().isEmpty());
+    QVERIFY2(m_boxes->Messages().isEmpty(), qPrintable(m_boxes->Messages().value(0).Text));
 
     const int key = m_editor->IdRecord();
     QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT ") + columns.join(QStringLiteral(", "))
-                                     + QStringLiteral(", NOTE FROM CLIENTI WHERE IDCLIENTE=") + QString::number(key)),
-             QStringList{expected.join(QLatin1Char('|')) + QStringLiteral("|Cliente storico")});
+                                     + QStringLiteral(", NOTE, TIPO_SOGGETTO FROM CLIENTI WHERE IDCLIENTE=")
+                                     + QString::number(key)),
+             QStringList{expected.join(QLatin1Char('|')) + QStringLiteral("|Cliente storico|P")});
 
     Trigger(m_editor, QStringLiteral("actNuovo"));
     for (const TField &field : Fields) {
@@ -299,6 +373,8 @@ void TestInserimentoClienti::savesEveryFieldAndReadsItBack()
     QCOMPARE(shown, expected);
     QCOMPARE(Field<QPlainTextEdit>(m_editor, QStringLiteral("txtNote"))->toPlainText(),
              QStringLiteral("Cliente storico"));
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"))->currentText(), QStringLiteral("Privato"));
+    QVERIFY(Edit("txtNome")->isEnabled());
     QVERIFY(!m_editor->Modified());
 }
 
@@ -351,6 +427,7 @@ void TestInserimentoClienti::wrongTaxCodesAreRefusedNamingTheField()
 void TestInserimentoClienti::rightTaxCodesAreSaved()
 {
     Type(Edit("txtRagioneSociale"), QStringLiteral("Rossi Mario"));
+    TypeRecipientCode();
     Type(Edit("txtPartitaIVA"), QStringLiteral("12345678903"));
     // A code changed for a namesake: letters in place of its last digits.
     Type(Edit("txtCodiceFiscale"), QStringLiteral("rssmra80a01h5lmx"));
@@ -364,6 +441,7 @@ void TestInserimentoClienti::rightTaxCodesAreSaved()
 void TestInserimentoClienti::foreignCustomersTaxCodesAreKeptAsWritten()
 {
     Type(Edit("txtRagioneSociale"), QStringLiteral("Schmidt GmbH"));
+    TypeRecipientCode();
     Type(Edit("txtNazione"), QStringLiteral("Germania"));
     Type(Edit("txtPartitaIVA"), QStringLiteral("DE123456789"));
     Trigger(m_editor, QStringLiteral("actSalva"));
@@ -404,6 +482,7 @@ void TestInserimentoClienti::savedCustomerKeepsItsCodeLocked()
 
     // Its own unchanged code does not count as used.
     Type(Edit("txtCitta"), QStringLiteral("Bologna"));
+    TypeRecipientCode();
     Trigger(m_editor, QStringLiteral("actSalva"));
     QVERIFY(m_boxes->Messages().isEmpty());
     QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, CITTA, IDTIPO_PAGAMENTO FROM CLIENTI")),
@@ -413,6 +492,7 @@ void TestInserimentoClienti::savedCustomerKeepsItsCodeLocked()
 void TestInserimentoClienti::paymentTypeChosenInTheDialogIsSaved()
 {
     Type(Edit("txtRagioneSociale"), QStringLiteral("Gamma"));
+    TypeRecipientCode();
     Trigger(m_editor, QStringLiteral("actSalva"));
     QVERIFY(!m_editor->Modified());
 
@@ -539,6 +619,7 @@ void TestInserimentoClienti::failedSaveIsReported()
     QVERIFY(m_editor->NewRecord());
     Type(Edit("txtCodice"), QStringLiteral("C010"));
     Type(Edit("txtRagioneSociale"), QStringLiteral("Mu"));
+    TypeRecipientCode();
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QCOMPARE(m_boxes->Messages().size(), 1);
@@ -597,6 +678,7 @@ void TestInserimentoClienti::listIsNotRefreshed()
 void TestInserimentoClienti::newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile()
 {
     Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    TypeRecipientCode();
     SaveChangeDeleteBesideAnotherWorkstation(
         *m_module, m_editor, QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"),
         QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE) VALUES ('ALTRO', 'Altra postazione')"),
@@ -604,6 +686,201 @@ void TestInserimentoClienti::newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInse
     QCOMPARE(m_boxes->Messages().size(), 1);
     QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE FROM CLIENTI")),
              QStringList{QStringLiteral("ALTRO|Altra postazione")});
+}
+
+// Each wrong datum of the electronic invoice is named in the warning, after
+// the tax codes' own; nothing is saved and what was typed stays.
+void TestInserimentoClienti::electronicInvoiceDataAreCheckedNamingTheField()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("ABC12"));
+    QCOMPARE(SaveWarning(), QStringLiteral("Il codice destinatario deve essere di 7 lettere o cifre."));
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("ABC-123"));
+    QCOMPARE(SaveWarning(), QStringLiteral("Il codice destinatario deve essere di 7 lettere o cifre."));
+
+    Type(Edit("txtCodiceDestinatario"), QString());
+    Type(Edit("txtPec"), QStringLiteral("alfa.pec.it"));
+    QCOMPARE(SaveWarning(), QStringLiteral("La PEC non è un indirizzo e-mail valido."));
+    Type(Edit("txtPec"), QStringLiteral("alfa@pec"));
+    QCOMPARE(SaveWarning(), QStringLiteral("La PEC non è un indirizzo e-mail valido."));
+
+    Type(Edit("txtPec"), QString());
+    ChooseKind(QStringLiteral("Privato"));
+    Type(Edit("txtNome"), QStringLiteral("Mario"));
+    QCOMPARE(SaveWarning(), QStringLiteral("Per un privato indicare nome e cognome."));
+    Type(Edit("txtCognome"), QStringLiteral("   "));
+    QCOMPARE(SaveWarning(), QStringLiteral("Per un privato indicare nome e cognome."));
+
+    const QString pa =
+        QStringLiteral("Per una pubblica amministrazione il codice destinatario (codice univoco ufficio) "
+                       "deve essere di 6 lettere o cifre.");
+    ChooseKind(QStringLiteral("Pubblica amministrazione"));
+    QCOMPARE(SaveWarning(), pa);
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("ABC1234"));
+    QCOMPARE(SaveWarning(), pa);
+
+    // Every problem at once, the tax code's first.
+    Type(Edit("txtPartitaIVA"), QStringLiteral("01234567890"));
+    Type(Edit("txtPec"), QStringLiteral("no"));
+    QCOMPARE(SaveWarning(), QStringLiteral("La partita IVA non è valida: controllare le 11 cifre.\n\r") + pa
+                                + QStringLiteral("\n\rLa PEC non è un indirizzo e-mail valido."));
+
+    QVERIFY(Customers().isEmpty());
+    QVERIFY(m_editor->NewRecord());
+    QVERIFY(m_editor->Modified());
+    QCOMPARE(Edit("txtCodiceDestinatario")->text(), QStringLiteral("ABC1234"));
+    QCOMPARE(Edit("txtPec")->text(), QStringLiteral("no"));
+    QCOMPARE(Edit("txtNome")->text(), QStringLiteral("Mario"));
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"))->currentText(),
+             QStringLiteral("Pubblica amministrazione"));
+}
+
+void TestInserimentoClienti::recipientCodeIsTypedInCapitals()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("m5uxcr1x"));
+    QCOMPARE(Edit("txtCodiceDestinatario")->text(), QStringLiteral("M5UXCR1"));
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE_DESTINATARIO FROM CLIENTI")),
+             QStringList{QStringLiteral("M5UXCR1")});
+}
+
+void TestInserimentoClienti::publicAdministrationWithItsOfficeCodeIsSaved()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Comune di Bologna"));
+    ChooseKind(QStringLiteral("Pubblica amministrazione"));
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("UF3Z9K"));
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT TIPO_SOGGETTO, CODICE_DESTINATARIO FROM CLIENTI")),
+             QStringList{QStringLiteral("PA|UF3Z9K")});
+}
+
+// The names are for a private person: for the other kinds they are not typed,
+// and what they hold is kept.
+void TestInserimentoClienti::namesAreTypedForAPrivatePersonOnly()
+{
+    auto kind = Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"));
+    QCOMPARE(kind->accessibleName(), QStringLiteral("Tipo soggetto"));
+    QCOMPARE(kind->count(), 3);
+    QCOMPARE(kind->itemText(0), QStringLiteral("Azienda"));
+    QCOMPARE(kind->itemText(1), QStringLiteral("Privato"));
+    QCOMPARE(kind->itemText(2), QStringLiteral("Pubblica amministrazione"));
+    QCOMPARE(kind->currentText(), QStringLiteral("Azienda"));
+    QVERIFY(!Edit("txtNome")->isEnabled());
+    QVERIFY(!Edit("txtCognome")->isEnabled());
+
+    ChooseKind(QStringLiteral("Privato"));
+    QVERIFY(m_editor->Modified());
+    QVERIFY(Edit("txtNome")->isEnabled());
+    QVERIFY(Edit("txtCognome")->isEnabled());
+    Type(Edit("txtNome"), QStringLiteral("Anna"));
+    Type(Edit("txtCognome"), QStringLiteral("Bianchi"));
+    ChooseKind(QStringLiteral("Azienda"));
+    QVERIFY(!Edit("txtNome")->isEnabled());
+    QCOMPARE(Edit("txtNome")->text(), QStringLiteral("Anna"));
+
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Bianchi Anna"));
+    TypeRecipientCode();
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT TIPO_SOGGETTO, NOME, COGNOME FROM CLIENTI")),
+             QStringList{QStringLiteral("A|Anna|Bianchi")});
+
+    // A new record is a company again.
+    ChooseKind(QStringLiteral("Privato"));
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(kind->currentText(), QStringLiteral("Azienda"));
+    QVERIFY(!Edit("txtNome")->isEnabled());
+}
+
+// Neither recipient code nor PEC: the question answered "No" saves nothing
+// and leaves everything as typed.
+void TestInserimentoClienti::noRecipientAnsweredNoKeepsEverythingTyped()
+{
+    ChooseKind(QStringLiteral("Privato"));
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Verdi Luca"));
+    Type(Edit("txtNome"), QStringLiteral("Luca"));
+    Type(Edit("txtCognome"), QStringLiteral("Verdi"));
+    m_boxes->Enqueue(TQ3MsgResult::No);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    QVERIFY(IsNoRecipientQuestion(m_boxes->Messages().first()));
+    QVERIFY(Customers().isEmpty());
+    QVERIFY(m_editor->NewRecord());
+    QVERIFY(m_editor->Modified());
+    QVERIFY(m_editor->actSalva()->isEnabled());
+    QCOMPARE(Edit("txtRagioneSociale")->text(), QStringLiteral("Verdi Luca"));
+    QCOMPARE(Edit("txtNome")->text(), QStringLiteral("Luca"));
+    QCOMPARE(Edit("txtCognome")->text(), QStringLiteral("Verdi"));
+
+    // Asked again, "Sì" saves it with the empty code.
+    m_boxes->Clear();
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_boxes->Messages().size(), 1);
+    QVERIFY(IsNoRecipientQuestion(m_boxes->Messages().first()));
+    QCOMPARE(m_module->Database.Rows(QStringLiteral(
+                 "SELECT RAGIONESOCIALE, TIPO_SOGGETTO, NOME, COGNOME, CODICE_DESTINATARIO, PEC FROM CLIENTI")),
+             QStringList{QStringLiteral("Verdi Luca|P|Luca|Verdi||")});
+}
+
+void TestInserimentoClienti::pecAloneIsSavedWithoutQuestion()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    Type(Edit("txtPec"), QStringLiteral("alfa@legalmail.it"));
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE_DESTINATARIO, PEC FROM CLIENTI")),
+             QStringList{QStringLiteral("|alfa@legalmail.it")});
+}
+
+// A foreign customer's invoices go through the foreign customers' code: it is
+// proposed once the country is typed, when no code was given.
+void TestInserimentoClienti::foreignCustomerGetsTheForeignRecipientCode()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Dupont SARL"));
+    Type(Edit("txtNazione"), QStringLiteral("Italia"));
+    PressEnter(Edit("txtNazione"));
+    QVERIFY(Edit("txtCodiceDestinatario")->text().isEmpty());
+    Type(Edit("txtNazione"), QStringLiteral("Francia"));
+    PressEnter(Edit("txtNazione"));
+    QCOMPARE(Edit("txtCodiceDestinatario")->text(), QStringLiteral("XXXXXXX"));
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT NAZIONE, CODICE_DESTINATARIO FROM CLIENTI")),
+             QStringList{QStringLiteral("Francia|XXXXXXX")});
+
+    // A code typed by the user is never replaced.
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Mueller AG"));
+    Type(Edit("txtCodiceDestinatario"), QStringLiteral("ABC1234"));
+    Type(Edit("txtNazione"), QStringLiteral("Svizzera"));
+    PressEnter(Edit("txtNazione"));
+    QCOMPARE(Edit("txtCodiceDestinatario")->text(), QStringLiteral("ABC1234"));
+}
+
+void TestInserimentoClienti::savedCustomerShowsItsElectronicInvoiceData()
+{
+    const int id = KRVInsertCliente(m_module->Database, QStringLiteral("C020"), QStringLiteral("Neri Paola"));
+    m_module->Database.Exec(QStringLiteral("UPDATE CLIENTI SET TIPO_SOGGETTO = 'P', NOME = 'Paola', COGNOME = 'Neri', "
+                                           "CODICE_DESTINATARIO = '0000000', PEC = 'paola@pec.it' WHERE IDCLIENTE = ")
+                            + QString::number(id));
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"))->currentText(), QStringLiteral("Privato"));
+    QVERIFY(Edit("txtNome")->isEnabled());
+    QCOMPARE(Edit("txtNome")->text(), QStringLiteral("Paola"));
+    QCOMPARE(Edit("txtCognome")->text(), QStringLiteral("Neri"));
+    QCOMPARE(Edit("txtCodiceDestinatario")->text(), QStringLiteral("0000000"));
+    QCOMPARE(Edit("txtPec")->text(), QStringLiteral("paola@pec.it"));
+    QVERIFY(!m_editor->Modified());
+
+    // A kind the list does not know is shown as stored, and saving keeps it.
+    m_module->Database.Exec(QStringLiteral("UPDATE CLIENTI SET TIPO_SOGGETTO = 'Z' WHERE IDCLIENTE = ")
+                            + QString::number(id));
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(Field<QComboBox>(m_editor, QStringLiteral("cboTipoSoggetto"))->currentText(), QStringLiteral("Z"));
+    Type(Edit("txtCitta"), QStringLiteral("Parma"));
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT TIPO_SOGGETTO, CITTA FROM CLIENTI")),
+             QStringList{QStringLiteral("Z|Parma")});
 }
 
 QTEST_MAIN(TestInserimentoClienti)

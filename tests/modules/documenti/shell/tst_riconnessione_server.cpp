@@ -88,6 +88,8 @@ void TestRiconnessioneServer::windowsTellAndWorkAgainWhenTheServerIsBack()
     QCOMPARE(editor->IdRecord(), alfa);
     QCOMPARE(Field(editor, QStringLiteral("txtCodice"))->text(), QStringLiteral("C01"));
     Type(Field(editor, QStringLiteral("txtRagioneSociale")), QStringLiteral("Alfa Due S.r.l."));
+    // With its recipient code the save asks nothing.
+    Type(Field(editor, QStringLiteral("txtCodiceDestinatario")), QStringLiteral("ABC1234"));
     Trigger(editor, QStringLiteral("actSalva"));
     QCOMPARE(boxes.Messages().size(), whileAway);
     // The test's own connection found its server again too, on a new attachment.
