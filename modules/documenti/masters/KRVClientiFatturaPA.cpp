@@ -52,7 +52,10 @@ QStringList KRVProblemiRecapito(const TKRVRecapitoCliente &recapito)
 
 bool KRVSenzaRecapito(const TKRVRecapitoCliente &recapito)
 {
-    return recapito.CodiceDestinatario.isEmpty() && !Q3Compilato(recapito.Pec);
+    // A private person receives in the tax agency's reserved area with the
+    // code "0000000" as a rule: only a company is asked about it.
+    const bool azienda = recapito.TipoSoggetto.isEmpty() || recapito.TipoSoggetto == QLatin1String(KRVSoggettoAzienda);
+    return azienda && recapito.CodiceDestinatario.isEmpty() && !Q3Compilato(recapito.Pec);
 }
 
 QString KRVDestinatarioProposto(const QString &nazione, const QString &codice)

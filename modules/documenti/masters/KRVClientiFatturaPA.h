@@ -40,8 +40,8 @@ inline constexpr char KRVDestinatarioEstero[] = "XXXXXXX";
 // the data can go on an electronic invoice.
 QStringList KRVProblemiRecapito(const TKRVRecapitoCliente &recapito);
 
-// Whether neither a recipient code nor a PEC is given, so that the invoices go
-// with KRVDestinatarioNonIndicato.
+// Whether a company has neither a recipient code nor a PEC, so that its
+// invoices go with KRVDestinatarioNonIndicato (a private person's always may).
 bool KRVSenzaRecapito(const TKRVRecapitoCliente &recapito);
 
 // The recipient code proposed for a customer of that country whose code is

@@ -796,31 +796,38 @@ void TestInserimentoClienti::namesAreTypedForAPrivatePersonOnly()
 // and leaves everything as typed.
 void TestInserimentoClienti::noRecipientAnsweredNoKeepsEverythingTyped()
 {
-    ChooseKind(QStringLiteral("Privato"));
     Type(Edit("txtRagioneSociale"), QStringLiteral("Verdi Luca"));
+    // A private person is not asked: the reserved area is the rule.
+    ChooseKind(QStringLiteral("Privato"));
     Type(Edit("txtNome"), QStringLiteral("Luca"));
     Type(Edit("txtCognome"), QStringLiteral("Verdi"));
+    QCOMPARE(SaveWarning(), QString());
+    QCOMPARE(m_module->Database.Rows(QStringLiteral(
+                 "SELECT RAGIONESOCIALE, TIPO_SOGGETTO, NOME, COGNOME, CODICE_DESTINATARIO, PEC FROM CLIENTI")),
+             QStringList{QStringLiteral("Verdi Luca|P|Luca|Verdi||")});
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    m_boxes->Clear();
+
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Verdi Luca S.r.l."));
     m_boxes->Enqueue(TQ3MsgResult::No);
     Trigger(m_editor, QStringLiteral("actSalva"));
 
     QCOMPARE(m_boxes->Messages().size(), 1);
     QVERIFY(IsNoRecipientQuestion(m_boxes->Messages().first()));
-    QVERIFY(Customers().isEmpty());
+    QCOMPARE(Customers().size(), 1);
     QVERIFY(m_editor->NewRecord());
     QVERIFY(m_editor->Modified());
     QVERIFY(m_editor->actSalva()->isEnabled());
-    QCOMPARE(Edit("txtRagioneSociale")->text(), QStringLiteral("Verdi Luca"));
-    QCOMPARE(Edit("txtNome")->text(), QStringLiteral("Luca"));
-    QCOMPARE(Edit("txtCognome")->text(), QStringLiteral("Verdi"));
+    QCOMPARE(Edit("txtRagioneSociale")->text(), QStringLiteral("Verdi Luca S.r.l."));
 
     // Asked again, "Sì" saves it with the empty code.
     m_boxes->Clear();
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(m_boxes->Messages().size(), 1);
     QVERIFY(IsNoRecipientQuestion(m_boxes->Messages().first()));
-    QCOMPARE(m_module->Database.Rows(QStringLiteral(
-                 "SELECT RAGIONESOCIALE, TIPO_SOGGETTO, NOME, COGNOME, CODICE_DESTINATARIO, PEC FROM CLIENTI")),
-             QStringList{QStringLiteral("Verdi Luca|P|Luca|Verdi||")});
+    QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT RAGIONESOCIALE, TIPO_SOGGETTO, CODICE_DESTINATARIO, PEC "
+                                                    "FROM CLIENTI ORDER BY RAGIONESOCIALE")),
+             (QStringList{QStringLiteral("Verdi Luca|P||"), QStringLiteral("Verdi Luca S.r.l.|A||")}));
 }
 
 void TestInserimentoClienti::pecAloneIsSavedWithoutQuestion()
