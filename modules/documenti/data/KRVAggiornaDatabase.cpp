@@ -73,11 +73,13 @@ QStringList DecimaliRighe(const QString &table)
 }
 
 // Where a document keeps its electronic invoice: the file's name, the send
-// progressive it took and when it was produced.
+// progressive it took, when it was produced, and which administrator
+// unlocked the issued document for changes, and when.
 QStringList ColonneFatturaPA(const QString &table)
 {
     QStringList statements;
-    for (const char *column : {"FPA_NOME_FILE VARCHAR(30)", "FPA_PROGRESSIVO INTEGER", "FPA_PRODOTTA TIMESTAMP"})
+    for (const char *column : {"FPA_NOME_FILE VARCHAR(30)", "FPA_PROGRESSIVO INTEGER", "FPA_PRODOTTA TIMESTAMP",
+                               "FPA_SBLOCCATA_DA VARCHAR(50)", "FPA_SBLOCCATA_IL TIMESTAMP"})
         statements << QStringLiteral("ALTER TABLE ") + table + QStringLiteral(" ADD ") + QString::fromLatin1(column);
     return statements;
 }

@@ -4,6 +4,7 @@
 #include "KRVValidaFatturaPA.h"
 #include "Q3Controlli.h"
 #include "Q3Exception.h"
+#include "Q3Ruoli.h"
 #include "Q3Sql.h"
 
 #include <QDir>
@@ -272,4 +273,32 @@ TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoF
     esito.Percorso = percorso;
     esito.Progressivo = progressivo;
     return esito;
+}
+
+TKRVStatoFatturaPA KRVStatoFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id)
+{
+    const TTabelleFatturaPA t = Tabelle(tipo);
+    QSqlQuery query = OpenQuery(db, QStringLiteral("SELECT FPA_NOME_FILE, FPA_PRODOTTA, FPA_SBLOCCATA_DA, "
+                                                   "FPA_SBLOCCATA_IL FROM %1 WHERE %2 = %3")
+                                        .arg(t.Testata, t.Chiave, QString::number(id)));
+    TKRVStatoFatturaPA stato;
+    if (query.next()) {
+        stato.NomeFile = Testo(query, 0);
+        stato.Prodotta = query.value(1).toDateTime();
+        stato.SbloccataDa = Testo(query, 2);
+        stato.SbloccataIl = query.value(3).toDateTime();
+    }
+    return stato;
+}
+
+void KRVSbloccaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id, const QString &utente)
+{
+    if (!Q3UtenteAmministratore(db, utente))
+        throw EQ3Rifiuto(QStringLiteral("Solo un amministratore può sbloccare un documento già emesso."));
+    const TTabelleFatturaPA t = Tabelle(tipo);
+    TQ3Transaction transazione(db);
+    ExecSQL(db,
+            QStringLiteral("UPDATE %1 SET FPA_SBLOCCATA_DA = %2, FPA_SBLOCCATA_IL = CURRENT_TIMESTAMP WHERE %3 = %4")
+                .arg(t.Testata, QuotedStr(utente), t.Chiave, QString::number(id)));
+    transazione.Commit();
 }

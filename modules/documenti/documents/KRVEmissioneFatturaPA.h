@@ -2,6 +2,7 @@
 
 #include "KRVFatturaPA.h"
 
+#include <QDateTime>
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
@@ -40,3 +41,26 @@ struct TKRVEmissioneFatturaPA
 // Raises EQ3Exception when the document does not exist or the database fails.
 TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
                                           const QString &cartella);
+
+// What a document's electronic invoice has come to: the file produced last
+// and, when an administrator unlocked the issued document since, who and when.
+struct TKRVStatoFatturaPA
+{
+    QString NomeFile;
+    QDateTime Prodotta; // invalid while never produced
+    QString SbloccataDa;
+    QDateTime SbloccataIl;
+
+    // An issued document is not changed any more (corrections go through a
+    // credit note), unless it was unlocked after its last file.
+    bool Bloccato() const { return Prodotta.isValid() && !(SbloccataIl.isValid() && SbloccataIl >= Prodotta); }
+};
+
+// The state of the document's electronic invoice (never produced when the
+// document does not exist).
+TKRVStatoFatturaPA KRVStatoFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id);
+
+// Unlocks an issued document so that it can be changed, recording the
+// administrator who did it and when; refuses (EQ3Rifiuto) anyone who is not
+// an administrator.
+void KRVSbloccaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id, const QString &utente);

@@ -6,6 +6,8 @@
 #include "Q3Guards.h"
 #include "Q3Messages.h"
 #include "Q3Registry.h"
+#include "Q3Ruoli.h"
+#include "Q3Users.h"
 #include "Q3Utils.h"
 #include "uKRVFatturaElettronica.h"
 #include "uKRVFormKit.h"
@@ -14,6 +16,7 @@
 #include "uKRVModSelezionaCliente.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 #include "uKRVServiziFinestre.h"
+#include "uKRVSolaLettura.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -115,12 +118,20 @@ TKRVInserimentoDocumentoBase::TKRVInserimentoDocumentoBase(IKRVMain &main, TKRVI
     SetRichHint(barra->widgetForAction(stampa), QStringLiteral("Stampa"), suggerimenti.StampaNota);
     m_actFatturaElettronica = KRVCreaAzione(this, QStringLiteral("actFatturaElettronica"),
                                             QStringLiteral("Fattura elettronica"), KRVImgFatture, [this] {
-                                                KRVCreaFatturaElettronica(*Main().FolderDialogFatturaPA(), Sessione(),
-                                                                          TipoFatturaPA(), IdRecord());
+                                                if (KRVCreaFatturaElettronica(*Main().FolderDialogFatturaPA(),
+                                                                              Sessione(), TipoFatturaPA(), IdRecord()))
+                                                    AggiornaBlocco(false);
                                             });
-    barra->insertAction(findChild<QAction *>(QStringLiteral("actChiudi")), m_actFatturaElettronica);
+    m_actSbloccaDocumento = KRVCreaAzione(this, QStringLiteral("actSbloccaDocumento"), QStringLiteral("Sblocca"),
+                                          KRVImgModifica, [this] { actSbloccaDocumentoExecute(); });
+    m_actSbloccaDocumento->setEnabled(false);
+    QAction *chiudi = findChild<QAction *>(QStringLiteral("actChiudi"));
+    barra->insertAction(chiudi, m_actFatturaElettronica);
+    barra->insertAction(chiudi, m_actSbloccaDocumento);
     SetRichHint(barra->widgetForAction(m_actFatturaElettronica), QStringLiteral("Fattura elettronica"),
                 QStringLiteral("Crea il file XML della\nfattura elettronica."));
+    SetRichHint(barra->widgetForAction(m_actSbloccaDocumento), QStringLiteral("Sblocca documento"),
+                QStringLiteral("Consente di modificare un documento\ngià emesso (solo amministratori)."));
 
     KRVCreaAzione(this, QStringLiteral("actSelezionaCliente"), QStringLiteral("..."), KRVImgClienti,
                   [this] { actSelezionaClienteExecute(); });
@@ -144,6 +155,14 @@ void TKRVInserimentoDocumentoBase::CreaContenuto(QWidget *generale, const QStrin
     layout->addWidget(CreaTotali());
     pgcPagine = new QTabWidget;
     pgcPagine->setObjectName(QStringLiteral("pgcPagine"));
+    // What an issued document still allows: reading, printing, producing its file again, leaving.
+    m_solaLettura =
+        std::make_unique<TKRVSolaLettura>(this, pgcPagine,
+                                          QStringList{QStringLiteral("actNuovo"), QStringLiteral("actChiudi"),
+                                                      QStringLiteral("actStampa"), QStringLiteral("actSalvaPDF"),
+                                                      QStringLiteral("actFatturaElettronica"),
+                                                      QStringLiteral("actSbloccaDocumento"),
+                                                      QStringLiteral("actInformazioniCliente")});
     pgcPagine->addTab(generale, QStringLiteral("Generale"));
     auto righe = new QWidget;
     righe->setObjectName(nomeRighe);
@@ -280,6 +299,7 @@ TKRVTotaliDocumento TKRVInserimentoDocumentoBase::AggiornaTotaliDocumento()
 
 void TKRVInserimentoDocumentoBase::ClearFields()
 {
+    ImpostaBlocco(false);
     pgcPagine->setCurrentIndex(0);
     const QDate oggi = QDate::currentDate();
     txtNumero->setValue(NumeroSuccessivo(oggi.year()));
@@ -461,6 +481,35 @@ void TKRVInserimentoDocumentoBase::StatoRecordCambiato()
 {
     if (m_actFatturaElettronica)
         m_actFatturaElettronica->setEnabled(!NewRecord() && !Modified());
+}
+
+void TKRVInserimentoDocumentoBase::DopoApertura()
+{
+    AggiornaBlocco(true);
+}
+
+void TKRVInserimentoDocumentoBase::AggiornaBlocco(bool avvisa)
+{
+    const TKRVStatoFatturaPA stato = KRVStatoFatturaPA(Sessione(), TipoFatturaPA(), IdRecord());
+    ImpostaBlocco(stato.Bloccato());
+    if (stato.Bloccato() && avvisa)
+        Q3MessageBox(QStringLiteral("Attenzione"), KRVMsgDocumentoEmesso(stato), TQ3MsgIcon::Warning);
+}
+
+void TKRVInserimentoDocumentoBase::ImpostaBlocco(bool bloccato)
+{
+    if (m_solaLettura)
+        m_solaLettura->Imposta(bloccato);
+    m_actSbloccaDocumento->setEnabled(bloccato && Q3UtenteAmministratore(Sessione(), GetQ3CurrentUserName()));
+}
+
+void TKRVInserimentoDocumentoBase::actSbloccaDocumentoExecute()
+{
+    if (!Q3AskYesNo(QStringLiteral("Il documento è già stato emesso come fattura elettronica.\n\rSbloccarlo per "
+                                   "modificarlo? Lo sblocco viene registrato a nome dell'utente.")))
+        return;
+    KRVSbloccaFatturaPA(Sessione(), TipoFatturaPA(), IdRecord(), GetQ3CurrentUserName());
+    ImpostaBlocco(false);
 }
 
 bool TKRVInserimentoDocumentoBase::StampaConsentita() const

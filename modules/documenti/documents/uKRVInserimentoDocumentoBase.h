@@ -14,8 +14,10 @@
 #include <QToolButton>
 
 #include <functional>
+#include <memory>
 
 class TKRVGrigliaRighe;
+class TKRVSolaLettura;
 
 // The hints of a sales document's own commands.
 struct TKRVSuggerimentiDocumento
@@ -85,6 +87,8 @@ protected:
     bool ConsentiChiusura() override;
     // The electronic invoice is produced only from a saved, unchanged document.
     void StatoRecordCambiato() override;
+    // An issued document opens read-only, saying so.
+    void DopoApertura() override;
 
     QTabWidget *pgcPagine = nullptr;
     QSpinBox *txtNumero = nullptr;
@@ -97,6 +101,11 @@ protected:
 
 private:
     QWidget *CreaTotali();
+    // Read-only while the document's electronic invoice stands; with avvisa,
+    // the user is told why.
+    void AggiornaBlocco(bool avvisa);
+    void ImpostaBlocco(bool bloccato);
+    void actSbloccaDocumentoExecute();
     void MostraCliente(const TCliente &cliente);
     void ImpostaTipoPagamento(int id, const QString &testo);
     void actSelezionaClienteExecute();
@@ -115,6 +124,8 @@ private:
     QLabel *lblTotaleImposta = nullptr;
     QLabel *lblTotaleDocumento = nullptr;
     QAction *m_actFatturaElettronica = nullptr;
+    QAction *m_actSbloccaDocumento = nullptr;
+    std::unique_ptr<TKRVSolaLettura> m_solaLettura;
 };
 
 // The inputs of a document editor.

@@ -202,6 +202,7 @@ int TKRVInserimentoBase::ApriRecord(int id)
         SetNewRecord(false);
         m_nonMemorizzato = false;
         result = 0;
+        DopoApertura();
     });
     return result;
 }

@@ -133,6 +133,8 @@ protected:
     virtual void RidimensionaForm() {}
     // Runs whenever the record's new or modified flag is set.
     virtual void StatoRecordCambiato() {}
+    // Runs once a stored record was opened and shown.
+    virtual void DopoApertura() {}
 
     void actNuovoExecute();
     void actEliminaExecute();

@@ -686,12 +686,16 @@ void TestAggiornaDatabase::producedFileColumnsAndProgressive()
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
     QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
     QCOMPARE(Version(db, QStringLiteral("FATTURAPA")), QStringLiteral("1.0.0"));
-    for (const char *table : {"FATT_VEND", "NOTE_ACCREDITO"})
+    for (const char *table : {"FATT_VEND", "NOTE_ACCREDITO"}) {
         QCOMPARE(ColumnLength(db, QString::fromLatin1(table), QStringLiteral("FPA_NOME_FILE")), 30);
+        QCOMPARE(ColumnLength(db, QString::fromLatin1(table), QStringLiteral("FPA_SBLOCCATA_DA")), 50);
+    }
     // Nothing was produced from the documents already there.
-    QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, COALESCE(FPA_NOME_FILE, '-'), COALESCE(FPA_PROGRESSIVO, -1), "
-                                    "COALESCE(CAST(FPA_PRODOTTA AS VARCHAR(30)), '-') FROM NOTE_ACCREDITO")),
-             QStringList({QStringLiteral("1|-|-1|-")}));
+    QCOMPARE(db.Rows(
+                 QStringLiteral("SELECT NUMERO, COALESCE(FPA_NOME_FILE, '-'), COALESCE(FPA_PROGRESSIVO, -1), "
+                                "COALESCE(CAST(FPA_PRODOTTA AS VARCHAR(30)), '-'), COALESCE(FPA_SBLOCCATA_DA, '-'), "
+                                "COALESCE(CAST(FPA_SBLOCCATA_IL AS VARCHAR(30)), '-') FROM NOTE_ACCREDITO")),
+             QStringList({QStringLiteral("1|-|-1|-|-|-")}));
     // The progressive of the files starts at 1 and every call takes a new one.
     const QString prossimo = QStringLiteral("SELECT NEXT VALUE FOR GEN_FPA_PROGRESSIVO FROM RDB$DATABASE");
     QCOMPARE(db.Scalar(prossimo).toInt(), 1);

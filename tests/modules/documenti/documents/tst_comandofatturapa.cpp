@@ -68,10 +68,7 @@ private slots:
 
     void fatturaSalvataScriveIlFileNellaCartella()
     {
-        Editor();
-        ChooseCustomer(*m_module, m_editor, QStringLiteral("CFP0001"));
-        AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
-        Trigger(m_editor, QStringLiteral("actSalva"));
+        FatturaDelClienteCFP();
         const int numero = Field<QSpinBox>(m_editor, QStringLiteral("txtNumero"))->value();
         m_responder->Clear();
 
@@ -94,6 +91,8 @@ private slots:
         QCOMPARE(Db().Rows(QStringLiteral("SELECT NUMERO, FPA_NOME_FILE FROM FATT_VEND")),
                  QStringList({QString::number(numero) + QLatin1Char('|') + file.constFirst()}));
         QCOMPARE(m_module->Main->FolderDialogFatturaPA()->UltimaCartella(), m_cartella->path());
+        // Issued: the document is no longer changed.
+        QVERIFY(!Modificabile());
     }
 
     void cartellaNonSceltaNonScriveNulla()
@@ -162,7 +161,103 @@ private slots:
                      .arg(QString::number(numero), Anno()));
     }
 
+    void fatturaEmessaSiApreInSolaLettura()
+    {
+        const int id = FatturaDelClienteCFP();
+        const TKRVEmissioneFatturaPA esito =
+            KRVEmettiFatturaPA(Db().Db(), EKRVDocumentoFatturaPA::Fattura, id, m_cartella->path());
+        QVERIFY(esito.Errori.isEmpty());
+        Trigger(m_editor, QStringLiteral("actNuovo"));
+        QVERIFY(Modificabile());
+        m_responder->Clear();
+
+        QCOMPARE(m_editor->ApriRecord(id), 0);
+        QCOMPARE(m_responder->Messages().size(), 1);
+        const TQ3Message box = m_responder->Messages().constFirst();
+        QCOMPARE(box.Title, QStringLiteral("Attenzione"));
+        QCOMPARE(box.Icon, TQ3MsgIcon::Warning);
+        QCOMPARE(box.Text,
+                 QStringLiteral("La fattura elettronica di questo documento è già stata prodotta (file %1 del %2).\n\r"
+                                "Il documento non si può più modificare: le correzioni si fanno con una nota di "
+                                "accredito.")
+                     .arg(esito.NomeFile, QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
+        QVERIFY(!Modificabile());
+        for (const char *consentita : {"actNuovo", "actChiudi", "actStampa", "actSalvaPDF", "actFatturaElettronica"})
+            QVERIFY2(Action(m_editor, QString::fromLatin1(consentita))->isEnabled(), consentita);
+
+        // An administrator unlocks it, and the unlocking is recorded.
+        QVERIFY(Action(m_editor, QStringLiteral("actSbloccaDocumento"))->isEnabled());
+        m_responder->Clear();
+        Trigger(m_editor, QStringLiteral("actSbloccaDocumento"));
+        QCOMPARE(m_responder->Messages().size(), 1);
+        QCOMPARE(m_responder->Messages().constFirst().Title, QStringLiteral("Conferma"));
+        QVERIFY(Modificabile());
+        QVERIFY(!Action(m_editor, QStringLiteral("actSbloccaDocumento"))->isEnabled());
+        QCOMPARE(Db().Rows(QStringLiteral("SELECT FPA_SBLOCCATA_DA, IIF(FPA_SBLOCCATA_IL IS NULL, 'no', 'si') FROM "
+                                          "FATT_VEND")),
+                 QStringList({QStringLiteral("admin|si")}));
+        // Unlocked, it opens for changes.
+        m_responder->Clear();
+        QCOMPARE(m_editor->ApriRecord(id), 0);
+        QVERIFY(m_responder->Messages().isEmpty());
+        QVERIFY(Modificabile());
+    }
+
+    void sbloccoNegatoNonSblocca()
+    {
+        const int id = FatturaDelClienteCFP();
+        KRVEmettiFatturaPA(Db().Db(), EKRVDocumentoFatturaPA::Fattura, id, m_cartella->path());
+        Trigger(m_editor, QStringLiteral("actNuovo"));
+        m_editor->ApriRecord(id);
+        m_responder->Clear();
+        m_responder->Enqueue(TQ3MsgResult::No);
+        Trigger(m_editor, QStringLiteral("actSbloccaDocumento"));
+        QVERIFY(!Modificabile());
+        QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FPA_SBLOCCATA_DA IS NULL")).toInt(),
+                 1);
+    }
+
+    void soloGliAmministratoriPossonoSbloccare()
+    {
+        LoginWithRights(Db(), QStringLiteral("mario"),
+                        {QStringLiteral("Fatture di vendita (visualizzazione)"),
+                         QStringLiteral("Fatture di vendita (modifica)")});
+        const int id = FatturaDelClienteCFP();
+        KRVEmettiFatturaPA(Db().Db(), EKRVDocumentoFatturaPA::Fattura, id, m_cartella->path());
+        Trigger(m_editor, QStringLiteral("actNuovo"));
+        m_editor->ApriRecord(id);
+        QVERIFY(!Modificabile());
+        QVERIFY(!Action(m_editor, QStringLiteral("actSbloccaDocumento"))->isEnabled());
+        // A new document is open to changes again.
+        Trigger(m_editor, QStringLiteral("actNuovo"));
+        QVERIFY(Modificabile());
+    }
+
 private:
+    // A saved invoice of customer CFP0001 with article ART1, in the editor; answers its key.
+    int FatturaDelClienteCFP()
+    {
+        Editor();
+        ChooseCustomer(*m_module, m_editor, QStringLiteral("CFP0001"));
+        AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+        Trigger(m_editor, QStringLiteral("actSalva"));
+        return m_editor->IdRecord();
+    }
+
+    // Whether the user can change the document: its pages and its editing commands.
+    bool Modificabile() const
+    {
+        auto pagine = Field<QTabWidget>(m_editor, QStringLiteral("pgcPagine"));
+        bool pagineAttive = true;
+        for (int i = 0; i < pagine->count(); ++i)
+            pagineAttive = pagineAttive && (!pagine->isTabVisible(i) || pagine->widget(i)->isEnabled());
+        bool comandiAttivi = true;
+        for (const char *comando : {"actElimina", "actSelezionaCliente", "actSelezionaTipoPagamento",
+                                    "actAggiungiArticolo", "actInserisciNotaDocumento"})
+            comandiAttivi = comandiAttivi && Action(m_editor, QString::fromLatin1(comando))->isEnabled();
+        return pagineAttive && comandiAttivi;
+    }
+
     std::unique_ptr<QTemporaryDir> m_cartella;
 };
 

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QThread>
 
 using namespace KRVTest;
 
@@ -303,6 +304,42 @@ private slots:
         VALIDA(Contenuto(seconda.Percorso));
         QCOMPARE(Db().Rows(QStringLiteral("SELECT FPA_NOME_FILE, FPA_PROGRESSIVO FROM FATT_VEND")),
                  QStringList({seconda.NomeFile + QStringLiteral("|") + QString::number(seconda.Progressivo)}));
+    }
+
+    void documentoEmessoBloccatoFinoAlloSblocco()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = FatturaConViti(11);
+        const auto stato = [this, id] { return KRVStatoFatturaPA(m_core->Db(), EKRVDocumentoFatturaPA::Fattura, id); };
+        QVERIFY(!stato().Bloccato());
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QCOMPARE(stato().NomeFile, esito.NomeFile);
+        QVERIFY(stato().Prodotta.isValid());
+        QVERIFY(stato().Bloccato());
+
+        KRVSbloccaFatturaPA(m_core->Db(), EKRVDocumentoFatturaPA::Fattura, id, QString::fromLatin1(Q3AdminUser));
+        QVERIFY(!stato().Bloccato());
+        QCOMPARE(stato().SbloccataDa, QString::fromLatin1(Q3AdminUser));
+        QVERIFY(stato().SbloccataIl.isValid());
+
+        // A new file issues the document again.
+        QThread::msleep(20);
+        Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY(stato().Bloccato());
+        QCOMPARE(stato().SbloccataDa, QString::fromLatin1(Q3AdminUser));
+    }
+
+    void soloUnAmministratoreSblocca()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = FatturaConViti(12);
+        Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY_THROWS_EXCEPTION(EQ3Rifiuto, KRVSbloccaFatturaPA(m_core->Db(), EKRVDocumentoFatturaPA::Fattura, id,
+                                                                 QStringLiteral("mario")));
+        QVERIFY(KRVStatoFatturaPA(m_core->Db(), EKRVDocumentoFatturaPA::Fattura, id).Bloccato());
+        QCOMPARE(Db().Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND WHERE FPA_SBLOCCATA_DA IS NULL")).toInt(),
+                 1);
     }
 
     void documentoNonSalvato() { QVERIFY_THROWS_EXCEPTION(EQ3Exception, Emetti(EKRVDocumentoFatturaPA::Fattura, 999)); }

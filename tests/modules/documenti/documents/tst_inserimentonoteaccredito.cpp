@@ -107,7 +107,7 @@ void TestInserimentoNoteAccredito::commandsOfTheCreditNote()
         if (!action->isSeparator())
             comandi << action->text();
     }
-    QCOMPARE(comandi, (QStringList{"Nuovo", "Elimina", "Salva", "Stampa", "Fattura elettronica", "Chiudi"}));
+    QCOMPARE(comandi, (QStringList{"Nuovo", "Elimina", "Salva", "Stampa", "Fattura elettronica", "Sblocca", "Chiudi"}));
     QCOMPARE(RichHintTitle(barra->widgetForAction(Action(m_editor, QStringLiteral("actNuovo")))),
              QStringLiteral("Nuova nota di accredito"));
     // Printing asks for the changes to be saved first ("mofiche" as written).
