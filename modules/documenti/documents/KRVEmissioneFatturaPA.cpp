@@ -1,5 +1,6 @@
 #include "KRVEmissioneFatturaPA.h"
 
+#include "KRVNatureIva.h"
 #include "KRVRigheDocumento.h"
 #include "KRVValidaFatturaPA.h"
 #include "Q3Controlli.h"
@@ -15,9 +16,21 @@
 
 namespace {
 
-// "Non imponibile" lines carry amounts outside VAT: excluded under art. 15.
-const QString NaturaNonImponibile = QStringLiteral("N1");
-const QString RiferimentoNonImponibile = QStringLiteral("Escluse art. 15 DPR 633/72");
+// "Non imponibile" lines carry amounts outside VAT, with the nature the
+// module option gives them: as a rule excluded under art. 15.
+const QString NaturaEsclusa = QStringLiteral("N1");
+const QString RiferimentoEscluse = QStringLiteral("Escluse art. 15 DPR 633/72");
+
+QString RiferimentoNatura(const QString &natura)
+{
+    if (natura == NaturaEsclusa)
+        return RiferimentoEscluse;
+    for (const TKRVNaturaIva &n : KRVNatureIva()) {
+        if (n.Codice == natura)
+            return n.Descrizione;
+    }
+    return {};
+}
 
 // Where a kind of document lives.
 struct TTabelleFatturaPA
@@ -136,6 +149,7 @@ void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool
                           "WHERE R.%3 = %4 ORDER BY R.%5")
                           .arg(t.Fattura ? QStringLiteral("R.SCONTO") : QStringLiteral("0"), t.Righe, t.Chiave,
                                QString::number(id), t.ChiaveRiga));
+    const QString naturaNonImponibile = t.Fattura ? KRVNaturaNonImponibile(db) : QString();
     while (righe.next()) {
         TKRVRigaFatturaPA r;
         r.Tipo = Testo(righe, 0);
@@ -163,8 +177,8 @@ void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool
                 r.Natura = KRVCentesimiFatturaPA(r.AliquotaIva) == 0 ? natura : QString();
             }
         } else if (r.Tipo == KRVRigaNonImponibile) {
-            r.Natura = NaturaNonImponibile;
-            r.RiferimentoNormativo = RiferimentoNonImponibile;
+            r.Natura = naturaNonImponibile;
+            r.RiferimentoNormativo = RiferimentoNatura(naturaNonImponibile);
         }
         dati.Righe.append(r);
     }

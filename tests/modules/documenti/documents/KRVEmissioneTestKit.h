@@ -118,9 +118,9 @@ inline void InsertRigaFatturaPA(const TQ3TestDatabase &db, const QString &tabell
                 .arg(righe, chiave, fattura ? QStringLiteral("SCONTO, ") : QString(), QString::number(id),
                      QuotedStr(r.Tipo),
                      r.Tipo == QLatin1String("Non imponibile") ? QStringLiteral("NULL") : QStringLiteral("'COD-1'"),
-                     QuotedStr(r.Descrizione), QString::number(r.Quantita, 'f', 2))
+                     QuotedStr(r.Descrizione), QString::number(r.Quantita, 'f', 3))
                 .arg(r.Tipo == QLatin1String("Articolo") ? QStringLiteral("'PZ'") : QStringLiteral("NULL"),
-                     QString::number(r.Prezzo, 'f', 2),
+                     QString::number(r.Prezzo, 'f', 6),
                      fattura ? QString::number(r.Sconto, 'f', 2) + QStringLiteral(", ") : QString(),
                      QString::number(importo, 'f', 2), iva));
 }

@@ -6,6 +6,7 @@
 #include "KRVEmissioneTestKit.h"
 #include "KRVFatturaPATestKit.h"
 #include "KRVTestCore.h"
+#include "Q3ArchivioOpzioni.h"
 #include "Q3Controlli.h"
 
 #include <QDir>
@@ -94,6 +95,31 @@ private slots:
                            + QString::number(id)),
                  QStringList({esito.NomeFile + QStringLiteral("|") + QString::number(esito.Progressivo)
                               + QStringLiteral("|si")}));
+    }
+
+    // Prices with up to 6 decimals and quantities with up to 3 go into the file
+    // as they were typed; the line's total is the one the exchange system
+    // recomputes. "Non imponibile" lines carry the nature of the module option.
+    void decimaliDiPrezziEQuantitaENaturaDellOpzione()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        Q3ScriviOpzioni(Db().Db(), {{QStringLiteral("FATTURAPA_NATURA_NON_IMPONIBILE"), QStringLiteral("N2.2")}});
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, 8, QStringLiteral("C001"));
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Articolo"), QStringLiteral("Viti a peso"), 3, 0.333333, 0, "20"});
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Servizio"), QStringLiteral("Cavo a metro"), 1.125, 8, 12.5, "20"});
+        InsertRigaFatturaPA(Db(), FattVend, id,
+                            {QStringLiteral("Non imponibile"), QStringLiteral("Rimborso"), 1, 5, 0, QString()});
+
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.isEmpty(), qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        const QByteArray xml = Contenuto(esito.Percorso);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "Quantita"), QStringList({"3.00", "1.125", "1.00"}));
+        QCOMPARE(Valori(xml, "PrezzoUnitario"), QStringList({"0.333333", "8.00", "5.00"}));
+        QCOMPARE(Valori(xml, "PrezzoTotale"), QStringList({"1.00", "7.88", "5.00"}));
+        QCOMPARE(Valori(xml, "Natura"), QStringList({"N2.2", "N2.2"}));
     }
 
     void notaDiAccreditoTD04()
