@@ -202,14 +202,6 @@ QString ProgressivoInvio(int progressivo)
     return QString::number(progressivo, 36).toUpper();
 }
 
-void ScriviFile(const QString &percorso, const QByteArray &xml)
-{
-    QSaveFile file(percorso);
-    if (!file.open(QIODevice::WriteOnly) || file.write(xml) != xml.size() || !file.commit())
-        throw EQ3Exception(
-            QStringLiteral("Impossibile scrivere il file \"%1\":\n\r%2").arg(percorso, file.errorString()));
-}
-
 } // namespace
 
 TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
@@ -246,37 +238,66 @@ TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFat
     return dati;
 }
 
-TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
-                                          const QString &cartella)
+TKRVFatturaPAVerificata KRVVerificaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id)
 {
-    TKRVEmissioneFatturaPA esito;
-    TKRVDatiFatturaPA dati = KRVLeggiDatiFatturaPA(db, tipo, id, esito.Errori);
-    const QString documento = KRVNomeDocumentoFatturaPA(dati);
-    if (!QFileInfo(cartella).isDir())
-        esito.Errori << QStringLiteral("La cartella \"%1\" non esiste.").arg(QDir::toNativeSeparators(cartella));
+    TKRVFatturaPAVerificata verificata;
+    verificata.Dati = KRVLeggiDatiFatturaPA(db, tipo, id, verificata.Errori);
+    const QString documento = KRVNomeDocumentoFatturaPA(verificata.Dati);
     // The checks run on the file as it will be written but for its progressive,
     // taken only for a file that is going to be written.
-    dati.ProgressivoInvio = ProgressivoInvio(1);
-    esito.Errori << KRVControlliSdI(dati);
-    for (const QString &errore : KRVValidaSchemaFatturaPA(KRVScriviFatturaPA(dati)))
-        esito.Errori << documento + QStringLiteral(": ") + errore;
-    if (!esito.Errori.isEmpty())
-        return esito;
+    verificata.Dati.ProgressivoInvio = ProgressivoInvio(1);
+    verificata.Errori << KRVControlliSdI(verificata.Dati);
+    for (const QString &errore : KRVValidaSchemaFatturaPA(KRVScriviFatturaPA(verificata.Dati)))
+        verificata.Errori << documento + QStringLiteral(": ") + errore;
+    return verificata;
+}
 
-    const int progressivo =
+QString KRVNumeraFatturaPA(const QSqlDatabase &db, TKRVDatiFatturaPA &dati, int &progressivo)
+{
+    progressivo =
         QueryScalar(db, QStringLiteral("SELECT NEXT VALUE FOR GEN_FPA_PROGRESSIVO FROM RDB$DATABASE")).toInt();
     const QString nome = KRVNomeFileFatturaPA(SenzaPrefisso(dati.Azienda.PartitaIva), progressivo);
     if (nome.isEmpty())
         throw EQ3Exception(QStringLiteral("I progressivi dei file della fattura elettronica sono esauriti."));
     dati.ProgressivoInvio = ProgressivoInvio(progressivo);
+    return nome;
+}
+
+void KRVScriviFileFatturaPA(const QString &percorso, const QByteArray &xml)
+{
+    QSaveFile file(percorso);
+    if (!file.open(QIODevice::WriteOnly) || file.write(xml) != xml.size() || !file.commit())
+        throw EQ3Exception(
+            QStringLiteral("Impossibile scrivere il file \"%1\":\n\r%2").arg(percorso, file.errorString()));
+}
+
+void KRVRegistraFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id, const QString &nome,
+                          int progressivo)
+{
+    const TTabelleFatturaPA t = Tabelle(tipo);
+    ExecSQL(db, QStringLiteral("UPDATE %1 SET FPA_NOME_FILE = %2, FPA_PROGRESSIVO = %3, "
+                               "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE %4 = %5")
+                    .arg(t.Testata, QuotedStr(nome), QString::number(progressivo), t.Chiave, QString::number(id)));
+}
+
+TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
+                                          const QString &cartella)
+{
+    TKRVEmissioneFatturaPA esito;
+    TKRVFatturaPAVerificata verificata = KRVVerificaFatturaPA(db, tipo, id);
+    if (!QFileInfo(cartella).isDir())
+        esito.Errori << QStringLiteral("La cartella \"%1\" non esiste.").arg(QDir::toNativeSeparators(cartella));
+    esito.Errori << verificata.Errori;
+    if (!esito.Errori.isEmpty())
+        return esito;
+
+    int progressivo = 0;
+    const QString nome = KRVNumeraFatturaPA(db, verificata.Dati, progressivo);
     const QString percorso = QDir(cartella).filePath(nome);
-    ScriviFile(percorso, KRVScriviFatturaPA(dati));
+    KRVScriviFileFatturaPA(percorso, KRVScriviFatturaPA(verificata.Dati));
     try {
-        const TTabelleFatturaPA t = Tabelle(tipo);
         TQ3Transaction transazione(db);
-        ExecSQL(db, QStringLiteral("UPDATE %1 SET FPA_NOME_FILE = %2, FPA_PROGRESSIVO = %3, "
-                                   "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE %4 = %5")
-                        .arg(t.Testata, QuotedStr(nome), QString::number(progressivo), t.Chiave, QString::number(id)));
+        KRVRegistraFatturaPA(db, tipo, id, nome, progressivo);
         transazione.Commit();
     } catch (...) {
         // A file the document does not record would be sent without a trace.

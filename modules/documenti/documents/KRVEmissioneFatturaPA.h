@@ -23,6 +23,27 @@ enum class EKRVDocumentoFatturaPA {
 TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
                                         QStringList &problemi);
 
+// A saved document's electronic invoice read and checked, not yet numbered:
+// the errors name what to correct, the document, the field and the value.
+struct TKRVFatturaPAVerificata
+{
+    TKRVDatiFatturaPA Dati;
+    QStringList Errori;
+};
+TKRVFatturaPAVerificata KRVVerificaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id);
+
+// Takes the next send progressive (never given twice) into the data and
+// answers the file's name.
+QString KRVNumeraFatturaPA(const QSqlDatabase &db, TKRVDatiFatturaPA &dati, int &progressivo);
+
+// Writes a file whole or not at all.
+void KRVScriviFileFatturaPA(const QString &percorso, const QByteArray &xml);
+
+// Records on the document the file produced for it: name, progressive and
+// now. Runs in the caller's transaction.
+void KRVRegistraFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id, const QString &nome,
+                          int progressivo);
+
 // What producing a file came to.
 struct TKRVEmissioneFatturaPA
 {
