@@ -63,8 +63,30 @@ void TKRVGrigliaRisultati::Carica(const std::function<void(TKRVRisultati &)> &le
 
 int TKRVGrigliaRisultati::RigaSelezionata() const
 {
+    // Of several selected rows, the one the user is on.
+    const QModelIndex current = currentIndex();
+    if (current.isValid() && selectionModel()->isRowSelected(current.row(), {}))
+        return current.row();
     const QModelIndexList selected = selectionModel()->selectedIndexes();
     return selected.isEmpty() ? -1 : selected.first().row();
+}
+
+QList<int> TKRVGrigliaRisultati::ChiaviSelezionate() const
+{
+    QList<int> chiavi;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (selectionModel()->isRowSelected(row, {}))
+            chiavi << Valore(row, 0).toInt();
+    }
+    return chiavi;
+}
+
+QList<int> TKRVGrigliaRisultati::Chiavi() const
+{
+    QList<int> chiavi;
+    for (int row = 0; row < rowCount(); ++row)
+        chiavi << Valore(row, 0).toInt();
+    return chiavi;
 }
 
 bool TKRVGrigliaRisultati::HaRigaSelezionata() const

@@ -35,6 +35,9 @@ public:
     bool HaRigaSelezionata() const;
     // The key of the selected row, or -1.
     int ChiaveSelezionata() const;
+    // The keys of the selected rows, and of every row, in the grid's order.
+    QList<int> ChiaviSelezionate() const;
+    QList<int> Chiavi() const;
     // The stored text of a cell of the selected row, or an empty text.
     QString ValoreSelezionato(int column) const;
     void RimuoviSelezionata();

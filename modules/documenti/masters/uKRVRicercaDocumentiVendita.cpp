@@ -1,18 +1,39 @@
 #include "uKRVRicercaDocumentiVendita.h"
 
 #include "KRVClausole.h"
+#include "uKRVEsportaFatturePA.h"
 #include "uKRVFormKit.h"
+#include "uKRVImages.h"
 #include "uKRVInserimentoBase.h"
 #include "uKRVServiziFinestre.h"
 
 #include <QDate>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QToolBar>
 
-TKRVRicercaDocumentiVendita::TKRVRicercaDocumentiVendita(IKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno)
-    : TKRVRicercaBase(main, std::move(info)), m_condizioneAnno(std::move(condizioneAnno)), txtAnno(new QSpinBox)
+TKRVRicercaDocumentiVendita::TKRVRicercaDocumentiVendita(IKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno,
+                                                         EKRVDocumentoFatturaPA tipo)
+    : TKRVRicercaBase(main, std::move(info)), m_condizioneAnno(std::move(condizioneAnno)), m_tipo(tipo),
+      txtAnno(new QSpinBox)
 {
     AggiungiFiltroAnno();
+    // Several documents go out together as electronic invoices.
+    GridRisultati()->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    QToolBar *barra = findChild<QToolBar *>(QStringLiteral("tBarStandard"));
+    barra->addSeparator();
+    barra->addAction(KRVCreaAzione(this, QStringLiteral("actEsportaFattureElettroniche"),
+                                   QStringLiteral("Fatture elettroniche..."), KRVImgFatture,
+                                   [this] { actEsportaFattureElettronicheExecute(); }));
+}
+
+void TKRVRicercaDocumentiVendita::actEsportaFattureElettronicheExecute()
+{
+    if (!KRVVerificaPermesso(Entita().PermessoModifica))
+        return;
+    if (KRVEsportaFattureElettroniche(this, Sessione(), m_tipo, GridRisultati()->ChiaviSelezionate(),
+                                      GridRisultati()->Chiavi()))
+        actCercaExecute();
 }
 
 QList<TKRVColonna> TKRVRicercaDocumentiVendita::ColonneDocumento()
@@ -22,7 +43,8 @@ QList<TKRVColonna> TKRVRicercaDocumentiVendita::ColonneDocumento()
             {QStringLiteral("Codice"), 120, QStringLiteral("CLI_CODICE"), TKRVTipoColonna::Testo},
             {QStringLiteral("Ragione sociale"), 350, QStringLiteral("CLI_RAGIONESOCIALE"), TKRVTipoColonna::Testo},
             {QStringLiteral("Totale"), 110, QStringLiteral("TOTALE_DOCUMENTO"), TKRVTipoColonna::Importo},
-            {QStringLiteral("Pagato"), 60, QStringLiteral("PAGATO"), TKRVTipoColonna::Testo}};
+            {QStringLiteral("Pagato"), 60, QStringLiteral("PAGATO"), TKRVTipoColonna::Testo},
+            {QStringLiteral("Fattura elettronica"), 170, QStringLiteral("FPA_NOME_FILE"), TKRVTipoColonna::Testo}};
 }
 
 QList<TKRVFiltro> TKRVRicercaDocumentiVendita::FiltriCliente()

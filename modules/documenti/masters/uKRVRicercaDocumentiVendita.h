@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KRVEmissioneFatturaPA.h"
 #include "uKRVRicercaBase.h"
 
 #include <QSpinBox>
@@ -16,9 +17,10 @@ public:
     QString ClausolaFiltri() const;
 
 protected:
-    TKRVRicercaDocumentiVendita(IKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno);
+    TKRVRicercaDocumentiVendita(IKRVMain &main, TKRVRicercaInfo info, QString condizioneAnno,
+                                EKRVDocumentoFatturaPA tipo);
 
-    // Number, date, customer code and name, total, paid.
+    // Number, date, customer code and name, total, paid, electronic invoice file.
     static QList<TKRVColonna> ColonneDocumento();
     // The filters on the customer's code and name.
     static QList<TKRVFiltro> FiltriCliente();
@@ -31,7 +33,10 @@ protected:
 
 private:
     void AggiungiFiltroAnno();
+    // "Fatture elettroniche...": the selected documents, or all those found.
+    void actEsportaFattureElettronicheExecute();
 
     QString m_condizioneAnno;
+    EKRVDocumentoFatturaPA m_tipo;
     QSpinBox *txtAnno;
 };

@@ -25,7 +25,7 @@ TKRVRicercaFattureVendita::TKRVRicercaFattureVendita(IKRVMain &main)
                                    .Entita = &KRVEntitaFattureVendita(),
                                    .ColonnaDescrizione = 4,
                                    .RifiutoDellaTabella = true},
-                                  KRVCondizioneAnnoFattVend)
+                                  KRVCondizioneAnnoFattVend, EKRVDocumentoFatturaPA::Fattura)
 {
     setObjectName(QStringLiteral("KRVRicercaFattureVendita"));
     setWindowIcon(KRVImage(KRVImgFatture));

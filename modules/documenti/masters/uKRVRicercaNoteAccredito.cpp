@@ -14,7 +14,7 @@ TKRVRicercaNoteAccredito::TKRVRicercaNoteAccredito(IKRVMain &main)
                                    .Entita = &KRVEntitaNoteAccredito(),
                                    .ColonnaDescrizione = 4,
                                    .RifiutoDellaTabella = true},
-                                  KRVCondizioneAnnoNoteAccredito)
+                                  KRVCondizioneAnnoNoteAccredito, EKRVDocumentoFatturaPA::NotaAccredito)
 {
     setObjectName(QStringLiteral("KRVRicercaNoteAccredito"));
     setWindowIcon(KRVImage(KRVImgFatture));

@@ -155,8 +155,10 @@ void TestRicercaDocumentiVendita::columnsAndEmptyGridUntilTheFirstSearch()
         if (c != 4)
             larghezze << griglia->columnWidth(c);
     }
-    QCOMPARE(titoli, (QStringList{"N.", "Data", "Codice", "Ragione sociale", "Totale", "Pagato"}));
-    QCOMPARE(larghezze, (QList<int>{50, 80, 120, 110, 60}));
+    // The last column names the electronic invoice file a document was exported to.
+    QCOMPARE(titoli,
+             (QStringList{"N.", "Data", "Codice", "Ragione sociale", "Totale", "Pagato", "Fattura elettronica"}));
+    QCOMPARE(larghezze, (QList<int>{50, 80, 120, 110, 60, 170}));
     QVERIFY(griglia->isColumnHidden(0));
     QCOMPARE(Anno()->value(), m_anno);
     Trigger(m_lista, QStringLiteral("actCerca"));
