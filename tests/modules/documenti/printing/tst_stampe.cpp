@@ -71,6 +71,7 @@ private slots:
     void azienda_emptyOrNullFax_noLabel();
     void pdf_holdsInvoiceInItalianForm();
     void pdf_priceAndQuantityWithTheirTypedDecimals();
+    void courtesyCopy_namesTheElectronicInvoiceFile();
     void textOnlyInvoice_emptyVatSummaryStillPrints();
     void sameRate_oneSummaryRowWithSummedTax();
     void exemptInvoice_noteAsParam1();
@@ -255,6 +256,33 @@ void TestStampe::pdf_priceAndQuantityWithTheirTypedDecimals()
                                 QStringLiteral("ART-002 Cavo a metro 1,125 PEZZI 8,00 9,00 20"),
                                 QStringLiteral("ART-003 Raccordo 2,00 PEZZI 2,50 5,00 20")})
         QVERIFY2(lines.contains(line), qPrintable(lines.join(QLatin1Char('\n'))));
+}
+
+// Once its electronic invoice was produced, a printed document says it is a
+// courtesy copy and names the file; before, it says nothing of the kind.
+void TestStampe::courtesyCopy_namesTheElectronicInvoiceFile()
+{
+    const int id = InsertFattura(m_module->Database, 4713, RigheNormali());
+    QVERIFY(!Q3PdfText(PdfOf(id, QStringLiteral("noncortesia"))).contains(QStringLiteral("Copia di cortesia")));
+    m_module->Database.Exec(QStringLiteral("UPDATE FATT_VEND SET FPA_NOME_FILE = 'IT01234567897_A1.xml', "
+                                           "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE IDFATT_VEND = ")
+                            + QString::number(id));
+    const QString testo = Q3PdfText(PdfOf(id, QStringLiteral("cortesia"))).simplified();
+    QVERIFY2(testo.contains(QStringLiteral("Copia di cortesia della fattura elettronica IT01234567897_A1.xml - il "
+                                           "documento valido ai fini fiscali è il file XML trasmesso al Sistema di "
+                                           "Interscambio.")),
+             qPrintable(testo));
+
+    const int nota =
+        InsertFattura(m_module->Database, 32, {{QStringLiteral("ART-001"), QStringLiteral("Reso"), 12.5, 2, 0}},
+                      QString(), QStringLiteral("NOTE_ACCREDITO"));
+    m_module->Database.Exec(
+        QStringLiteral("UPDATE NOTE_ACCREDITO SET FPA_NOME_FILE = 'IT01234567897_A2.xml' WHERE IDNOTA_ACCREDITO = ")
+        + QString::number(nota));
+    const QString testoNota =
+        PdfThroughOptions([&] { StampaNotaAccredito(nota); }, QStringLiteral("notacortesia.pdf")).simplified();
+    QVERIFY2(testoNota.contains(QStringLiteral("Copia di cortesia della fattura elettronica IT01234567897_A2.xml")),
+             qPrintable(testoNota));
 }
 
 void TestStampe::textOnlyInvoice_emptyVatSummaryStillPrints()
@@ -537,7 +565,7 @@ void TestStampe::vatRates_roundedToAddUpToTheTotal()
     QCOMPARE(iva->FieldValue(QStringLiteral("IMPOSTA")).toDouble(), 1.004);
 
     // The credit note's summary the same way.
-    const int nota = InsertFattura(m_module->Database, 32, righe, QString(), QStringLiteral("NOTE_ACCREDITO"));
+    const int nota = InsertFattura(m_module->Database, 4714, righe, QString(), QStringLiteral("NOTE_ACCREDITO"));
     const QStringList notaLines =
         Lines(PdfThroughOptions([&] { StampaNotaAccredito(nota); }, QStringLiteral("notaarr.pdf")));
     QCOMPARE(RigheRiepilogo(notaLines), riepilogo);
