@@ -423,7 +423,10 @@ void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()
         return;
     const TCliente cliente = GetCliente(Sessione(), dialog->ApriSelezionato());
     if (cliente.IDCLIENTE > 0) {
+        const bool altroCliente = cliente.CODICE != m_datiCliente.CODICE;
         MostraCliente(cliente);
+        if (altroCliente)
+            ClienteCambiato();
         const QString tipoPagamento =
             cliente.IDTIPO_PAGAMENTO > 0 ? GetTipoPagamento(Sessione(), cliente.IDTIPO_PAGAMENTO) : QString();
         if (!tipoPagamento.isEmpty()

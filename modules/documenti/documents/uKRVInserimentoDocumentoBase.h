@@ -60,6 +60,8 @@ protected:
     virtual bool NumeroEsistente(int numero, int anno, int id) = 0;
     virtual bool IvaEsente() const { return false; }
     virtual void PulisciCampiPropri() {}
+    // The user chose a customer other than the one the document had.
+    virtual void ClienteCambiato() {}
     // Prints the saved document.
     virtual void Stampa() = 0;
     // Only a saved, unchanged document prints; otherwise says so.
