@@ -118,3 +118,7 @@ QDateEdit *KRVCampoData(const QString &nome);
 QCheckBox *KRVCasella(const QString &nome, const QString &caption);
 // A tool button showing the action, named "cmd" and the action's name.
 QToolButton *KRVPulsante(QAction *action);
+// A read-only value of the document, shown as written: "..." when empty.
+QLabel *KRVValore(const QString &nome);
+// Shows the value, "..." when empty, and tells it to screen readers.
+void KRVMostraValore(QLabel *etichetta, const QString &testo);

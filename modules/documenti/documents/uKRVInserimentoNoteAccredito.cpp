@@ -98,11 +98,8 @@ QWidget *TKRVInserimentoNoteAccredito::CreaFatturaRiferimento()
                                      KRVImgAnnulla, [this] { actRimuoviFatturaExecute(); });
     auto gruppo = new QGroupBox(QStringLiteral(" Fattura di riferimento "));
     gruppo->setObjectName(QStringLiteral("grpFattRiferimento"));
-    lblFattRiferimento = new QLabel;
-    lblFattRiferimento->setObjectName(QStringLiteral("lblFattRiferimento"));
+    lblFattRiferimento = KRVValore(QStringLiteral("lblFattRiferimento"));
     lblFattRiferimento->setAccessibleName(QStringLiteral("Fattura di riferimento"));
-    lblFattRiferimento->setTextFormat(Qt::PlainText);
-    lblFattRiferimento->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto riga = new QHBoxLayout(gruppo);
     riga->addWidget(lblFattRiferimento, 1);
     for (QAction *azione : {seleziona, rimuovi}) {
@@ -110,16 +107,13 @@ QWidget *TKRVInserimentoNoteAccredito::CreaFatturaRiferimento()
         pulsante->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         riga->addWidget(pulsante);
     }
-    MostraFatturaRiferimento({});
     return gruppo;
 }
 
 void TKRVInserimentoNoteAccredito::MostraFatturaRiferimento(const TKRVFatturaRiferimento &fattura)
 {
     m_fattura = fattura;
-    const QString testo = KRVTestoFatturaRiferimento(fattura);
-    lblFattRiferimento->setText(testo.isEmpty() ? QStringLiteral("...") : testo);
-    lblFattRiferimento->setAccessibleDescription(lblFattRiferimento->text());
+    KRVMostraValore(lblFattRiferimento, KRVTestoFatturaRiferimento(fattura));
 }
 
 void TKRVInserimentoNoteAccredito::PulisciCampiPropri()

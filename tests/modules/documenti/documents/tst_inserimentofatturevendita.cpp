@@ -694,9 +694,12 @@ void TestInserimentoFattureVendita::loadedDeliveryNotesAreKeptWithTheInvoice()
     QCOMPARE(lette.at(0).Data, QDate(anno, 2, 3));
 
     // "Nuovo" forgets them; the invoice opened again has them, and saving it
-    // again, with its notes loaded once more, keeps each once.
+    // again, changed or with its notes loaded once more, keeps each once.
     Trigger(m_editor, QStringLiteral("actNuovo"));
     QCOMPARE(m_editor->ApriRecord(id), 0);
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(salvati), attesi);
     carica();
     QCOMPARE(m_editor->Righe()->Righe(), 12);
     Trigger(m_editor, QStringLiteral("actSalva"));
