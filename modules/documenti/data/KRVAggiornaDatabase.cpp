@@ -272,6 +272,20 @@ TQ3SchemaStep CreateNoteDocumenti()
         QStringLiteral("NOTE_DOCUMENTI"), QStringLiteral("NOTA_DOCUMENTI"));
 }
 
+// The delivery notes an invoice was loaded from, each a copy of the note's
+// key, number and date.
+TQ3SchemaStep CreateFattVendDdt()
+{
+    TQ3SchemaStep step = Q3CreateTableStep(
+        QStringLiteral("FATT_VEND_DDT"),
+        QStringLiteral("CREATE TABLE FATT_VEND_DDT (IDFATT_VEND_DDT INTEGER NOT NULL, IDFATT_VEND INTEGER NOT NULL, "
+                       "IDDDT_SCARICO INTEGER, NUMERO VARCHAR(20) NOT NULL, DATA DATE NOT NULL, "
+                       "CONSTRAINT PK_FATT_VEND_DDT PRIMARY KEY(IDFATT_VEND_DDT))"),
+        QStringLiteral("FATT_VEND_DDT"), QStringLiteral("FATT_VEND_DDT"));
+    step.FailureIcon = TQ3MsgIcon::Error;
+    return step;
+}
+
 QStringList CoordinateBancarie()
 {
     QStringList statements;
@@ -404,6 +418,13 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
         Upgrade(noteAccredito, V1_2_0, V1_3_0, ColonneFatturaPA(noteAccredito), error),
         Upgrade(QStringLiteral("FATTURAPA"), QString(), V1_0_0, {QStringLiteral("CREATE SEQUENCE GEN_FPA_PROGRESSIVO")},
                 error),
+        // The invoice a credit note corrects, copied as the customer is.
+        Upgrade(noteAccredito, V1_3_0, V1_4_0,
+                {QStringLiteral("ALTER TABLE NOTE_ACCREDITO ADD FATT_IDFATT_VEND INTEGER"),
+                 QStringLiteral("ALTER TABLE NOTE_ACCREDITO ADD FATT_NUMERO INTEGER"),
+                 QStringLiteral("ALTER TABLE NOTE_ACCREDITO ADD FATT_DATA DATE")},
+                error),
+        CreateFattVendDdt(),
     };
 }
 

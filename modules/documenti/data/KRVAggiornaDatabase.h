@@ -9,7 +9,8 @@
 #include <functional>
 
 // The module's schema history, step by step, in the order it must run: the
-// thirty recorded steps, then the indexes under the key KRV_INDICI.
+// thirty recorded steps, then the indexes under the key KRV_INDICI, then the
+// steps added after them.
 QList<TQ3SchemaStep> KRVSchemaSteps();
 
 // Brings the module's tables to their current shape on the session (the

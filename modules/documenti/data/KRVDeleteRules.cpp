@@ -245,6 +245,7 @@ bool DeleteFatturaVendita(const QSqlDatabase &db, int id, bool ask)
     const QString key = QString::number(id);
     return WrappedDelete(db, "DeleteFatturaVendita",
                          {QStringLiteral("DELETE FROM FATT_VEND_DETT WHERE IDFATT_VEND = ") + key,
+                          QStringLiteral("DELETE FROM FATT_VEND_DDT WHERE IDFATT_VEND = ") + key,
                           QStringLiteral("DELETE FROM FATT_VEND WHERE IDFATT_VEND = ") + key},
                          ask);
 }

@@ -81,15 +81,17 @@ QStringList RigaVoce(const QSqlQuery &query, const TKRVCampiRigaDdt &campi, cons
     return riga;
 }
 
-void CaricaDdt(const QSqlDatabase &db, int chiave, const TKRVAggiungiRiga &aggiungi)
+void CaricaDdt(const QSqlDatabase &db, int chiave, const TKRVAggiungiRiga &aggiungi, const TKRVDdtCaricato &caricato)
 {
     QSqlQuery query = OpenQuery(db, QueryRigheDdt(chiave));
     if (!query.next())
         return;
     const TKRVCampiRigaDdt campi(query.record());
-    aggiungi(RigaTesto(QStringLiteral("-- Rif. D.d.T. n. ") + query.value(campi.Numero).toString()
-                       + QStringLiteral(" del ") + FormatShortDate(query.value(campi.Data).toDate())
-                       + QStringLiteral(" --")));
+    const TKRVDdtFattura ddt{chiave, query.value(campi.Numero).toString(), query.value(campi.Data).toDate()};
+    aggiungi(RigaTesto(QStringLiteral("-- Rif. D.d.T. n. ") + ddt.Numero + QStringLiteral(" del ")
+                       + FormatShortDate(ddt.Data) + QStringLiteral(" --")));
+    if (caricato)
+        caricato(ddt);
     do {
         const QString tipo = query.value(campi.TipoRiga).toString();
         if (tipo == KRVRigaArticolo || tipo == KRVRigaServizio)
@@ -102,8 +104,9 @@ void CaricaDdt(const QSqlDatabase &db, int chiave, const TKRVAggiungiRiga &aggiu
 
 } // namespace
 
-void KRVCaricaDaDdt(const QSqlDatabase &db, const QList<int> &chiavi, const TKRVAggiungiRiga &aggiungi)
+void KRVCaricaDaDdt(const QSqlDatabase &db, const QList<int> &chiavi, const TKRVAggiungiRiga &aggiungi,
+                    const TKRVDdtCaricato &caricato)
 {
     for (const int chiave : chiavi)
-        CaricaDdt(db, chiave, aggiungi);
+        CaricaDdt(db, chiave, aggiungi, caricato);
 }

@@ -145,6 +145,7 @@ bool TKRVArchivioDocumentoVendita::LeggiDocumento(int id, TKRVTestataDocumento &
     m_testata.Open();
     righe.Svuota();
     LeggiRighe(id, righe);
+    LeggiCollegati(m_testata.Connection()->Database(), id, testata);
     return true;
 }
 
@@ -222,6 +223,7 @@ void TKRVArchivioDocumentoVendita::ScriviDocumento(const TKRVTestataDocumento &t
         ExecSQL(db, QStringLiteral("DELETE FROM ") + m_tabelle.Righe + QStringLiteral(" WHERE ") + m_tabelle.Chiave
                         + QLatin1Char('=') + QString::number(id));
         ScriviRighe(righe, id);
+        ScriviCollegati(db, id, testata);
         transazione.Commit();
     } catch (...) {
         m_testata.Cancel();

@@ -4,6 +4,7 @@
 #include "Q3Records.h"
 
 #include <QDate>
+#include <QSqlDatabase>
 #include <QString>
 
 #include <optional>
@@ -64,6 +65,10 @@ protected:
     // The header columns of this kind of document only.
     virtual void LeggiColonneProprie(const TQ3Dataset &, TKRVTestataDocumento &) {}
     virtual void ScriviColonneProprie(TQ3Dataset &, const TKRVTestataDocumento &) {}
+    // The rows of other tables that hang from the document: read once its
+    // lines are, written after them in the save's transaction.
+    virtual void LeggiCollegati(const QSqlDatabase &, int, TKRVTestataDocumento &) {}
+    virtual void ScriviCollegati(const QSqlDatabase &, int, const TKRVTestataDocumento &) {}
 
 private:
     void ScriviTestata(const TKRVTestataDocumento &testata, const TKRVTotaliDocumento &totali);

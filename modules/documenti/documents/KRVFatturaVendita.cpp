@@ -74,3 +74,13 @@ void TKRVArchivioFattureVendita::ScriviColonneProprie(TQ3Dataset &d, const TKRVT
     }
     scrivi("IVA_ESENTE", KRVTestoFlag(testata.IvaEsente));
 }
+
+void TKRVArchivioFattureVendita::LeggiCollegati(const QSqlDatabase &db, int id, TKRVTestataDocumento &testata)
+{
+    static_cast<TKRVTestataFattura &>(testata).Ddt = KRVDdtDellaFattura(db, id);
+}
+
+void TKRVArchivioFattureVendita::ScriviCollegati(const QSqlDatabase &db, int id, const TKRVTestataDocumento &testata)
+{
+    KRVScriviDdtFattura(db, id, static_cast<const TKRVTestataFattura &>(testata).Ddt);
+}

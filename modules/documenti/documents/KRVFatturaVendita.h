@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KRVDdtFattura.h"
 #include "KRVDocumentoVendita.h"
 
 #include <QDate>
@@ -26,15 +27,16 @@ struct TKRVRicorrenza
     QString DataNuovaFattura; // the caption of the chosen option, or empty
 };
 
-// The header of a sales invoice: the common header, its VAT exemption and
-// its recurrence.
+// The header of a sales invoice: the common header, its VAT exemption, its
+// recurrence and the delivery notes it was loaded from.
 struct TKRVTestataFattura : TKRVTestataDocumento
 {
     bool IvaEsente = false;
     TKRVRicorrenza Ricorrenza;
+    QList<TKRVDdtFattura> Ddt;
 };
 
-// Reading and writing sales invoices (FATT_VEND, FATT_VEND_DETT).
+// Reading and writing sales invoices (FATT_VEND, FATT_VEND_DETT, FATT_VEND_DDT).
 class TKRVArchivioFattureVendita : public TKRVArchivioDocumentoVendita
 {
 public:
@@ -48,4 +50,6 @@ protected:
     // The store reads and writes only the headers of its own Leggi and Scrivi.
     void LeggiColonneProprie(const TQ3Dataset &dataset, TKRVTestataDocumento &testata) override;
     void ScriviColonneProprie(TQ3Dataset &dataset, const TKRVTestataDocumento &testata) override;
+    void LeggiCollegati(const QSqlDatabase &db, int id, TKRVTestataDocumento &testata) override;
+    void ScriviCollegati(const QSqlDatabase &db, int id, const TKRVTestataDocumento &testata) override;
 };

@@ -46,14 +46,15 @@ const struct
     {"Partita IVA:", "lblCliPartitaIVA", &TCliente::PARTITAIVA},
 };
 
-// A value label shows the value, "..." when empty, and tells it to screen readers.
-void Mostra(QLabel *etichetta, const QString &testo)
+} // namespace
+
+void KRVMostraValore(QLabel *etichetta, const QString &testo)
 {
     etichetta->setText(testo.isEmpty() ? Vuoto : testo);
     etichetta->setAccessibleDescription(etichetta->text());
 }
 
-QLabel *Valore(const QString &nome)
+QLabel *KRVValore(const QString &nome)
 {
     auto etichetta = new QLabel(Vuoto);
     etichetta->setObjectName(nome);
@@ -62,8 +63,6 @@ QLabel *Valore(const QString &nome)
     etichetta->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return etichetta;
 }
-
-} // namespace
 
 QDateEdit *KRVCampoData(const QString &nome)
 {
@@ -226,7 +225,7 @@ QWidget *TKRVInserimentoDocumentoBase::CreaPaginaGenerale(const QList<QWidget *>
     auto griglia = new QGridLayout(cliente);
     int riga = 0;
     for (const auto &campo : CampiCliente) {
-        QLabel *valore = Valore(QString::fromLatin1(campo.Nome));
+        QLabel *valore = KRVValore(QString::fromLatin1(campo.Nome));
         valore->setAccessibleName(QString::fromUtf8(campo.Caption));
         auto caption = new QLabel(QString::fromUtf8(campo.Caption));
         caption->setBuddy(valore);
@@ -251,7 +250,7 @@ QWidget *TKRVInserimentoDocumentoBase::CreaPaginaGenerale(const QList<QWidget *>
     auto pagamento = new QGroupBox(QStringLiteral(" Tipo di pagamento "));
     pagamento->setObjectName(QStringLiteral("grpTipoPagamento"));
     auto rigaPagamento = new QHBoxLayout(pagamento);
-    lblTipoPagamento = Valore(QStringLiteral("lblTipoPagamento"));
+    lblTipoPagamento = KRVValore(QStringLiteral("lblTipoPagamento"));
     lblTipoPagamento->setAccessibleName(QStringLiteral("Tipo di pagamento"));
     rigaPagamento->addWidget(lblTipoPagamento, 1);
     rigaPagamento->addWidget(KRVPulsante(findChild<QAction *>(QStringLiteral("actSelezionaTipoPagamento"))));
@@ -321,14 +320,14 @@ void TKRVInserimentoDocumentoBase::MostraCliente(const TCliente &cliente)
 {
     m_datiCliente = cliente;
     for (int i = 0; i < m_cliente.size(); ++i)
-        Mostra(m_cliente.at(i), cliente.*CampiCliente[i].Campo);
+        KRVMostraValore(m_cliente.at(i), cliente.*CampiCliente[i].Campo);
 }
 
 void TKRVInserimentoDocumentoBase::ImpostaTipoPagamento(int id, const QString &testo)
 {
     m_idTipoPagamento = id;
     m_tipoPagamento = testo;
-    Mostra(lblTipoPagamento, testo);
+    KRVMostraValore(lblTipoPagamento, testo);
 }
 
 QString TKRVInserimentoDocumentoBase::CodiceCliente() const
@@ -452,7 +451,10 @@ void TKRVInserimentoDocumentoBase::actSelezionaClienteExecute()
         return;
     const TCliente cliente = GetCliente(Sessione(), dialog->ApriSelezionato());
     if (cliente.IDCLIENTE > 0) {
+        const bool altroCliente = cliente.CODICE != m_datiCliente.CODICE;
         MostraCliente(cliente);
+        if (altroCliente)
+            ClienteCambiato();
         const QString tipoPagamento =
             cliente.IDTIPO_PAGAMENTO > 0 ? GetTipoPagamento(Sessione(), cliente.IDTIPO_PAGAMENTO) : QString();
         if (!tipoPagamento.isEmpty()

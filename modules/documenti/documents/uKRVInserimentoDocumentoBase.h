@@ -63,6 +63,8 @@ protected:
     virtual bool NumeroEsistente(int numero, int anno, int id) = 0;
     virtual bool IvaEsente() const { return false; }
     virtual void PulisciCampiPropri() {}
+    // The user chose a customer other than the one the document had.
+    virtual void ClienteCambiato() {}
     // Prints the saved document.
     virtual void Stampa() = 0;
     // The kind of document its electronic invoice is produced from.
@@ -133,3 +135,7 @@ QDateEdit *KRVCampoData(const QString &nome);
 QCheckBox *KRVCasella(const QString &nome, const QString &caption);
 // A tool button showing the action, named "cmd" and the action's name.
 QToolButton *KRVPulsante(QAction *action);
+// A read-only value of the document, shown as written: "..." when empty.
+QLabel *KRVValore(const QString &nome);
+// Shows the value, "..." when empty, and tells it to screen readers.
+void KRVMostraValore(QLabel *etichetta, const QString &testo);

@@ -29,6 +29,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 TKRVInserimentoInfo InfoFattura()
@@ -133,6 +135,7 @@ bool TKRVInserimentoFattureVendita::IvaEsente() const
 void TKRVInserimentoFattureVendita::PulisciCampiPropri()
 {
     m_dataNuovaFatturaLetta.clear();
+    m_ddt.clear();
     chkIvaEsente->setChecked(false);
     chkGeneraFattureCicliche->setChecked(false);
     AggiornaStatoControlliFattureCicliche();
@@ -159,6 +162,7 @@ void TKRVInserimentoFattureVendita::MostraFattura(const TKRVTestataFattura &test
         }
     }
     chkIvaEsente->setChecked(testata.IvaEsente);
+    m_ddt = testata.Ddt;
 }
 
 TKRVTestataFattura TKRVInserimentoFattureVendita::Testata() const
@@ -177,6 +181,7 @@ TKRVTestataFattura TKRVInserimentoFattureVendita::Testata() const
             ricorrenza.DataNuovaFattura = opzione->text();
     }
     testata.IvaEsente = chkIvaEsente->isChecked();
+    testata.Ddt = m_ddt;
     return testata;
 }
 
@@ -289,6 +294,8 @@ void TKRVInserimentoFattureVendita::ImpostaFatturaCiclica()
         dtpData->setDate(oggi);
         chkGeneraFattureCicliche->setChecked(false);
         chkPagato->setChecked(false);
+        // The copy was loaded from no delivery note.
+        m_ddt.clear();
         dtpScadenzaPagamento->setDate(oggi);
         chkScadenzaPagamento->setChecked(false);
         AggiornaStatoControlliFattureCicliche();
@@ -345,8 +352,15 @@ void TKRVInserimentoFattureVendita::actCaricaDaDdtExecute()
             Griglia()->AdattaAltezzeRighe();
             SetModified(true);
         });
-        KRVCaricaDaDdt(Main().Sessione(), dialog->GetSelected(),
-                       [this](const QStringList &riga) { Righe()->AccodaRiga(riga); });
+        KRVCaricaDaDdt(
+            Main().Sessione(), dialog->GetSelected(), [this](const QStringList &riga) { Righe()->AccodaRiga(riga); },
+            [this](const TKRVDdtFattura &ddt) {
+                // A note loaded again is still one note of the invoice.
+                const bool nuova = std::none_of(m_ddt.cbegin(), m_ddt.cend(),
+                                                [&ddt](const TKRVDdtFattura &d) { return d.IdDdt == ddt.IdDdt; });
+                if (nuova)
+                    m_ddt.append(ddt);
+            });
     }
     Q3MessageBox(QStringLiteral("Informazioni"), QStringLiteral("Caricamento completato"), TQ3MsgIcon::Information);
 }

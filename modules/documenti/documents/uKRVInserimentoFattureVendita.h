@@ -60,4 +60,5 @@ private:
     QGroupBox *grpDataNuoveFatture = nullptr;
     QList<QRadioButton *> m_dataNuoveFatture;
     QString m_dataNuovaFatturaLetta; // the rule as stored, kept while no option is chosen
+    QList<TKRVDdtFattura> m_ddt;     // the delivery notes the invoice was loaded from
 };

@@ -4,7 +4,14 @@
 
 #include "KRVDeleteRules.h"
 #include "KRVNumbering.h"
+#include "Q3Messages.h"
+#include "uKRVFormKit.h"
+#include "uKRVImages.h"
+#include "uKRVModSelezionaFatturaVendita.h"
 #include "uKRVServiziFinestre.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
 
 namespace {
 
@@ -34,7 +41,7 @@ TKRVInserimentoNoteAccredito::TKRVInserimentoNoteAccredito(IKRVMain &main)
       m_archivio(std::make_unique<TKRVArchivioNoteAccredito>(*main.Dataset(QStringLiteral("adsNoteAccredito"))))
 {
     setObjectName(QStringLiteral("KRVInserimentoNoteAccredito"));
-    CreaContenuto(CreaPaginaGenerale({}, nullptr), QStringLiteral("Righe documento "),
+    CreaContenuto(CreaPaginaGenerale({}, CreaFatturaRiferimento()), QStringLiteral("Righe documento "),
                   QStringLiteral("tsRigheDocumento"));
     FormCreate();
 }
@@ -51,19 +58,21 @@ bool TKRVInserimentoNoteAccredito::NumeroEsistente(int numero, int anno, int id)
     return NotaAccreditoExists(Sessione(), numero, anno, id);
 }
 
-TKRVTestataDocumento TKRVInserimentoNoteAccredito::Testata() const
+TKRVTestataNota TKRVInserimentoNoteAccredito::Testata() const
 {
-    TKRVTestataDocumento testata;
+    TKRVTestataNota testata;
     LeggiTestata(testata);
+    testata.Fattura = m_fattura;
     return testata;
 }
 
 bool TKRVInserimentoNoteAccredito::LeggiRecord(int id)
 {
-    TKRVTestataDocumento testata;
+    TKRVTestataNota testata;
     if (!m_archivio->Leggi(id, testata, *Righe()))
         return false;
     MostraTestata(testata);
+    MostraFatturaRiferimento(testata.Fattura);
     DopoLettura();
     return true;
 }
@@ -78,4 +87,72 @@ void TKRVInserimentoNoteAccredito::ScriviRecord()
 void TKRVInserimentoNoteAccredito::Stampa()
 {
     StampaNotaAccredito(IdRecord());
+}
+
+// The invoice the note corrects, chosen among its customer's saved invoices.
+QWidget *TKRVInserimentoNoteAccredito::CreaFatturaRiferimento()
+{
+    QAction *seleziona = KRVCreaAzione(this, QStringLiteral("actSelezionaFattura"), QStringLiteral("Seleziona fattura"),
+                                       KRVImgFatture, [this] { actSelezionaFatturaExecute(); });
+    QAction *rimuovi = KRVCreaAzione(this, QStringLiteral("actRimuoviFattura"), QStringLiteral("Nessuna fattura"),
+                                     KRVImgAnnulla, [this] { actRimuoviFatturaExecute(); });
+    auto gruppo = new QGroupBox(QStringLiteral(" Fattura di riferimento "));
+    gruppo->setObjectName(QStringLiteral("grpFattRiferimento"));
+    lblFattRiferimento = KRVValore(QStringLiteral("lblFattRiferimento"));
+    lblFattRiferimento->setAccessibleName(QStringLiteral("Fattura di riferimento"));
+    auto riga = new QHBoxLayout(gruppo);
+    riga->addWidget(lblFattRiferimento, 1);
+    for (QAction *azione : {seleziona, rimuovi}) {
+        QToolButton *pulsante = KRVPulsante(azione);
+        pulsante->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        riga->addWidget(pulsante);
+    }
+    return gruppo;
+}
+
+void TKRVInserimentoNoteAccredito::MostraFatturaRiferimento(const TKRVFatturaRiferimento &fattura)
+{
+    m_fattura = fattura;
+    KRVMostraValore(lblFattRiferimento, KRVTestoFatturaRiferimento(fattura));
+}
+
+void TKRVInserimentoNoteAccredito::PulisciCampiPropri()
+{
+    MostraFatturaRiferimento({});
+}
+
+// An invoice of one customer is no reference for a note to another.
+void TKRVInserimentoNoteAccredito::ClienteCambiato()
+{
+    MostraFatturaRiferimento({});
+}
+
+void TKRVInserimentoNoteAccredito::actSelezionaFatturaExecute()
+{
+    const QString cliente = CodiceCliente();
+    if (cliente.isEmpty()) {
+        Q3ShowWarning(QStringLiteral("Selezionare prima il cliente."));
+        return;
+    }
+    const TKRVAzione azione = TKRVAzione::ModSelezionaFatturaVendita;
+    Main().Run(azione);
+    auto dialog = Main().FormAs<TKRVModSelezionaFatturaVendita>(azione);
+    if (!dialog)
+        return;
+    dialog->SetCliente(cliente);
+    if (dialog->exec() != QDialog::Accepted)
+        return;
+    const TKRVFatturaRiferimento fattura = KRVFatturaVendita(Sessione(), dialog->ApriSelezionato());
+    if (fattura.Vuota())
+        return;
+    MostraFatturaRiferimento(fattura);
+    SetModified(true);
+}
+
+void TKRVInserimentoNoteAccredito::actRimuoviFatturaExecute()
+{
+    if (m_fattura.Vuota())
+        return;
+    MostraFatturaRiferimento({});
+    SetModified(true);
 }

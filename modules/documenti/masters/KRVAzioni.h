@@ -42,6 +42,7 @@ enum class TKRVAzione {
     ModSelezionaDdtScaricoMulti,
     StatisticheFatturatoClientiServizi,
     ModSelezionaNotaDocumenti,
+    ModSelezionaFatturaVendita,
 };
 
 inline size_t qHash(TKRVAzione azione, size_t seed = 0) noexcept

@@ -22,6 +22,7 @@
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
 #include "uKRVModSelezionaDdtScaricoMulti.h"
+#include "uKRVModSelezionaFatturaVendita.h"
 #include "uKRVModSelezionaNotaDocumenti.h"
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
@@ -344,6 +345,14 @@ const QList<TKRVActionInfo> &KRVActionCatalogue()
          S::CreateOnly,
          KRVImgFatture,
          KRVSelectionDialog<TKRVModSelezionaNotaDocumenti>()},
+        {A::ModSelezionaFatturaVendita,
+         "actModSelezionaFatturaVendita",
+         "Modali",
+         "Seleziona...",
+         {},
+         S::CreateOnly,
+         KRVImgFatture,
+         KRVSelectionDialog<TKRVModSelezionaFatturaVendita>()},
     };
     return catalogue;
 }

@@ -32,10 +32,11 @@ inline QStringList FinalModuleVersions()
             QStringLiteral("CLIENTI|1.4.0"),
             QStringLiteral("FATTURAPA|1.0.0"),
             QStringLiteral("FATT_VEND|1.6.0"),
+            QStringLiteral("FATT_VEND_DDT|1.0.0"),
             QStringLiteral("FATT_VEND_DETT|1.4.0"),
             QStringLiteral("KRV_ABILITAZIONI|1.0.1"),
             QStringLiteral("KRV_INDICI|1.0.0"),
-            QStringLiteral("NOTE_ACCREDITO|1.3.0"),
+            QStringLiteral("NOTE_ACCREDITO|1.4.0"),
             QStringLiteral("NOTE_ACCREDITO_DETT|1.1.0"),
             QStringLiteral("NOTE_DOCUMENTI|1.0.0"),
             QStringLiteral("SERVIZI|1.0.0"),
@@ -169,7 +170,8 @@ inline QList<TModuleTable> ModuleTables()
             table("SERVIZI", "SERVIZIO"),
             table("CLIENTI", "CLIENTE"),
             table("ANA_MAGA", "ANA_MAGA"),
-            table("NOTE_DOCUMENTI", "NOTA_DOCUMENTI")};
+            table("NOTE_DOCUMENTI", "NOTA_DOCUMENTI"),
+            table("FATT_VEND_DDT", "FATT_VEND_DDT")};
 }
 
 // The seed rows as they read back, text columns as stored and amounts with their scale.

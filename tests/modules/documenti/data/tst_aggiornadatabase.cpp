@@ -14,8 +14,18 @@ namespace {
 const QString UpgradeError = QStringLiteral("Errore durante l'aggiornamento del database!");
 
 // The thirty recorded steps, the index step after them and the later ones.
-constexpr int AllSteps = 38;
+constexpr int AllSteps = 40;
 constexpr int IndexStep = 31;
+
+// A credit note as the first release stored it, number 1 of 2020.
+void InsertFirstCreditNote(const TQ3TestDatabase &db)
+{
+    db.Exec(QStringLiteral(
+        "INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
+        "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
+        "TOTALE_DOCUMENTO) VALUES (0, 1, '2020-02-04', 2020, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', "
+        "'False', 10, 2.2, 12.2)"));
+}
 
 // The one failure box of a step, with the icon it shows.
 void VerifyOneFailureBox(const TQ3RecordingResponder &boxes, TQ3MsgIcon icon)
@@ -77,6 +87,7 @@ private slots:
     void eInvoiceColumnsFilledOnExistingRows();
     void eInvoiceColumnsAreRequired();
     void producedFileColumnsAndProgressive();
+    void invoiceReferencesOnExistingRows();
     void failedStepRollsBackWholeStep();
     void failedLaterStepShowsErrorIcon();
     void failedFlagStepSkipsLaterStepsOfItsKey();
@@ -160,6 +171,8 @@ void TestAggiornaDatabase::stepsFollowTheRecordedHistory()
         {"FATT_VEND", "1.5.0", "1.6.0", error},
         {"NOTE_ACCREDITO", "1.2.0", "1.3.0", error},
         {"FATTURAPA", "", "1.0.0", error},
+        {"NOTE_ACCREDITO", "1.3.0", "1.4.0", error},
+        {"FATT_VEND_DDT", "", "1.0.0", error},
     };
     const QList<TQ3SchemaStep> steps = KRVSchemaSteps();
     QCOMPARE(steps.size(), AllSteps);
@@ -328,7 +341,8 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29, 30, 32 and 36 run.
-    QCOMPARE(recorder.StepStatements(), StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38}));
+    QCOMPARE(recorder.StepStatements(),
+             StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40}));
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
@@ -598,11 +612,7 @@ void TestAggiornaDatabase::flagColumnsFilledOnExistingRows()
                        "CLI_PARTITAIVA, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
                        "TOTALE_DOCUMENTO, FC_ABILITATO) VALUES (0, 1, '2020-02-03', 2020, 'C001', 'Rossi Srl', "
                        "'01234567890', 1, 'Rimessa diretta', 'True', 100, 22, 122, 'False')"));
-    db.Exec(QStringLiteral(
-        "INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
-        "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, "
-        "TOTALE_DOCUMENTO) VALUES (0, 1, '2020-02-04', 2020, 'C001', 'Rossi Srl', 1, 'Rimessa diretta', "
-        "'False', 10, 2.2, 12.2)"));
+    InsertFirstCreditNote(db);
 
     TQ3RecordingResponder boxes;
     AggiornaDatabase(module.Db());
@@ -673,7 +683,7 @@ void TestAggiornaDatabase::producedFileColumnsAndProgressive()
 {
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
-    RunFirstSteps(db.Db(), AllSteps - 3);
+    RunFirstSteps(db.Db(), AllSteps - 5);
     db.Exec(QStringLiteral("INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
                            "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, "
                            "TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTIFICATO) "
@@ -684,7 +694,7 @@ void TestAggiornaDatabase::producedFileColumnsAndProgressive()
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
-    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.4.0"));
     QCOMPARE(Version(db, QStringLiteral("FATTURAPA")), QStringLiteral("1.0.0"));
     for (const char *table : {"FATT_VEND", "NOTE_ACCREDITO"}) {
         QCOMPARE(ColumnLength(db, QString::fromLatin1(table), QStringLiteral("FPA_NOME_FILE")), 30);
@@ -700,6 +710,33 @@ void TestAggiornaDatabase::producedFileColumnsAndProgressive()
     const QString prossimo = QStringLiteral("SELECT NEXT VALUE FOR GEN_FPA_PROGRESSIVO FROM RDB$DATABASE");
     QCOMPARE(db.Scalar(prossimo).toInt(), 1);
     QCOMPARE(db.Scalar(prossimo).toInt(), 2);
+    QCOMPARE(SchemaMetadata(db), m_finalMetadata);
+}
+
+// An existing credit note refers to no invoice; the invoices' delivery notes
+// have their own table, key and generator.
+void TestAggiornaDatabase::invoiceReferencesOnExistingRows()
+{
+    TKRVDaAggiornare module;
+    const TQ3TestDatabase &db = module.Database;
+    RunFirstSteps(db.Db(), AllSteps - 2);
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
+    QVERIFY(!Q3TableExists(db.Db(), QStringLiteral("FATT_VEND_DDT")));
+    InsertFirstCreditNote(db);
+
+    TQ3RecordingResponder boxes;
+    AggiornaDatabase(module.Db());
+    QVERIFY(boxes.Messages().isEmpty());
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.4.0"));
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND_DDT")), QStringLiteral("1.0.0"));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, FATT_IDFATT_VEND, FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO")),
+             QStringList({QStringLiteral("1|<null>|<null>|<null>")}));
+    db.Exec(QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA) "
+                           "VALUES (5, NULL, '12/B', '2020-02-01')"));
+    QCOMPARE(db.Rows(QStringLiteral("SELECT IDFATT_VEND_DDT, IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA "
+                                    "FROM FATT_VEND_DDT")),
+             QStringList({QStringLiteral("1|5|<null>|12/B|2020-02-01")}));
+    QCOMPARE(ColumnLength(db, QStringLiteral("FATT_VEND_DDT"), QStringLiteral("NUMERO")), 20);
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
 }
 
@@ -741,7 +778,7 @@ void TestAggiornaDatabase::failedLaterStepShowsErrorIcon()
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.1.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("CLIENTI"), QStringLiteral("PARTITAIVA")), 11);
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
-    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.4.0"));
 
     // The failed step is tried again at the next start.
     db.Exec(QStringLiteral("ALTER TABLE CLIENTI ADD INDIRIZZO VARCHAR(50)"));
@@ -766,7 +803,7 @@ void TestAggiornaDatabase::failedFlagStepSkipsLaterStepsOfItsKey()
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.1.0"));
     QCOMPARE(ColumnLength(db, QStringLiteral("FATT_VEND"), QStringLiteral("CLI_PARTITAIVA")), 11);
     QVERIFY(!ColumnExists(db, QStringLiteral("FATT_VEND"), QStringLiteral("IVA_ESENTE")));
-    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
+    QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.4.0"));
 }
 
 void TestAggiornaDatabase::stepDoneMeanwhileByAnotherWorkstationIsSkipped()

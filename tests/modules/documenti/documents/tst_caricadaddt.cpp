@@ -36,6 +36,7 @@ private slots:
     void noteWithoutLinesAddsNothing();
     void sameNoteTwiceAddsItsLinesTwiceAndWritesNothing();
     void failureKeepsTheLinesHandedOnBefore();
+    void notesWithLinesReportTheirKeyNumberAndDate();
 
 private:
     QList<QStringList> Carica(const QList<int> &chiavi) const;
@@ -175,6 +176,23 @@ void TestCaricaDaDdt::failureKeepsTheLinesHandedOnBefore()
     QCOMPARE(righe.size(), 3);
     QCOMPARE(righe.at(0), Testo(QStringLiteral("-- Rif. D.d.T. n. 8 del 03/02/26 --")));
     QCOMPARE(righe.at(2), Testo(QStringLiteral("-- --")));
+}
+
+// The caller learns which notes went into the invoice, in the order given:
+// a note without lines is not one of them.
+void TestCaricaDaDdt::notesWithLinesReportTheirKeyNumberAndDate()
+{
+    QStringList riportate;
+    int righe = 0;
+    KRVCaricaDaDdt(
+        m_db->Db(), {11, 12, 10}, [&righe](const QStringList &) { ++righe; },
+        [&](const TKRVDdtFattura &ddt) {
+            riportate << QStringLiteral("%1|%2|%3 after %4 lines")
+                             .arg(ddt.IdDdt)
+                             .arg(ddt.Numero, ddt.Data.toString(Qt::ISODate))
+                             .arg(righe);
+        });
+    QCOMPARE(riportate, (QStringList{"11|8|2026-02-03 after 1 lines", "10|7|2026-01-15 after 4 lines"}));
 }
 
 QTEST_GUILESS_MAIN(TestCaricaDaDdt)

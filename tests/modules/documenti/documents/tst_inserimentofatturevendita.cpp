@@ -1,4 +1,5 @@
 // The sales invoice editor driven as a user would, on a real database.
+#include "KRVDdtFattura.h"
 #include "KRVDdtTestRows.h"
 #include "KRVFattureTestKit.h"
 #include "KRVModuloFratello.h"
@@ -77,6 +78,8 @@ private slots:
     void noteAppendedAfterTheExistingNotes();
     void loadingFromDeliveryNotesNeedsTheWarehouse();
     void loadingFromTwoDeliveryNotes();
+    void loadedDeliveryNotesAreKeptWithTheInvoice();
+    void recurringCopyCarriesNoDeliveryNotes();
     void printingNeedsASavedInvoice_mofiche_quirkKept();
     void numberSavedFirstByAnotherWorkstationFailsTheSave_quirkKept();
     void afterAFailedSaveAnotherNumberStoresTheInvoiceOnce();
@@ -86,6 +89,20 @@ private slots:
     void dueDateAndExemptionFollowTheScreenReadersToggle();
     void unknownStoredDayRuleSurvivesLaterSaves();
     void recurringCopySavesOneLineBreakPerSeparator();
+
+private:
+    // The delivery notes of the year: n. 7 (15 January, an article) and n. 8
+    // (3 February, a text) of Bianchi, n. 9 (4 February, no lines) of Verdi.
+    void InsertDdtDiProva(int anno) const
+    {
+        LoadDdtTables(Db());
+        InsertDdt(Db(), 10, 7, QDate(anno, 1, 15), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."));
+        InsertDdt(Db(), 11, 8, QDate(anno, 2, 3), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."));
+        InsertDdt(Db(), 12, 9, QDate(anno, 2, 4), QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"));
+        InsertRigaVoce(Db(), 101, 10, QStringLiteral("Articolo"), QStringLiteral("ART1"), QStringLiteral("Rubinetto"),
+                       QStringLiteral("5.5, 1, 12.5, 2, 25, 1, '20', 1, 'PEZZI'"));
+        InsertRigaTesto(Db(), 102, 11, QStringLiteral("Testo"), QStringLiteral("Consegna al piano"));
+    }
 };
 
 void TestInserimentoFattureVendita::opensOnANewInvoice()
@@ -611,14 +628,8 @@ void TestInserimentoFattureVendita::loadingFromDeliveryNotesNeedsTheWarehouse()
 void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
 {
     TKRVModuloFratello magazzino(QStringLiteral("Magazzino"));
-    LoadDdtTables(Db());
     const int anno = QDate::currentDate().year();
-    InsertDdt(Db(), 10, 7, QDate(anno, 1, 15), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."));
-    InsertDdt(Db(), 11, 8, QDate(anno, 2, 3), QStringLiteral("CLN0000001"), QStringLiteral("Bianchi S.p.A."));
-    InsertDdt(Db(), 12, 9, QDate(anno, 2, 4), QStringLiteral("CLN0000002"), QStringLiteral("Verdi Mario"));
-    InsertRigaVoce(Db(), 101, 10, QStringLiteral("Articolo"), QStringLiteral("ART1"), QStringLiteral("Rubinetto"),
-                   QStringLiteral("5.5, 1, 12.5, 2, 25, 1, '20', 1, 'PEZZI'"));
-    InsertRigaTesto(Db(), 102, 11, QStringLiteral("Testo"), QStringLiteral("Consegna al piano"));
+    InsertDdtDiProva(anno);
     Editor();
     ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
     QStringList mostrate;
@@ -647,6 +658,79 @@ void TestInserimentoFattureVendita::loadingFromTwoDeliveryNotes()
     Trigger(m_editor, QStringLiteral("actSalva"));
     QCOMPARE(Db().Rows(QStringLiteral("SELECT TOTALE_IMPONIBILE, TOTALE_DOCUMENTO FROM FATT_VEND")),
              QStringList{QStringLiteral("25|30")});
+}
+
+// The delivery notes an invoice was loaded from are saved with it, once each
+// however often it is saved or a note loaded, read back when it is opened,
+// and deleted with it.
+void TestInserimentoFattureVendita::loadedDeliveryNotesAreKeptWithTheInvoice()
+{
+    TKRVModuloFratello magazzino(QStringLiteral("Magazzino"));
+    const int anno = QDate::currentDate().year();
+    InsertDdtDiProva(anno);
+    const auto carica = [this] {
+        QTimer::singleShot(0, m_editor, [this] {
+            auto dialog = m_module->Main->FormAs<TKRVModSelezionaDdtScaricoMulti>(
+                QStringLiteral("actModSelezionaDdtScaricoMulti"));
+            Trigger(dialog, QStringLiteral("actSelezionaTutti"));
+            dialog->accept();
+        });
+        Trigger(m_editor, QStringLiteral("actCaricaDaDdt"));
+    };
+    const QString salvati = QStringLiteral("SELECT IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA FROM FATT_VEND_DDT "
+                                           "ORDER BY IDFATT_VEND_DDT");
+    Editor();
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    carica();
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    const int id = m_editor->IdRecord();
+    const QStringList attesi{QStringLiteral("%1|11|8|%2-02-03").arg(id).arg(anno),
+                             QStringLiteral("%1|10|7|%2-01-15").arg(id).arg(anno)};
+    QCOMPARE(Db().Rows(salvati), attesi);
+    const QList<TKRVDdtFattura> lette = KRVDdtDellaFattura(Db().Db(), id);
+    QCOMPARE(lette.size(), 2);
+    QCOMPARE(lette.at(0).IdDdt, 11);
+    QCOMPARE(lette.at(0).Numero, QStringLiteral("8"));
+    QCOMPARE(lette.at(0).Data, QDate(anno, 2, 3));
+
+    // "Nuovo" forgets them; the invoice opened again has them, and saving it
+    // again, changed or with its notes loaded once more, keeps each once.
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    Click(Field<QCheckBox>(m_editor, QStringLiteral("chkPagato")));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(salvati), attesi);
+    carica();
+    QCOMPARE(m_editor->Righe()->Righe(), 12);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Db().Rows(salvati), attesi);
+
+    // A new invoice starts without them.
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QVERIFY(SaveReady() != id);
+    QCOMPARE(Db().Rows(salvati), attesi);
+
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actElimina"));
+    QCOMPARE(Db().Rows(salvati), QStringList());
+}
+
+void TestInserimentoFattureVendita::recurringCopyCarriesNoDeliveryNotes()
+{
+    TKRVModuloFratello attivita(QStringLiteral("Attivita"));
+    const int id = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2024);
+    Db().Exec(QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA) VALUES (%1, 10, "
+                             "'7', '2024-01-10')")
+                  .arg(id));
+    Editor();
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    m_editor->ImpostaFatturaCiclica();
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_editor->IdRecord() != id);
+    QCOMPARE(Db().Rows(QStringLiteral("SELECT IDFATT_VEND, NUMERO FROM FATT_VEND_DDT")),
+             QStringList{QStringLiteral("%1|7").arg(id)});
 }
 
 void TestInserimentoFattureVendita::printingNeedsASavedInvoice_mofiche_quirkKept()

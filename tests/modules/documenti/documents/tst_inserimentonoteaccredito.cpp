@@ -1,11 +1,13 @@
 // The credit note editor driven as a user would, on a real database.
 #include "../printing/KRVStampeTestKit.h"
+#include "KRVFatturaRiferimento.h"
 #include "KRVFattureTestKit.h"
 #include "Q3Registry.h"
 #include "uKRVGrigliaRighe.h"
 #include "uKRVInserimentoNoteAccredito.h"
 #include "uKRVModSelezionaArticolo.h"
 #include "uKRVModSelezionaCliente.h"
+#include "uKRVModSelezionaFatturaVendita.h"
 #include "uKRVModSelezionaServizio.h"
 #include "uKRVModSelezionaTipoPagamento.h"
 
@@ -55,16 +57,47 @@ private slots:
     void afterAFailedSaveTheNextSaveStoresTheCreditNoteOnce();
     void reopenedCreditNoteShowsItsLines();
     void closingAsksToSave();
+    void creditNoteRefersToAnInvoiceOfItsCustomer();
+    void changingTheCustomerClearsTheInvoice();
+    void choosingAnInvoiceNeedsACustomer();
 
 private:
     QSpinBox *Numero() const { return Field<QSpinBox>(m_editor, QStringLiteral("txtNumero")); }
     QStringList LineKeys() const;
+    QStringList ScegliFattura(const QString &numero);
+    QStringList Riferimento() const
+    {
+        return Db().Rows(QStringLiteral("SELECT FATT_IDFATT_VEND, FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO"));
+    }
 };
 
 QStringList TestInserimentoNoteAccredito::LineKeys() const
 {
     return Db().Rows(
         QStringLiteral("SELECT IDNOTA_ACCREDITO_DETT FROM NOTE_ACCREDITO_DETT ORDER BY IDNOTA_ACCREDITO_DETT"));
+}
+
+// "Seleziona fattura", choosing the invoice of that number in the dialog it
+// shows ("Annulla" when there is none); answers the numbers the dialog listed.
+QStringList TestInserimentoNoteAccredito::ScegliFattura(const QString &numero)
+{
+    QStringList elencate;
+    QTimer::singleShot(0, m_editor, [this, &elencate, numero] {
+        auto dialog =
+            m_module->Main->FormAs<TKRVModSelezionaFatturaVendita>(QStringLiteral("actModSelezionaFatturaVendita"));
+        if (!dialog || !dialog->isVisible())
+            return;
+        elencate = Column(dialog->gridRisultati(), 1);
+        const int row = RowOf(dialog->gridRisultati(), 1, numero);
+        if (row < 0) {
+            Trigger(dialog, QStringLiteral("actAnnulla"));
+            return;
+        }
+        SelectRow(dialog->gridRisultati(), row);
+        Trigger(dialog, QStringLiteral("actOK"));
+    });
+    Trigger(m_editor, QStringLiteral("actSelezionaFattura"));
+    return elencate;
 }
 
 void TestInserimentoNoteAccredito::opensOnANewCreditNote()
@@ -402,6 +435,89 @@ void TestInserimentoNoteAccredito::printFailureShowsItsOwnMessage()
     QCOMPARE(ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actStampa")); }),
              QStringList{"Output Options"});
     QCOMPARE(m_responder->Messages().size(), 1);
+}
+
+// The note refers to one of its customer's invoices, newest first in the
+// list; the reference is saved as a copy, which outlives the invoice, and
+// "Nessuna fattura" takes it away.
+void TestInserimentoNoteAccredito::creditNoteRefersToAnInvoiceOfItsCustomer()
+{
+    const int dodici = KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2025, QStringLiteral("CLN0000001"));
+    Db().Exec(QStringLiteral("UPDATE FATT_VEND SET DATA = '2025-03-05' WHERE IDFATT_VEND = ")
+              + QString::number(dodici));
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 7, 2025, QStringLiteral("CLN0000001"));
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 30, 2025, QStringLiteral("CLN0000002"));
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 3, 2024, QStringLiteral("CLN0000001"));
+    Editor();
+    QLabel *fattura = Label("lblFattRiferimento");
+    QCOMPARE(fattura->text(), QStringLiteral("..."));
+    QCOMPARE(fattura->accessibleName(), QStringLiteral("Fattura di riferimento"));
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    QCOMPARE(ScegliFattura(QStringLiteral("12")), (QStringList{"12", "7", "3"}));
+    QCOMPARE(fattura->text(), QStringLiteral("n. 12 del 05/03/2025"));
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_responder->Messages().isEmpty());
+    const int id = m_editor->IdRecord();
+    QCOMPARE(Riferimento(), QStringList{QStringLiteral("%1|12|2025-03-05").arg(dodici)});
+
+    // The invoice deleted later: the note still names it.
+    Db().Exec(QStringLiteral("DELETE FROM FATT_VEND WHERE IDFATT_VEND = ") + QString::number(dodici));
+    Trigger(m_editor, QStringLiteral("actNuovo"));
+    QCOMPARE(fattura->text(), QStringLiteral("..."));
+    QCOMPARE(m_editor->ApriRecord(id), 0);
+    QCOMPARE(fattura->text(), QStringLiteral("n. 12 del 05/03/2025"));
+    QVERIFY(!m_editor->Modified());
+    const TKRVFatturaRiferimento letta = KRVFatturaDellaNota(Db().Db(), id);
+    QCOMPARE(letta.IdFattura, dodici);
+    QCOMPARE(letta.Numero, 12);
+    QCOMPARE(letta.Data, QDate(2025, 3, 5));
+
+    Trigger(m_editor, QStringLiteral("actRimuoviFattura"));
+    QCOMPARE(fattura->text(), QStringLiteral("..."));
+    QVERIFY(m_editor->Modified());
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QVERIFY(m_responder->Messages().isEmpty());
+    QCOMPARE(Riferimento(), QStringList{QStringLiteral("<null>|<null>|<null>")});
+    QVERIFY(KRVFatturaDellaNota(Db().Db(), id).Vuota());
+}
+
+// An invoice of one customer is no reference for a note to another.
+void TestInserimentoNoteAccredito::changingTheCustomerClearsTheInvoice()
+{
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2025, QStringLiteral("CLN0000001"));
+    Editor();
+    QLabel *fattura = Label("lblFattRiferimento");
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    ScegliFattura(QStringLiteral("12"));
+    QCOMPARE(fattura->text(), QStringLiteral("n. 12 del 15/01/2025"));
+    // The same customer chosen again keeps it.
+    m_responder->Enqueue(TQ3MsgResult::No);
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000001"));
+    QCOMPARE(fattura->text(), QStringLiteral("n. 12 del 15/01/2025"));
+    m_responder->Enqueue(TQ3MsgResult::No);
+    ChooseCustomer(*m_module, m_editor, QStringLiteral("CLN0000002"));
+    QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("CLN0000002"));
+    QCOMPARE(fattura->text(), QStringLiteral("..."));
+    // The new customer has no invoice to offer.
+    QCOMPARE(ScegliFattura(QStringLiteral("12")), QStringList());
+    QCOMPARE(fattura->text(), QStringLiteral("..."));
+    AddArticle(*m_module, m_editor, QStringLiteral("ART1"));
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(Riferimento(), QStringList{QStringLiteral("<null>|<null>|<null>")});
+}
+
+void TestInserimentoNoteAccredito::choosingAnInvoiceNeedsACustomer()
+{
+    KRVInsertDocumento(Db(), QStringLiteral("FATT_VEND"), 12, 2025, QStringLiteral("CLN0000001"));
+    Editor();
+    const QStringList finestre = ModalTitlesWhile([this] { Trigger(m_editor, QStringLiteral("actSelezionaFattura")); });
+    QCOMPARE(finestre, QStringList());
+    QCOMPARE(m_responder->Messages().size(), 1);
+    KRV_COMPARE_BOX(m_responder->Messages().at(0), "Attenzione", "Selezionare prima il cliente.", Warning, Ok);
+    QCOMPARE(Label("lblFattRiferimento")->text(), QStringLiteral("..."));
+    QVERIFY(!m_editor->Modified());
 }
 
 QTEST_MAIN(TestInserimentoNoteAccredito)

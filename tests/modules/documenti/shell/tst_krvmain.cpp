@@ -64,7 +64,7 @@ private slots:
 void TestKRVMain::catalogueHasTheModuleActions()
 {
     TKRVTestModule module;
-    QCOMPARE(module.Main->actListModDocumenti().size(), 36);
+    QCOMPARE(module.Main->actListModDocumenti().size(), 37);
     QCOMPARE(module.Main->parent(), qApp);
     const QAction *action = module.Main->Action(QStringLiteral("actModSelezionaDdtScaricoMulti"));
     QCOMPARE(action->text(), QStringLiteral("actModSelezionaDdtScaricoMulti"));
@@ -143,6 +143,7 @@ void TestKRVMain::everyActionOpensItsWindow_aDisabledOneDoesNothing()
                                  "actInserimentoNoteDocumenti",
                                  "actModSelezionaNotaDocumenti",
                                  "actModSelezionaDdtScaricoMulti",
+                                 "actModSelezionaFatturaVendita",
                                  "actInserimentoNoteAccredito",
                                  "actRicercaNoteAccredito",
                                  "actModStampaRiepilogoFatture",

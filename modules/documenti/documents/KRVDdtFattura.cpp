@@ -1,0 +1,38 @@
+#include "KRVDdtFattura.h"
+
+#include "Q3Exception.h"
+#include "Q3Sql.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+QList<TKRVDdtFattura> KRVDdtDellaFattura(const QSqlDatabase &db, int idFattura)
+{
+    QSqlQuery query = OpenQuery(db, QStringLiteral("SELECT IDDDT_SCARICO, NUMERO, DATA FROM FATT_VEND_DDT "
+                                                   "WHERE IDFATT_VEND = ")
+                                        + QString::number(idFattura) + QStringLiteral(" ORDER BY IDFATT_VEND_DDT"));
+    QList<TKRVDdtFattura> ddt;
+    while (query.next())
+        ddt.append({query.value(0).toInt(), query.value(1).toString(), query.value(2).toDate()});
+    return ddt;
+}
+
+void KRVScriviDdtFattura(const QSqlDatabase &db, int idFattura, const QList<TKRVDdtFattura> &ddt)
+{
+    ExecSQL(db, QStringLiteral("DELETE FROM FATT_VEND_DDT WHERE IDFATT_VEND = ") + QString::number(idFattura));
+    if (ddt.isEmpty())
+        return;
+    QSqlQuery insert(db);
+    // Each row takes its key from the table's trigger.
+    if (!insert.prepare(
+            QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA) VALUES (?, ?, ?, ?)")))
+        throw EQ3Exception(SqlErrorText(insert.lastError()));
+    for (const TKRVDdtFattura &nota : ddt) {
+        insert.bindValue(0, idFattura);
+        insert.bindValue(1, nota.IdDdt > 0 ? QVariant(nota.IdDdt) : QVariant(QMetaType(QMetaType::Int)));
+        insert.bindValue(2, nota.Numero);
+        insert.bindValue(3, nota.Data);
+        if (!insert.exec())
+            throw EQ3Exception(SqlErrorText(insert.lastError()));
+    }
+}
