@@ -1,5 +1,7 @@
 #include "KRVEmissioneFatturaPA.h"
 
+#include "KRVDdtFattura.h"
+#include "KRVFatturaRiferimento.h"
 #include "KRVNatureIva.h"
 #include "KRVRigheDocumento.h"
 #include "KRVValidaFatturaPA.h"
@@ -234,6 +236,15 @@ TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFat
     dati.Cliente = LeggiCliente(db, testata, documento, problemi);
     ControllaIndirizzoCliente(dati.Cliente, documento, problemi);
     LeggiRighe(db, t, id, esente, documento, dati, problemi);
+    if (t.Fattura) {
+        // Filled from delivery notes, it is a deferred invoice that names them.
+        for (const TKRVDdtFattura &ddt : KRVDdtDellaFattura(db, id))
+            dati.Ddt.append({ddt.Numero, ddt.Data});
+        if (!dati.Ddt.isEmpty())
+            dati.TipoDocumento = KRVFatturaPATipoDifferita;
+    } else if (const TKRVFatturaRiferimento fattura = KRVFatturaDellaNota(db, id); !fattura.Vuota()) {
+        dati.FattureCollegate.append({QString::number(fattura.Numero), fattura.Data});
+    }
     dati.Bollo = KRVImportiSenzaIvaCentesimi(dati) > KRVSogliaBolloCentesimi;
     return dati;
 }

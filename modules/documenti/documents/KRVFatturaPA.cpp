@@ -299,6 +299,12 @@ void ScriviDatiGenerali(TScrittore &s, const TKRVDatiFatturaPA &dati, qint64 tot
             s.Campo(QStringLiteral("Data"), collegata.Data.toString(Qt::ISODate));
         s.Chiudi();
     }
+    for (const TKRVDdtFatturaPA &ddt : dati.Ddt) {
+        s.Apri(QStringLiteral("DatiDDT"));
+        s.Campo(QStringLiteral("NumeroDDT"), Limita(ddt.Numero, 20, true));
+        s.Campo(QStringLiteral("DataDDT"), ddt.Data.toString(Qt::ISODate));
+        s.Chiudi();
+    }
     s.Chiudi();
 }
 

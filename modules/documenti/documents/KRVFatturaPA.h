@@ -13,6 +13,8 @@
 
 inline const QString KRVFatturaPATipoFattura = QStringLiteral("TD01");
 inline const QString KRVFatturaPATipoNotaAccredito = QStringLiteral("TD04");
+// A deferred invoice of goods delivered with delivery notes.
+inline const QString KRVFatturaPATipoDifferita = QStringLiteral("TD24");
 // The recipient code of a customer who receives by PEC or in the reserved
 // area, and that of a foreign customer.
 inline const QString KRVFatturaPADestinatarioPec = QStringLiteral("0000000");
@@ -73,6 +75,13 @@ struct TKRVFatturaCollegata
     QDate Data;
 };
 
+// A delivery note the invoice was filled from; it covers the whole invoice.
+struct TKRVDdtFatturaPA
+{
+    QString Numero;
+    QDate Data;
+};
+
 // The summary of one rate (or, for a zero rate, one Natura) as the document's
 // totals hold it: the taxable amount may differ from the sum of its lines by
 // the rounding of the document, written as Arrotondamento.
@@ -95,6 +104,7 @@ struct TKRVDatiFatturaPA
     QDate Data;
     QString Divisa = QStringLiteral("EUR");
     QList<TKRVFatturaCollegata> FattureCollegate;
+    QList<TKRVDdtFatturaPA> Ddt;
     QList<TKRVRigaFatturaPA> Righe;
     // The document's own per-rate totals; when empty they are the sums of the lines.
     QList<TKRVRiepilogoFatturaPA> Riepiloghi;

@@ -264,6 +264,10 @@ public:
         if (!m_dati.Data.isValid() || m_dati.Data < QDate(1970, 1, 1) || m_dati.Data > QDate::currentDate())
             Rifiuta(
                 QStringLiteral("la data \"%1\" non è tra il 1970 e oggi.").arg(m_dati.Data.toString(u"dd/MM/yyyy")));
+        for (const TKRVDdtFatturaPA &ddt : m_dati.Ddt)
+            if (!ddt.Data.isValid() || ddt.Data > m_dati.Data)
+                Rifiuta(QStringLiteral("il D.d.T. n. %1 ha data %2, successiva alla fattura.")
+                            .arg(ddt.Numero, ddt.Data.toString(u"dd/MM/yyyy")));
         if (m_dati.TipoDocumento != KRVFatturaPATipoNotaAccredito)
             return;
         if (m_dati.FattureCollegate.isEmpty())

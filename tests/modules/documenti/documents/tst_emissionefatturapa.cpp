@@ -155,6 +155,53 @@ private slots:
         VALIDA(xml);
         QCOMPARE(Valori(xml, "TipoDocumento"), QStringList({"TD04"}));
         QCOMPARE(Valori(xml, "ImportoTotaleDocumento"), QStringList({"60.00"}));
+
+        // The note saved with the invoice it corrects goes out naming it.
+        const QDate dataFattura = QDate::currentDate().addDays(-10);
+        Db().Exec(QStringLiteral("UPDATE NOTE_ACCREDITO SET FATT_IDFATT_VEND = 77, FATT_NUMERO = 12, FATT_DATA = '%1' "
+                                 "WHERE IDNOTA_ACCREDITO = %2")
+                      .arg(dataFattura.toString(Qt::ISODate))
+                      .arg(id));
+        const TKRVEmissioneFatturaPA collegata = Emetti(EKRVDocumentoFatturaPA::NotaAccredito, id);
+        QVERIFY2(collegata.Errori.isEmpty(), qPrintable(collegata.Errori.join(QLatin1Char('\n'))));
+        const QByteArray file = Contenuto(collegata.Percorso);
+        VALIDA(file);
+        QCOMPARE(Valori(file, "TipoDocumento"), QStringList({"TD04"}));
+        QCOMPARE(Valori(file, "IdDocumento"), QStringList({"12"}));
+        QCOMPARE(Valori(file, "Data").mid(1), QStringList({dataFattura.toString(Qt::ISODate)}));
+    }
+
+    // An invoice filled from two delivery notes is a deferred invoice (TD24)
+    // that names both; a note dated after the invoice is refused.
+    void fatturaDaDueDdtTD24()
+    {
+        InsertClienteFatturaPA(Db(), {});
+        const int id = InsertDocumentoFatturaPA(Db(), FattVend, 9, QStringLiteral("C001"));
+        InsertRigaFatturaPA(Db(), FattVend, id, {QStringLiteral("Articolo"), QStringLiteral("Viti"), 2, 10, 0, "20"});
+        const QDate oggi = QDate::currentDate();
+        for (const auto &[numero, giorni] : {std::pair{"12/B", 20}, std::pair{"13", 5}})
+            Db().Exec(QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, NUMERO, DATA) VALUES (%1, '%2', '%3')")
+                          .arg(id)
+                          .arg(QString::fromLatin1(numero), oggi.addDays(-giorni).toString(Qt::ISODate)));
+        const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(esito.Errori.isEmpty(), qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        const QByteArray xml = Contenuto(esito.Percorso);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "TipoDocumento"), QStringList({"TD24"}));
+        QCOMPARE(Valori(xml, "NumeroDDT"), QStringList({"12/B", "13"}));
+        QCOMPARE(Valori(xml, "DataDDT"),
+                 QStringList({oggi.addDays(-20).toString(Qt::ISODate), oggi.addDays(-5).toString(Qt::ISODate)}));
+
+        Db().Exec(QStringLiteral("UPDATE FATT_VEND_DDT SET DATA = '%1' WHERE NUMERO = '13'")
+                      .arg(oggi.addDays(1).toString(Qt::ISODate)));
+        Db().Exec(QStringLiteral("UPDATE FATT_VEND SET DATA = '%1' WHERE IDFATT_VEND = %2")
+                      .arg(oggi.addDays(-1).toString(Qt::ISODate))
+                      .arg(id));
+        const TKRVEmissioneFatturaPA rifiutata = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QCOMPARE(rifiutata.Errori,
+                 QStringList({QStringLiteral("Fattura 9/%1: il D.d.T. n. 13 ha data %2, successiva alla fattura.")
+                                  .arg(QString::number(oggi.addDays(-1).year()),
+                                       oggi.addDays(1).toString(QStringLiteral("dd/MM/yyyy")))}));
     }
 
     void fatturaEsenteConNaturaEBollo()
