@@ -268,9 +268,8 @@ void TestStampe::courtesyCopy_namesTheElectronicInvoiceFile()
                                            "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE IDFATT_VEND = ")
                             + QString::number(id));
     const QString testo = Q3PdfText(PdfOf(id, QStringLiteral("cortesia"))).simplified();
-    QVERIFY2(testo.contains(QStringLiteral("Copia di cortesia della fattura elettronica IT01234567897_A1.xml - il "
-                                           "documento valido ai fini fiscali è il file XML trasmesso al Sistema di "
-                                           "Interscambio.")),
+    QVERIFY2(testo.contains(QStringLiteral("Copia di cortesia della fattura elettronica IT01234567897_A1.xml: il "
+                                           "documento valido ai fini fiscali è il file XML.")),
              qPrintable(testo));
 
     const int nota =
