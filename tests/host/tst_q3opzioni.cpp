@@ -89,7 +89,7 @@ private slots:
 void TestQ3Opzioni::theModuleDeclaresItsOptions()
 {
     const TQ3ModuleMetadata metadata = Documenti();
-    QCOMPARE(metadata.Options.size(), 3);
+    QCOMPARE(metadata.Options.size(), 4);
     QCOMPARE(metadata.Options.at(0).Key, QStringLiteral("NUMERAZIONE_UNICA_FATTURE"));
     QVERIFY(metadata.Options.at(0).Kind == TQ3ModuleOptionKind::SiNo);
     QCOMPARE(metadata.Options.at(0).Default, QStringLiteral("False"));
@@ -102,6 +102,12 @@ void TestQ3Opzioni::theModuleDeclaresItsOptions()
     QVERIFY(natura.Kind == TQ3ModuleOptionKind::Scelta);
     QCOMPARE(natura.Default, QStringLiteral("N1"));
     QCOMPARE(natura.Values, NatureIva());
+    // And the one the lines of an exempt invoice carry when their rate has none.
+    const TQ3ModuleOption &esente = metadata.Options.at(3);
+    QCOMPARE(esente.Key, QStringLiteral("FATTURAPA_NATURA_ESENTE"));
+    QVERIFY(esente.Kind == TQ3ModuleOptionKind::Scelta);
+    QCOMPARE(esente.Default, QStringLiteral("N4"));
+    QCOMPARE(esente.Values, NatureIva());
 }
 
 void TestQ3Opzioni::wrongOptionsInTheMetadataAreRefused()

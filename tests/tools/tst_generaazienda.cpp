@@ -2,7 +2,9 @@
 // year, header totals as the editors compute them from the lines, valid line
 // kinds, no document dated after the day of the generation, and the same firm
 // from the same seed and end date.
+#include "../modules/documenti/documents/KRVFatturaPATestKit.h"
 #include "KRVClientiFatturaPA.h"
+#include "KRVEsportazioneFatturePA.h"
 #include "KRVGeneraAzienda.h"
 #include "KRVNatureIva.h"
 #include "KRVRigheDocumento.h"
@@ -106,6 +108,8 @@ private slots:
     void endDateCutsTheLastYearAndKeepsTheSeed();
     void endDateBeforeTheFinalYearIsRefused();
     void aFirmWithInvoicesIsRefused();
+    // Last: it records the files on the documents.
+    void everyDocumentExportsAsAValidElectronicInvoice();
 
 private:
     QString Firma(const TQ3TestDatabase &db) const;
@@ -697,3 +701,44 @@ void TestGeneraAzienda::aFirmWithInvoicesIsRefused()
 
 QTEST_GUILESS_MAIN(TestGeneraAzienda)
 #include "tst_generaazienda.moc"
+
+// Every invoice and credit note of the generated firm goes out as an
+// electronic invoice that the program's checks accept and xmllint validates
+// against the reference schema: credit notes name their invoice, exempt
+// invoices carry their nature.
+void TestGeneraAzienda::everyDocumentExportsAsAValidElectronicInvoice()
+{
+    QTemporaryDir cartella;
+    QStringList files;
+    for (const auto &[tipo, tabella, chiave] :
+         {std::tuple{EKRVDocumentoFatturaPA::Fattura, "FATT_VEND", "IDFATT_VEND"},
+          std::tuple{EKRVDocumentoFatturaPA::NotaAccredito, "NOTE_ACCREDITO", "IDNOTA_ACCREDITO"}}) {
+        QList<int> ids;
+        for (const QString &id : m_db->Rows(
+                 QStringLiteral("SELECT %1 FROM %2 ORDER BY %1").arg(QLatin1String(chiave), QLatin1String(tabella))))
+            ids << id.toInt();
+        QVERIFY(!ids.isEmpty());
+        const TKRVEsportazioneFatturePA esito = KRVEsportaFatturePA(m_db->Db(), tipo, ids, {cartella.path(), false});
+        QVERIFY2(esito.Rifiutate.isEmpty(), qPrintable(KRVRiepilogoEsportazione(esito).left(2000)));
+        QCOMPARE(esito.Scritte.size(), ids.size());
+        for (const TKRVEsitoFatturaPA &scritta : esito.Scritte)
+            files << cartella.filePath(scritta.NomeFile);
+    }
+    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
+    if (xmllint.isEmpty())
+        QSKIP("xmllint is not installed");
+    QProcess processo;
+    QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
+    ambiente.insert(QStringLiteral("XML_CATALOG_FILES"), KRVTest::Riferimento + QStringLiteral("/catalog.xml"));
+    processo.setProcessEnvironment(ambiente);
+    processo.setProcessChannelMode(QProcess::MergedChannels);
+    processo.start(xmllint,
+                   QStringList{QStringLiteral("--noout"), QStringLiteral("--nonet"), QStringLiteral("--catalogs"),
+                               QStringLiteral("--schema"),
+                               KRVTest::Riferimento + QStringLiteral("/Schema_del_file_xml_FatturaPA_v1.2.2.xsd")}
+                       + files);
+    QVERIFY(processo.waitForFinished(120000));
+    const QString detto = QString::fromUtf8(processo.readAll());
+    QVERIFY2(processo.exitCode() == 0, qPrintable(detto.left(2000)));
+    QCOMPARE(detto.count(QStringLiteral(" validates")), files.size());
+}

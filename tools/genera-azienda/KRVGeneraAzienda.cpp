@@ -213,6 +213,7 @@ struct TRiferimento
     int Numero;
     int Cliente;
     QList<TRiga> Righe;
+    int Chiave; // the invoice's key
 };
 
 class TGeneratore
@@ -980,7 +981,7 @@ void TGeneratore::Anno(int year)
                     prodotti << r;
             }
             if (!prodotti.isEmpty())
-                riferimenti.append({date, n, indice, prodotti});
+                riferimenti.append({date, n, indice, prodotti, key});
         }
         ++key;
     }
@@ -992,7 +993,8 @@ void TGeneratore::NoteAccredito(int year, QList<TRiferimento> riferimenti)
 {
     TKRVCasuale casuale(m_opzioni.Seme, 10000 + std::uint64_t(year));
     QStringList header = {QStringLiteral("IDNOTA_ACCREDITO")};
-    header << ColonneIntestazione() << Colonne("NOTE NOTIFICATO");
+    // Each credit note names the invoice it corrects, as its electronic invoice must.
+    header << ColonneIntestazione() << Colonne("NOTE NOTIFICATO FATT_IDFATT_VEND FATT_NUMERO FATT_DATA");
     TQ3FbStatement insertHeader(m_client, Insert("NOTE_ACCREDITO", header, {QStringLiteral("NOTE")}));
     QStringList lineColumns = Colonne("IDNOTA_ACCREDITO_DETT IDNOTA_ACCREDITO");
     lineColumns << ColonneRiga();
@@ -1035,7 +1037,7 @@ void TGeneratore::NoteAccredito(int year, QList<TRiferimento> riferimenti)
         QList<TValore> values =
             Intestazione(key, ++numero, dates.at(i), cliente, CentesimiSalvati(t.Imponibile),
                          CentesimiSalvati(t.Imposta), CentesimiSalvati(t.Totale()), casuale.Vero(0.8));
-        values << Nullo() << Flag(false);
+        values << Nullo() << Flag(false) << Num(rif.Chiave) << Num(rif.Numero) << Data(rif.Data);
         Scrivi(insertHeader, values);
         for (const TRiga &r : std::as_const(righe)) {
             QList<TValore> line = {Num(0), Num(key)};

@@ -3,6 +3,7 @@
 #include "KRVDdtFattura.h"
 #include "KRVFatturaRiferimento.h"
 #include "KRVNatureIva.h"
+#include "KRVOptions.h"
 #include "KRVRigheDocumento.h"
 #include "KRVValidaFatturaPA.h"
 #include "Q3Controlli.h"
@@ -140,8 +141,7 @@ TKRVClienteFatturaPA LeggiCliente(const QSqlDatabase &db, const QSqlQuery &testa
 }
 
 // The lines in the order they were saved, with their rates' Natura.
-void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool esente, const QString &documento,
-                TKRVDatiFatturaPA &dati, QStringList &problemi)
+void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool esente, TKRVDatiFatturaPA &dati)
 {
     QSqlQuery righe =
         OpenQuery(db, QStringLiteral(
@@ -152,6 +152,14 @@ void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool
                           .arg(t.Fattura ? QStringLiteral("R.SCONTO") : QStringLiteral("0"), t.Righe, t.Chiave,
                                QString::number(id), t.ChiaveRiga));
     const QString naturaNonImponibile = t.Fattura ? KRVNaturaNonImponibile(db) : QString();
+    // The lines of an exempt invoice carry their rate's nature or, when the
+    // rate has none, the one of the module option with the exemption's note.
+    const QString naturaEsente = esente ? KRVNaturaEsente(db) : QString();
+    QString notaEsente;
+    if (QVariant nota; esente && GetOptionValue(db, QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota))
+        notaEsente = nota.toString().simplified();
+    if (notaEsente.isEmpty())
+        notaEsente = RiferimentoNatura(naturaEsente);
     while (righe.next()) {
         TKRVRigaFatturaPA r;
         r.Tipo = Testo(righe, 0);
@@ -167,13 +175,11 @@ void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool
             r.UnitaMisura = Testo(righe, 4);
             const QString natura = Testo(righe, 10);
             r.RiferimentoNormativo = Testo(righe, 11);
-            if (esente) {
+            if (esente && natura.isEmpty()) {
+                r.Natura = naturaEsente;
+                r.RiferimentoNormativo = notaEsente;
+            } else if (esente) {
                 r.Natura = natura;
-                if (natura.isEmpty())
-                    problemi << documento
-                                    + QStringLiteral(": riga %1: la fattura è esente IVA ma l'aliquota \"%2\" non "
-                                                     "indica la natura dell'esenzione.")
-                                          .arg(QString::number(dati.Righe.size() + 1), Testo(righe, 9));
             } else {
                 r.AliquotaIva = righe.value(8).toDouble();
                 r.Natura = KRVCentesimiFatturaPA(r.AliquotaIva) == 0 ? natura : QString();
@@ -235,7 +241,7 @@ TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFat
     ControllaAzienda(dati.Azienda, problemi);
     dati.Cliente = LeggiCliente(db, testata, documento, problemi);
     ControllaIndirizzoCliente(dati.Cliente, documento, problemi);
-    LeggiRighe(db, t, id, esente, documento, dati, problemi);
+    LeggiRighe(db, t, id, esente, dati);
     if (t.Fattura) {
         // Filled from delivery notes, it is a deferred invoice that names them.
         for (const TKRVDdtFattura &ddt : KRVDdtDellaFattura(db, id))

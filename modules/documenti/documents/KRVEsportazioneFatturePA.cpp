@@ -46,6 +46,9 @@ TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocume
             QFile::remove(cartella.filePath(file.Nome));
     };
     try {
+        // One transaction for the whole export: the documents read from one
+        // snapshot, and recorded together at the end.
+        TQ3Transaction transazione(db);
         for (int i = 0; i < ids.size(); ++i) {
             TKRVEsitoFatturaPA documento;
             documento.Id = ids.at(i);
@@ -77,7 +80,6 @@ TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocume
         }
         if (zip)
             zip->Close();
-        TQ3Transaction transazione(db);
         for (const TKRVFileScritto &file : std::as_const(scritti))
             KRVRegistraFatturaPA(db, tipo, file.Id, file.Nome, file.Progressivo);
         transazione.Commit();

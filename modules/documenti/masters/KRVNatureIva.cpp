@@ -32,6 +32,23 @@ const QList<TKRVNaturaIva> &KRVNatureIva()
     return nature;
 }
 
+namespace {
+
+// The nature an option holds, when it is one of KRVNatureIva; otherwise the default.
+QString NaturaOpzione(const QSqlDatabase &db, const char *opzione, const QString &predefinita)
+{
+    QVariant value;
+    if (!GetOptionValue(db, QString::fromLatin1(opzione), value))
+        return predefinita;
+    const QString codice = value.toString().trimmed();
+    const QList<TKRVNaturaIva> &nature = KRVNatureIva();
+    const bool nota = std::any_of(nature.cbegin(), nature.cend(),
+                                  [&codice](const TKRVNaturaIva &natura) { return natura.Codice == codice; });
+    return nota ? codice : predefinita;
+}
+
+} // namespace
+
 QString KRVNaturaNonImponibile(const QSqlDatabase &db)
 {
     // A "Non imponibile" line is an amount outside the VAT base, most often
@@ -39,13 +56,12 @@ QString KRVNaturaNonImponibile(const QSqlDatabase &db)
     // (art. 15 DPR 633/72): excluded operations, whose nature is N1. A firm
     // that uses these lines otherwise (e.g. exempt or export amounts) chooses
     // its own nature in the module options.
-    const QString naturaEsclusa = QStringLiteral("N1");
-    QVariant value;
-    if (!GetOptionValue(db, QString::fromLatin1(KRVOpzioneNaturaNonImponibile), value))
-        return naturaEsclusa;
-    const QString codice = value.toString().trimmed();
-    const QList<TKRVNaturaIva> &nature = KRVNatureIva();
-    const bool nota = std::any_of(nature.cbegin(), nature.cend(),
-                                  [&codice](const TKRVNaturaIva &natura) { return natura.Codice == codice; });
-    return nota ? codice : naturaEsclusa;
+    return NaturaOpzione(db, KRVOpzioneNaturaNonImponibile, QStringLiteral("N1"));
+}
+
+QString KRVNaturaEsente(const QSqlDatabase &db)
+{
+    // An invoice marked exempt is, as a rule, one of exempt operations
+    // (art. 10 DPR 633/72): N4.
+    return NaturaOpzione(db, KRVOpzioneNaturaEsente, QStringLiteral("N4"));
 }

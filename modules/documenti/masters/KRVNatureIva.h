@@ -22,3 +22,10 @@ inline constexpr char KRVOpzioneNaturaNonImponibile[] = "FATTURAPA_NATURA_NON_IM
 // copy: the module option's, when it is one of KRVNatureIva; otherwise (no
 // row, an empty or unknown value, the store unreadable) "N1".
 QString KRVNaturaNonImponibile(const QSqlDatabase &db);
+
+// The option that says which nature the lines of an invoice marked exempt
+// carry on its electronic copy, when their rate has none of its own.
+inline constexpr char KRVOpzioneNaturaEsente[] = "FATTURAPA_NATURA_ESENTE";
+
+// That nature: the option's, when it is one of KRVNatureIva; otherwise "N4".
+QString KRVNaturaEsente(const QSqlDatabase &db);

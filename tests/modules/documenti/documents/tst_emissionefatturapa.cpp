@@ -222,18 +222,28 @@ private slots:
         QCOMPARE(Valori(xml, "ImportoBollo"), QStringList({"2.00"}));
     }
 
-    void fatturaEsenteConAliquotaSenzaNaturaRifiutata()
+    // The lines of an exempt invoice whose rate has no nature take the one of
+    // the module option (N4 unless chosen otherwise) with the exemption note.
+    void fatturaEsenteConAliquotaSenzaNaturaPrendeQuellaDellOpzione()
     {
         InsertClienteFatturaPA(Db(), {});
         const int id = InsertDocumentoFatturaPA(Db(), FattVend, 9, QStringLiteral("C001"), true);
         InsertRigaFatturaPA(Db(), FattVend, id, {QStringLiteral("Articolo"), QStringLiteral("Viti"), 1, 100, 0, "20"});
+        Q3ScriviOpzioni(Db().Db(), {{QStringLiteral("FATT_IVA_ESENTE_NOTE"),
+                                     QStringLiteral("Operazione esente\nart. 10 n. 18 DPR 633/72")}});
 
         const TKRVEmissioneFatturaPA esito = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
-        QVERIFY2(esito.Errori.contains(QStringLiteral("Fattura 9/%1: riga 1: la fattura è esente IVA ma l'aliquota "
-                                                      "\"20\" non indica la natura dell'esenzione.")
-                                           .arg(Anno())),
-                 qPrintable(esito.Errori.join(QLatin1Char('\n'))));
-        QVERIFY(QDir(m_cartella->path()).isEmpty());
+        QVERIFY2(esito.Errori.isEmpty(), qPrintable(esito.Errori.join(QLatin1Char('\n'))));
+        const QByteArray xml = Contenuto(esito.Percorso);
+        VALIDA(xml);
+        QCOMPARE(Valori(xml, "AliquotaIVA"), QStringList({"0.00", "0.00"}));
+        QCOMPARE(Valori(xml, "Natura"), QStringList({"N4", "N4"}));
+        QCOMPARE(Valori(xml, "RiferimentoNormativo"), QStringList({"Operazione esente art. 10 n. 18 DPR 633/72"}));
+
+        Q3ScriviOpzioni(Db().Db(), {{QStringLiteral("FATTURAPA_NATURA_ESENTE"), QStringLiteral("N3.2")}});
+        const TKRVEmissioneFatturaPA ancora = Emetti(EKRVDocumentoFatturaPA::Fattura, id);
+        QVERIFY2(ancora.Errori.isEmpty(), qPrintable(ancora.Errori.join(QLatin1Char('\n'))));
+        QCOMPARE(Valori(Contenuto(ancora.Percorso), "Natura"), QStringList({"N3.2", "N3.2"}));
     }
 
     void privatoConSoloCodiceFiscale()
