@@ -93,9 +93,10 @@ int main(int argc, char **argv)
         timer.start();
         {
             TQ3Transaction lettura(db);
+            TKRVLettoreFatturaPA lettore(db, EKRVDocumentoFatturaPA::Fattura);
             for (const int id : ids) {
                 QStringList problemi;
-                KRVLeggiDatiFatturaPA(db, EKRVDocumentoFatturaPA::Fattura, id, problemi);
+                lettore.Leggi(id, problemi);
             }
         }
         const double lettura = Q3Milliseconds(timer);

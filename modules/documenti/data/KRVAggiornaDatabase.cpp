@@ -425,6 +425,9 @@ QList<TQ3SchemaStep> KRVSchemaSteps()
                  QStringLiteral("ALTER TABLE NOTE_ACCREDITO ADD FATT_DATA DATE")},
                 error),
         CreateFattVendDdt(),
+        // An invoice's delivery notes are read by the invoice's key.
+        Upgrade(QStringLiteral("FATT_VEND_DDT"), V1_0_0, V1_1_0,
+                {QStringLiteral("CREATE INDEX IX_FATT_VEND_DDT_IDFATT_VEND ON FATT_VEND_DDT (IDFATT_VEND)")}, error),
     };
 }
 

@@ -1,7 +1,5 @@
 #include "KRVEmissioneFatturaPA.h"
 
-#include "KRVDdtFattura.h"
-#include "KRVFatturaRiferimento.h"
 #include "KRVNatureIva.h"
 #include "KRVOptions.h"
 #include "KRVRigheDocumento.h"
@@ -16,6 +14,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
+#include <QSqlError>
 
 namespace {
 
@@ -85,8 +84,32 @@ QString SenzaPrefisso(const QString &partitaIva)
     return QString(partitaIva).remove(prefisso).remove(QLatin1Char(' '));
 }
 
+// A statement prepared once and run again for every document, its one
+// parameter the key (or code) asked for.
+class TInterrogazione
+{
+public:
+    TInterrogazione(const QSqlDatabase &db, const QString &sql) : m_query(db)
+    {
+        m_query.setForwardOnly(true);
+        if (!m_query.prepare(sql))
+            throw EQ3Exception(SqlErrorText(m_query.lastError()));
+    }
+    QSqlQuery &Esegui(const QVariant &parametro)
+    {
+        m_query.finish();
+        m_query.bindValue(0, parametro);
+        if (!m_query.exec())
+            throw EQ3Exception(SqlErrorText(m_query.lastError()));
+        return m_query;
+    }
+
+private:
+    QSqlQuery m_query;
+};
+
 // The customer as the document keeps it, with its electronic invoice data from CLIENTI.
-TKRVClienteFatturaPA LeggiCliente(const QSqlDatabase &db, const QSqlQuery &testata, const QString &documento,
+TKRVClienteFatturaPA LeggiCliente(TInterrogazione &clienti, const QSqlQuery &testata, const QString &documento,
                                   QStringList &problemi)
 {
     // Header columns 2 to 10: code, name, address, city, CAP, province, country, fiscal code, VAT number.
@@ -102,9 +125,7 @@ TKRVClienteFatturaPA LeggiCliente(const QSqlDatabase &db, const QSqlQuery &testa
     const QString partitaIva = Testo(testata, 10).toUpper();
 
     QString soggetto = QStringLiteral("A");
-    QSqlQuery cliente = OpenQuery(db, QStringLiteral("SELECT CODICE_DESTINATARIO, PEC, TIPO_SOGGETTO, NOME, COGNOME "
-                                                     "FROM CLIENTI WHERE CODICE = ")
-                                          + QuotedStr(codice));
+    QSqlQuery &cliente = clienti.Esegui(codice);
     if (cliente.next()) {
         c.CodiceDestinatario = Testo(cliente, 0).toUpper();
         c.Pec = Testo(cliente, 1);
@@ -140,26 +161,28 @@ TKRVClienteFatturaPA LeggiCliente(const QSqlDatabase &db, const QSqlQuery &testa
     return c;
 }
 
-// The lines in the order they were saved, with their rates' Natura.
-void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool esente, TKRVDatiFatturaPA &dati)
+// What the lines without a nature of their own carry: the "Non imponibile"
+// lines, and the lines of an exempt invoice whose rate has none (with the
+// exemption's note).
+struct TNatureOpzioni
 {
-    QSqlQuery righe =
-        OpenQuery(db, QStringLiteral(
-                          "SELECT R.TIPO_RIGA, R.CODICE, R.DESCRIZIONE, R.QUANTITA, R.UM, R.PREZZO, %1, R.IMPORTO, "
-                          "R.IVA_ALIQUOTA, R.IVA_CODICE, A.NATURA, A.RIFERIMENTO_NORMATIVO FROM %2 R "
-                          "LEFT JOIN ALIQUOTE_IVA A ON A.IDALIQUOTA_IVA = R.IVA_IDALIQUOTA_IVA "
-                          "WHERE R.%3 = %4 ORDER BY R.%5")
-                          .arg(t.Fattura ? QStringLiteral("R.SCONTO") : QStringLiteral("0"), t.Righe, t.Chiave,
-                               QString::number(id), t.ChiaveRiga));
-    const QString naturaNonImponibile = t.Fattura ? KRVNaturaNonImponibile(db) : QString();
-    // The lines of an exempt invoice carry their rate's nature or, when the
-    // rate has none, the one of the module option with the exemption's note.
-    const QString naturaEsente = esente ? KRVNaturaEsente(db) : QString();
-    QString notaEsente;
-    if (QVariant nota; esente && GetOptionValue(db, QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota))
-        notaEsente = nota.toString().simplified();
-    if (notaEsente.isEmpty())
-        notaEsente = RiferimentoNatura(naturaEsente);
+    QString NonImponibile;
+    QString Esente;
+    QString NotaEsente;
+
+    explicit TNatureOpzioni(const QSqlDatabase &db)
+        : NonImponibile(KRVNaturaNonImponibile(db)), Esente(KRVNaturaEsente(db))
+    {
+        if (QVariant nota; GetOptionValue(db, QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota))
+            NotaEsente = nota.toString().simplified();
+        if (NotaEsente.isEmpty())
+            NotaEsente = RiferimentoNatura(Esente);
+    }
+};
+
+// The lines in the order they were saved, with their rates' Natura.
+void LeggiRighe(QSqlQuery &righe, bool esente, const TNatureOpzioni &nature, TKRVDatiFatturaPA &dati)
+{
     while (righe.next()) {
         TKRVRigaFatturaPA r;
         r.Tipo = Testo(righe, 0);
@@ -176,8 +199,8 @@ void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool
             const QString natura = Testo(righe, 10);
             r.RiferimentoNormativo = Testo(righe, 11);
             if (esente && natura.isEmpty()) {
-                r.Natura = naturaEsente;
-                r.RiferimentoNormativo = notaEsente;
+                r.Natura = nature.Esente;
+                r.RiferimentoNormativo = nature.NotaEsente;
             } else if (esente) {
                 r.Natura = natura;
             } else {
@@ -185,8 +208,8 @@ void LeggiRighe(const QSqlDatabase &db, const TTabelleFatturaPA &t, int id, bool
                 r.Natura = KRVCentesimiFatturaPA(r.AliquotaIva) == 0 ? natura : QString();
             }
         } else if (r.Tipo == KRVRigaNonImponibile) {
-            r.Natura = naturaNonImponibile;
-            r.RiferimentoNormativo = RiferimentoNatura(naturaNonImponibile);
+            r.Natura = nature.NonImponibile;
+            r.RiferimentoNormativo = RiferimentoNatura(nature.NonImponibile);
         }
         dati.Righe.append(r);
     }
@@ -212,17 +235,60 @@ QString ProgressivoInvio(int progressivo)
 
 } // namespace
 
-TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
-                                        QStringList &problemi)
+struct TKRVLettoreFatturaPA::TStato
 {
-    const TTabelleFatturaPA t = Tabelle(tipo);
-    QSqlQuery testata =
-        OpenQuery(db, QStringLiteral(
-                          "SELECT NUMERO, DATA, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, CLI_CAP, "
-                          "CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, SCADENZA_PAGAMENTO, %1 "
-                          "FROM %2 WHERE %3 = %4")
-                          .arg(t.Fattura ? QStringLiteral("IVA_ESENTE") : QStringLiteral("'False'"), t.Testata,
-                               t.Chiave, QString::number(id)));
+    TStato(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo)
+        : Tabella(Tabelle(tipo)), Nature(db),
+          Testate(db, QStringLiteral("SELECT NUMERO, DATA, CLI_CODICE, CLI_RAGIONESOCIALE, CLI_INDIRIZZO, CLI_CITTA, "
+                                     "CLI_CAP, CLI_PROVINCIA, CLI_NAZIONE, CLI_CODICEFISCALE, CLI_PARTITAIVA, "
+                                     "SCADENZA_PAGAMENTO, %1 FROM %2 WHERE %3 = ?")
+                          .arg(Tabella.Fattura ? QStringLiteral("IVA_ESENTE") : QStringLiteral("'False'"),
+                               Tabella.Testata, Tabella.Chiave)),
+          Clienti(db, QStringLiteral("SELECT CODICE_DESTINATARIO, PEC, TIPO_SOGGETTO, NOME, COGNOME FROM CLIENTI "
+                                     "WHERE CODICE = ?")),
+          // "+ 0": a document's few rows are sorted, rather than found by
+          // walking the whole primary key's index in its order.
+          Righe(db, QStringLiteral("SELECT R.TIPO_RIGA, R.CODICE, R.DESCRIZIONE, R.QUANTITA, R.UM, R.PREZZO, %1, "
+                                   "R.IMPORTO, R.IVA_ALIQUOTA, R.IVA_CODICE, A.NATURA, A.RIFERIMENTO_NORMATIVO FROM %2 "
+                                   "R LEFT JOIN ALIQUOTE_IVA A ON A.IDALIQUOTA_IVA = R.IVA_IDALIQUOTA_IVA "
+                                   "WHERE R.%3 = ? ORDER BY R.%4 + 0")
+                        .arg(Tabella.Fattura ? QStringLiteral("R.SCONTO") : QStringLiteral("0"), Tabella.Righe,
+                             Tabella.Chiave, Tabella.ChiaveRiga)),
+          // An invoice names the delivery notes it was filled from, a credit note the invoice it corrects.
+          Riferimenti(db, Tabella.Fattura ? QStringLiteral("SELECT NUMERO, DATA FROM FATT_VEND_DDT WHERE IDFATT_VEND = "
+                                                           "? ORDER BY IDFATT_VEND_DDT + 0")
+                                          : QStringLiteral("SELECT FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO WHERE "
+                                                           "IDNOTA_ACCREDITO = ? AND FATT_DATA IS NOT NULL"))
+    {
+        try {
+            Azienda = Q3LeggiAzienda(db);
+        } catch (const EQ3Exception &e) {
+            ProblemiAzienda << QStringLiteral("Dati azienda: ") + e.Message();
+        }
+        ControllaAzienda(Azienda, ProblemiAzienda);
+    }
+
+    TTabelleFatturaPA Tabella;
+    TNatureOpzioni Nature;
+    TQ3Azienda Azienda;
+    QStringList ProblemiAzienda;
+    TInterrogazione Testate;
+    TInterrogazione Clienti;
+    TInterrogazione Righe;
+    TInterrogazione Riferimenti;
+};
+
+TKRVLettoreFatturaPA::TKRVLettoreFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo)
+    : m_stato(std::make_unique<TStato>(db, tipo))
+{}
+
+TKRVLettoreFatturaPA::~TKRVLettoreFatturaPA() = default;
+
+TKRVDatiFatturaPA TKRVLettoreFatturaPA::Leggi(int id, QStringList &problemi)
+{
+    TStato &s = *m_stato;
+    const TTabelleFatturaPA &t = s.Tabella;
+    QSqlQuery &testata = s.Testate.Esegui(id);
     if (!testata.next())
         throw EQ3Exception(QStringLiteral("Il documento non è presente nell'archivio: salvarlo prima."));
 
@@ -233,32 +299,41 @@ TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFat
     dati.ScadenzaPagamento = testata.value(11).toDate();
     const bool esente = Testo(testata, 12) == QStringLiteral("True");
     const QString documento = KRVNomeDocumentoFatturaPA(dati);
-    try {
-        dati.Azienda = Q3LeggiAzienda(db);
-    } catch (const EQ3Exception &e) {
-        problemi << QStringLiteral("Dati azienda: ") + e.Message();
-    }
-    ControllaAzienda(dati.Azienda, problemi);
-    dati.Cliente = LeggiCliente(db, testata, documento, problemi);
+    dati.Azienda = s.Azienda;
+    problemi << s.ProblemiAzienda;
+    dati.Cliente = LeggiCliente(s.Clienti, testata, documento, problemi);
     ControllaIndirizzoCliente(dati.Cliente, documento, problemi);
-    LeggiRighe(db, t, id, esente, dati);
-    if (t.Fattura) {
-        // Filled from delivery notes, it is a deferred invoice that names them.
-        for (const TKRVDdtFattura &ddt : KRVDdtDellaFattura(db, id))
-            dati.Ddt.append({ddt.Numero, ddt.Data});
-        if (!dati.Ddt.isEmpty())
-            dati.TipoDocumento = KRVFatturaPATipoDifferita;
-    } else if (const TKRVFatturaRiferimento fattura = KRVFatturaDellaNota(db, id); !fattura.Vuota()) {
-        dati.FattureCollegate.append({QString::number(fattura.Numero), fattura.Data});
+    LeggiRighe(s.Righe.Esegui(id), esente, s.Nature, dati);
+    QSqlQuery &riferimenti = s.Riferimenti.Esegui(id);
+    while (riferimenti.next()) {
+        if (t.Fattura)
+            dati.Ddt.append({Testo(riferimenti, 0), riferimenti.value(1).toDate()});
+        else
+            dati.FattureCollegate.append({Testo(riferimenti, 0), riferimenti.value(1).toDate()});
     }
+    // Filled from delivery notes, an invoice is a deferred one.
+    if (!dati.Ddt.isEmpty())
+        dati.TipoDocumento = KRVFatturaPATipoDifferita;
     dati.Bollo = KRVImportiSenzaIvaCentesimi(dati) > KRVSogliaBolloCentesimi;
     return dati;
 }
 
+TKRVDatiFatturaPA KRVLeggiDatiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
+                                        QStringList &problemi)
+{
+    return TKRVLettoreFatturaPA(db, tipo).Leggi(id, problemi);
+}
+
 TKRVFatturaPAVerificata KRVVerificaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id)
 {
+    TKRVLettoreFatturaPA lettore(db, tipo);
+    return KRVVerificaFatturaPA(lettore, id);
+}
+
+TKRVFatturaPAVerificata KRVVerificaFatturaPA(TKRVLettoreFatturaPA &lettore, int id)
+{
     TKRVFatturaPAVerificata verificata;
-    verificata.Dati = KRVLeggiDatiFatturaPA(db, tipo, id, verificata.Errori);
+    verificata.Dati = lettore.Leggi(id, verificata.Errori);
     const QString documento = KRVNomeDocumentoFatturaPA(verificata.Dati);
     // The checks run on the file as it will be written but for its progressive,
     // taken only for a file that is going to be written.

@@ -7,10 +7,31 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 // The two kinds of saved document an electronic invoice is produced from.
 enum class EKRVDocumentoFatturaPA {
     Fattura,      // FATT_VEND, TD01
     NotaAccredito // NOTE_ACCREDITO, TD04
+};
+
+// Reads saved documents of one kind into their electronic invoice's records:
+// what every document shares (the firm, the module options) read once, the
+// statements prepared once, for the documents of an export one after another.
+class TKRVLettoreFatturaPA
+{
+public:
+    TKRVLettoreFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo);
+    ~TKRVLettoreFatturaPA();
+    TKRVLettoreFatturaPA(const TKRVLettoreFatturaPA &) = delete;
+    TKRVLettoreFatturaPA &operator=(const TKRVLettoreFatturaPA &) = delete;
+
+    // As KRVLeggiDatiFatturaPA.
+    TKRVDatiFatturaPA Leggi(int id, QStringList &problemi);
+
+private:
+    struct TStato;
+    std::unique_ptr<TStato> m_stato;
 };
 
 // A saved document as its electronic invoice describes it: the header with
@@ -31,6 +52,7 @@ struct TKRVFatturaPAVerificata
     QStringList Errori;
 };
 TKRVFatturaPAVerificata KRVVerificaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id);
+TKRVFatturaPAVerificata KRVVerificaFatturaPA(TKRVLettoreFatturaPA &lettore, int id);
 
 // Takes the next send progressive (never given twice) into the data and
 // answers the file's name.

@@ -49,12 +49,13 @@ TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocume
         // One transaction for the whole export: the documents read from one
         // snapshot, and recorded together at the end.
         TQ3Transaction transazione(db);
+        TKRVLettoreFatturaPA lettore(db, tipo);
         for (int i = 0; i < ids.size(); ++i) {
             TKRVEsitoFatturaPA documento;
             documento.Id = ids.at(i);
             TKRVFatturaPAVerificata verificata;
             try {
-                verificata = KRVVerificaFatturaPA(db, tipo, documento.Id);
+                verificata = KRVVerificaFatturaPA(lettore, documento.Id);
             } catch (const EQ3Exception &e) {
                 verificata.Errori << QStringLiteral("Documento %1: %2").arg(documento.Id).arg(e.Message());
             }

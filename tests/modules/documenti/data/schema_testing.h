@@ -32,7 +32,7 @@ inline QStringList FinalModuleVersions()
             QStringLiteral("CLIENTI|1.4.0"),
             QStringLiteral("FATTURAPA|1.0.0"),
             QStringLiteral("FATT_VEND|1.6.0"),
-            QStringLiteral("FATT_VEND_DDT|1.0.0"),
+            QStringLiteral("FATT_VEND_DDT|1.1.0"),
             QStringLiteral("FATT_VEND_DETT|1.4.0"),
             QStringLiteral("KRV_ABILITAZIONI|1.0.1"),
             QStringLiteral("KRV_INDICI|1.0.0"),
@@ -218,10 +218,12 @@ inline QStringList ModuleData(const TQ3TestDatabase &db)
 // The names of the indexes that are neither keys nor unique constraints.
 inline QStringList IndexNames(const TQ3TestDatabase &db)
 {
+    // The delivery notes' index comes with a step of their table's own key.
     return db.Rows(
         QStringLiteral("SELECT TRIM(I.RDB$INDEX_NAME) FROM RDB$INDICES I WHERE COALESCE(I.RDB$SYSTEM_FLAG, 0) = 0 "
                        "AND NOT EXISTS (SELECT 1 FROM RDB$RELATION_CONSTRAINTS C "
-                       "WHERE C.RDB$INDEX_NAME = I.RDB$INDEX_NAME) ORDER BY 1"));
+                       "WHERE C.RDB$INDEX_NAME = I.RDB$INDEX_NAME) "
+                       "AND I.RDB$INDEX_NAME <> 'IX_FATT_VEND_DDT_IDFATT_VEND' ORDER BY 1"));
 }
 
 // Runs the first steps of the module's history through the upgrade runner.

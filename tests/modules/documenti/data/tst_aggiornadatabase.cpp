@@ -14,7 +14,7 @@ namespace {
 const QString UpgradeError = QStringLiteral("Errore durante l'aggiornamento del database!");
 
 // The thirty recorded steps, the index step after them and the later ones.
-constexpr int AllSteps = 40;
+constexpr int AllSteps = 41;
 constexpr int IndexStep = 31;
 
 // A credit note as the first release stored it, number 1 of 2020.
@@ -173,6 +173,7 @@ void TestAggiornaDatabase::stepsFollowTheRecordedHistory()
         {"FATTURAPA", "", "1.0.0", error},
         {"NOTE_ACCREDITO", "1.3.0", "1.4.0", error},
         {"FATT_VEND_DDT", "", "1.0.0", error},
+        {"FATT_VEND_DDT", "1.0.0", "1.1.0", error},
     };
     const QList<TQ3SchemaStep> steps = KRVSchemaSteps();
     QCOMPARE(steps.size(), AllSteps);
@@ -342,7 +343,7 @@ void TestAggiornaDatabase::onlyMatchingStepsRunForRecordedVersions()
     QVERIFY(boxes.Messages().isEmpty());
     // Steps 27 and 28 belong to other keys; of FATT_VEND and CLIENTI only 26, 29, 30, 32 and 36 run.
     QCOMPARE(recorder.StepStatements(),
-             StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40}));
+             StatementsOfSteps({26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41}));
     QCOMPARE(Version(db, QStringLiteral("FATT_VEND")), QStringLiteral("1.6.0"));
     QCOMPARE(Version(db, QStringLiteral("CLIENTI")), QStringLiteral("1.4.0"));
     QCOMPARE(SchemaMetadata(db), m_finalMetadata);
@@ -683,7 +684,7 @@ void TestAggiornaDatabase::producedFileColumnsAndProgressive()
 {
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
-    RunFirstSteps(db.Db(), AllSteps - 5);
+    RunFirstSteps(db.Db(), AllSteps - 6);
     db.Exec(QStringLiteral("INSERT INTO NOTE_ACCREDITO (IDNOTA_ACCREDITO, NUMERO, DATA, ANNO, CLI_CODICE, "
                            "CLI_RAGIONESOCIALE, IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, PAGATO, TOTALE_IMPONIBILE, "
                            "TOTALE_IMPOSTA, TOTALE_DOCUMENTO, NOTIFICATO) "
@@ -719,7 +720,7 @@ void TestAggiornaDatabase::invoiceReferencesOnExistingRows()
 {
     TKRVDaAggiornare module;
     const TQ3TestDatabase &db = module.Database;
-    RunFirstSteps(db.Db(), AllSteps - 2);
+    RunFirstSteps(db.Db(), AllSteps - 3);
     QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.3.0"));
     QVERIFY(!Q3TableExists(db.Db(), QStringLiteral("FATT_VEND_DDT")));
     InsertFirstCreditNote(db);
@@ -728,7 +729,7 @@ void TestAggiornaDatabase::invoiceReferencesOnExistingRows()
     AggiornaDatabase(module.Db());
     QVERIFY(boxes.Messages().isEmpty());
     QCOMPARE(Version(db, QStringLiteral("NOTE_ACCREDITO")), QStringLiteral("1.4.0"));
-    QCOMPARE(Version(db, QStringLiteral("FATT_VEND_DDT")), QStringLiteral("1.0.0"));
+    QCOMPARE(Version(db, QStringLiteral("FATT_VEND_DDT")), QStringLiteral("1.1.0"));
     QCOMPARE(db.Rows(QStringLiteral("SELECT NUMERO, FATT_IDFATT_VEND, FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO")),
              QStringList({QStringLiteral("1|<null>|<null>|<null>")}));
     db.Exec(QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA) "
