@@ -19,6 +19,7 @@ private slots:
     void cleanup();
     void schemaRecordsItsOwnKey();
     void schemaRunsOnceOnly();
+    void schemaNeedsNoInvoiceTables();
     void recurringInvoiceGetsItsReminders();
     void changedRecurrenceRewritesPendingReminders();
     void doneRemindersStayAsHistory();
@@ -28,6 +29,7 @@ private slots:
     void otherInvoicesAndManualRemindersStay();
     void unknownDayRuleIsAnswered();
     void unknownUnitIsAnsweredAndGivesNone();
+    void dailyRecurrenceOverYearsStopsAtTheCap();
     void dueRemindersArePendingOnesUpToToday();
     void markedDoneKeepsTheGeneratedNumber();
     void markingAMissingReminderRaises();
@@ -132,6 +134,15 @@ void TestKATPromemoria::schemaRunsOnceOnly()
     QCOMPARE(m_db->Rows(QStringLiteral("SELECT COUNT(*) FROM TABLE_VERSION WHERE TABELLA='PROMEMORIA'")),
              QStringList{QStringLiteral("1")});
     QCOMPARE(KATPromemoriaFattura(Db(), 0).size(), 1);
+}
+
+// Reminders by hand need only the host's tables.
+void TestKATPromemoria::schemaNeedsNoInvoiceTables()
+{
+    const TQ3TestDatabase host(TQ3TestDatabase::Where::Embedded, TQ3TestDatabase::Schema::Host);
+    KATAggiornaDatabase(host.Db());
+    const int id = KATAggiungiManuale(host.Db(), QStringLiteral("Rinnovo dominio"), QDate(2024, 3, 1), QString());
+    QCOMPARE(KATPromemoriaScaduti(host.Db(), QDate(2024, 3, 1)).first().Id, id);
 }
 
 void TestKATPromemoria::recurringInvoiceGetsItsReminders()
@@ -239,6 +250,17 @@ void TestKATPromemoria::unknownUnitIsAnsweredAndGivesNone()
                   Text(KATRegolaGiornoEsatto));
     QVERIFY(KATAggiornaPromemoriaFattura(Db(), id).UnitaSconosciuta);
     QVERIFY(Reminders(id).isEmpty());
+}
+
+void TestKATPromemoria::dailyRecurrenceOverYearsStopsAtTheCap()
+{
+    const int id = AddInvoice(12, 1, Text(KATUnitaGiorno), QStringLiteral("2024-01-01"), QStringLiteral("2034-12-31"),
+                              Text(KATRegolaGiornoEsatto));
+    QVERIFY(KATAggiornaPromemoriaFattura(Db(), id).Troncate);
+    QCOMPARE(m_db->Rows(QStringLiteral("SELECT COUNT(*), MAX(DATA) FROM PROMEMORIA")),
+             QStringList{
+                 QStringLiteral("%1|%2").arg(QString::number(KATMaxScadenze),
+                                             QDate(2024, 1, 1).addDays(KATMaxScadenze - 1).toString(Qt::ISODate))});
 }
 
 void TestKATPromemoria::dueRemindersArePendingOnesUpToToday()
