@@ -81,6 +81,23 @@ int FieldIndex(const QSqlRecord &layout, const QString &field)
     return index;
 }
 
+TQ3PreparedQuery::TQ3PreparedQuery(const QSqlDatabase &db, const QString &sql) : m_query(db)
+{
+    m_query.setForwardOnly(true);
+    if (!m_query.prepare(sql))
+        throw EQ3Exception(SqlErrorText(m_query.lastError()));
+}
+
+QSqlQuery &TQ3PreparedQuery::Run(const QVariantList &values)
+{
+    m_query.finish();
+    for (int i = 0; i < values.size(); ++i)
+        m_query.bindValue(i, values.at(i));
+    if (!m_query.exec())
+        throw EQ3Exception(SqlErrorText(m_query.lastError()));
+    return m_query;
+}
+
 TQ3Transaction::TQ3Transaction(QSqlDatabase db) : m_db(std::move(db))
 {
     if (!m_db.transaction())

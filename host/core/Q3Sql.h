@@ -54,6 +54,21 @@ inline constexpr char Q3MsgConnessioneNonRipristinata[] =
     "Connessione al database interrotta: impossibile ristabilirla. "
     "Riprovare quando il database sarà di nuovo raggiungibile.";
 
+// A statement prepared once and run again with each set of values of its
+// parameters (its "?", in order), forward only: for the same query over many
+// keys. Raises EQ3Exception on failure.
+class Q3_EXPORT TQ3PreparedQuery
+{
+public:
+    TQ3PreparedQuery(const QSqlDatabase &db, const QString &sql);
+
+    // The statement run with these values, positioned before its first row.
+    QSqlQuery &Run(const QVariantList &values);
+
+private:
+    QSqlQuery m_query;
+};
+
 // A transaction that rolls back unless committed.
 class Q3_EXPORT TQ3Transaction
 {

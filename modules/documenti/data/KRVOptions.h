@@ -4,6 +4,10 @@
 #include <QString>
 #include <QVariant>
 
+// The note an exempt invoice carries (printed, and the legal reference of its
+// electronic copy).
+inline constexpr char KRVOpzioneNotaIvaEsente[] = "FATT_IVA_ESENTE_NOTE";
+
 // The host's option store OPZIONI on the session. Both swallow every failure
 // and answer false.
 bool GetOptionValue(const QSqlDatabase &db, const QString &option, QVariant &value);

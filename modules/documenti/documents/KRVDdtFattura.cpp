@@ -8,11 +8,8 @@
 
 QList<TKRVDdtFattura> KRVDdtDellaFattura(const QSqlDatabase &db, int idFattura)
 {
-    // "+ 0": the invoice's few rows are sorted, rather than found by walking
-    // the whole primary key's index in its order.
-    QSqlQuery query = OpenQuery(db, QStringLiteral("SELECT IDDDT_SCARICO, NUMERO, DATA FROM FATT_VEND_DDT "
-                                                   "WHERE IDFATT_VEND = ")
-                                        + QString::number(idFattura) + QStringLiteral(" ORDER BY IDFATT_VEND_DDT + 0"));
+    TQ3PreparedQuery lettura(db, KRVQueryDdtFattura);
+    QSqlQuery &query = lettura.Run({idFattura});
     QList<TKRVDdtFattura> ddt;
     while (query.next())
         ddt.append({query.value(0).toInt(), query.value(1).toString(), query.value(2).toDate()});

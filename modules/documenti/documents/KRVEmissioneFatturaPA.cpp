@@ -1,5 +1,7 @@
 #include "KRVEmissioneFatturaPA.h"
 
+#include "KRVDdtFattura.h"
+#include "KRVFatturaRiferimento.h"
 #include "KRVNatureIva.h"
 #include "KRVOptions.h"
 #include "KRVRigheDocumento.h"
@@ -84,32 +86,8 @@ QString SenzaPrefisso(const QString &partitaIva)
     return QString(partitaIva).remove(prefisso).remove(QLatin1Char(' '));
 }
 
-// A statement prepared once and run again for every document, its one
-// parameter the key (or code) asked for.
-class TInterrogazione
-{
-public:
-    TInterrogazione(const QSqlDatabase &db, const QString &sql) : m_query(db)
-    {
-        m_query.setForwardOnly(true);
-        if (!m_query.prepare(sql))
-            throw EQ3Exception(SqlErrorText(m_query.lastError()));
-    }
-    QSqlQuery &Esegui(const QVariant &parametro)
-    {
-        m_query.finish();
-        m_query.bindValue(0, parametro);
-        if (!m_query.exec())
-            throw EQ3Exception(SqlErrorText(m_query.lastError()));
-        return m_query;
-    }
-
-private:
-    QSqlQuery m_query;
-};
-
 // The customer as the document keeps it, with its electronic invoice data from CLIENTI.
-TKRVClienteFatturaPA LeggiCliente(TInterrogazione &clienti, const QSqlQuery &testata, const QString &documento,
+TKRVClienteFatturaPA LeggiCliente(TQ3PreparedQuery &clienti, const QSqlQuery &testata, const QString &documento,
                                   QStringList &problemi)
 {
     // Header columns 2 to 10: code, name, address, city, CAP, province, country, fiscal code, VAT number.
@@ -125,7 +103,7 @@ TKRVClienteFatturaPA LeggiCliente(TInterrogazione &clienti, const QSqlQuery &tes
     const QString partitaIva = Testo(testata, 10).toUpper();
 
     QString soggetto = QStringLiteral("A");
-    QSqlQuery &cliente = clienti.Esegui(codice);
+    QSqlQuery &cliente = clienti.Run({codice});
     if (cliente.next()) {
         c.CodiceDestinatario = Testo(cliente, 0).toUpper();
         c.Pec = Testo(cliente, 1);
@@ -173,7 +151,7 @@ struct TNatureOpzioni
     explicit TNatureOpzioni(const QSqlDatabase &db)
         : NonImponibile(KRVNaturaNonImponibile(db)), Esente(KRVNaturaEsente(db))
     {
-        if (QVariant nota; GetOptionValue(db, QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota))
+        if (QVariant nota; GetOptionValue(db, QString::fromLatin1(KRVOpzioneNotaIvaEsente), nota))
             NotaEsente = nota.toString().simplified();
         if (NotaEsente.isEmpty())
             NotaEsente = RiferimentoNatura(Esente);
@@ -255,10 +233,7 @@ struct TKRVLettoreFatturaPA::TStato
                         .arg(Tabella.Fattura ? QStringLiteral("R.SCONTO") : QStringLiteral("0"), Tabella.Righe,
                              Tabella.Chiave, Tabella.ChiaveRiga)),
           // An invoice names the delivery notes it was filled from, a credit note the invoice it corrects.
-          Riferimenti(db, Tabella.Fattura ? QStringLiteral("SELECT NUMERO, DATA FROM FATT_VEND_DDT WHERE IDFATT_VEND = "
-                                                           "? ORDER BY IDFATT_VEND_DDT + 0")
-                                          : QStringLiteral("SELECT FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO WHERE "
-                                                           "IDNOTA_ACCREDITO = ? AND FATT_DATA IS NOT NULL"))
+          Riferimenti(db, Tabella.Fattura ? KRVQueryDdtFattura : KRVQueryFatturaDellaNota)
     {
         try {
             Azienda = Q3LeggiAzienda(db);
@@ -272,10 +247,10 @@ struct TKRVLettoreFatturaPA::TStato
     TNatureOpzioni Nature;
     TQ3Azienda Azienda;
     QStringList ProblemiAzienda;
-    TInterrogazione Testate;
-    TInterrogazione Clienti;
-    TInterrogazione Righe;
-    TInterrogazione Riferimenti;
+    TQ3PreparedQuery Testate;
+    TQ3PreparedQuery Clienti;
+    TQ3PreparedQuery Righe;
+    TQ3PreparedQuery Riferimenti;
 };
 
 TKRVLettoreFatturaPA::TKRVLettoreFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo)
@@ -288,7 +263,7 @@ TKRVDatiFatturaPA TKRVLettoreFatturaPA::Leggi(int id, QStringList &problemi)
 {
     TStato &s = *m_stato;
     const TTabelleFatturaPA &t = s.Tabella;
-    QSqlQuery &testata = s.Testate.Esegui(id);
+    QSqlQuery &testata = s.Testate.Run({id});
     if (!testata.next())
         throw EQ3Exception(QStringLiteral("Il documento non è presente nell'archivio: salvarlo prima."));
 
@@ -303,13 +278,14 @@ TKRVDatiFatturaPA TKRVLettoreFatturaPA::Leggi(int id, QStringList &problemi)
     problemi << s.ProblemiAzienda;
     dati.Cliente = LeggiCliente(s.Clienti, testata, documento, problemi);
     ControllaIndirizzoCliente(dati.Cliente, documento, problemi);
-    LeggiRighe(s.Righe.Esegui(id), esente, s.Nature, dati);
-    QSqlQuery &riferimenti = s.Riferimenti.Esegui(id);
+    LeggiRighe(s.Righe.Run({id}), esente, s.Nature, dati);
+    // Both queries answer key, number and date; a note without an invoice has no date.
+    QSqlQuery &riferimenti = s.Riferimenti.Run({id});
     while (riferimenti.next()) {
         if (t.Fattura)
-            dati.Ddt.append({Testo(riferimenti, 0), riferimenti.value(1).toDate()});
-        else
-            dati.FattureCollegate.append({Testo(riferimenti, 0), riferimenti.value(1).toDate()});
+            dati.Ddt.append({Testo(riferimenti, 1), riferimenti.value(2).toDate()});
+        else if (!riferimenti.isNull(2))
+            dati.FattureCollegate.append({Testo(riferimenti, 1), riferimenti.value(2).toDate()});
     }
     // Filled from delivery notes, an invoice is a deferred one.
     if (!dati.Ddt.isEmpty())
@@ -339,19 +315,28 @@ TKRVFatturaPAVerificata KRVVerificaFatturaPA(TKRVLettoreFatturaPA &lettore, int 
     // taken only for a file that is going to be written.
     verificata.Dati.ProgressivoInvio = ProgressivoInvio(1);
     verificata.Errori << KRVControlliSdI(verificata.Dati);
-    for (const QString &errore : KRVValidaSchemaFatturaPA(KRVScriviFatturaPA(verificata.Dati)))
+    verificata.Xml = KRVScriviFatturaPA(verificata.Dati);
+    for (const QString &errore : KRVValidaSchemaFatturaPA(verificata.Xml))
         verificata.Errori << documento + QStringLiteral(": ") + errore;
     return verificata;
 }
 
-QString KRVNumeraFatturaPA(const QSqlDatabase &db, TKRVDatiFatturaPA &dati, int &progressivo)
+QString KRVNumeraFatturaPA(const QSqlDatabase &db, TKRVFatturaPAVerificata &verificata, int &progressivo)
 {
     progressivo =
         QueryScalar(db, QStringLiteral("SELECT NEXT VALUE FOR GEN_FPA_PROGRESSIVO FROM RDB$DATABASE")).toInt();
-    const QString nome = KRVNomeFileFatturaPA(SenzaPrefisso(dati.Azienda.PartitaIva), progressivo);
+    const QString nome = KRVNomeFileFatturaPA(SenzaPrefisso(verificata.Dati.Azienda.PartitaIva), progressivo);
     if (nome.isEmpty())
         throw EQ3Exception(QStringLiteral("I progressivi dei file della fattura elettronica sono esauriti."));
-    dati.ProgressivoInvio = ProgressivoInvio(progressivo);
+    // The checked file differs from the one written only in this element.
+    const auto elemento = [](const QString &valore) {
+        return QStringLiteral("<ProgressivoInvio>%1</ProgressivoInvio>").arg(valore).toUtf8();
+    };
+    const QByteArray provvisorio = elemento(verificata.Dati.ProgressivoInvio);
+    if (verificata.Xml.count(provvisorio) != 1)
+        throw EQ3Exception(QStringLiteral("Il file della fattura elettronica non ha il suo progressivo d'invio."));
+    verificata.Dati.ProgressivoInvio = ProgressivoInvio(progressivo);
+    verificata.Xml.replace(provvisorio, elemento(verificata.Dati.ProgressivoInvio));
     return nome;
 }
 
@@ -363,13 +348,14 @@ void KRVScriviFileFatturaPA(const QString &percorso, const QByteArray &xml)
             QStringLiteral("Impossibile scrivere il file \"%1\":\n\r%2").arg(percorso, file.errorString()));
 }
 
-void KRVRegistraFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id, const QString &nome,
-                          int progressivo)
+void KRVRegistraFatturePA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, const QList<TKRVFileFatturaPA> &prodotti)
 {
     const TTabelleFatturaPA t = Tabelle(tipo);
-    ExecSQL(db, QStringLiteral("UPDATE %1 SET FPA_NOME_FILE = %2, FPA_PROGRESSIVO = %3, "
-                               "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE %4 = %5")
-                    .arg(t.Testata, QuotedStr(nome), QString::number(progressivo), t.Chiave, QString::number(id)));
+    TQ3PreparedQuery registra(db, QStringLiteral("UPDATE %1 SET FPA_NOME_FILE = ?, FPA_PROGRESSIVO = ?, "
+                                                 "FPA_PRODOTTA = CURRENT_TIMESTAMP WHERE %2 = ?")
+                                      .arg(t.Testata, t.Chiave));
+    for (const TKRVFileFatturaPA &prodotto : prodotti)
+        registra.Run({prodotto.Nome, prodotto.Progressivo, prodotto.Id});
 }
 
 TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id,
@@ -384,12 +370,12 @@ TKRVEmissioneFatturaPA KRVEmettiFatturaPA(const QSqlDatabase &db, EKRVDocumentoF
         return esito;
 
     int progressivo = 0;
-    const QString nome = KRVNumeraFatturaPA(db, verificata.Dati, progressivo);
+    const QString nome = KRVNumeraFatturaPA(db, verificata, progressivo);
     const QString percorso = QDir(cartella).filePath(nome);
-    KRVScriviFileFatturaPA(percorso, KRVScriviFatturaPA(verificata.Dati));
+    KRVScriviFileFatturaPA(percorso, verificata.Xml);
     try {
         TQ3Transaction transazione(db);
-        KRVRegistraFatturaPA(db, tipo, id, nome, progressivo);
+        KRVRegistraFatturePA(db, tipo, {{id, nome, progressivo}});
         transazione.Commit();
     } catch (...) {
         // A file the document does not record would be sent without a trace.

@@ -50,21 +50,30 @@ struct TKRVFatturaPAVerificata
 {
     TKRVDatiFatturaPA Dati;
     QStringList Errori;
+    QByteArray Xml; // the file checked, with a provisional progressive
 };
 TKRVFatturaPAVerificata KRVVerificaFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id);
 TKRVFatturaPAVerificata KRVVerificaFatturaPA(TKRVLettoreFatturaPA &lettore, int id);
 
-// Takes the next send progressive (never given twice) into the data and
-// answers the file's name.
-QString KRVNumeraFatturaPA(const QSqlDatabase &db, TKRVDatiFatturaPA &dati, int &progressivo);
+// Takes the next send progressive (never given twice) into the checked file
+// and its data, and answers the file's name.
+QString KRVNumeraFatturaPA(const QSqlDatabase &db, TKRVFatturaPAVerificata &verificata, int &progressivo);
 
 // Writes a file whole or not at all.
 void KRVScriviFileFatturaPA(const QString &percorso, const QByteArray &xml);
 
-// Records on the document the file produced for it: name, progressive and
+// A file produced for a document: its name and send progressive.
+struct TKRVFileFatturaPA
+{
+    int Id = 0;
+    QString Nome;
+    int Progressivo = 0;
+};
+
+// Records on each document the file produced for it: name, progressive and
 // now. Runs in the caller's transaction.
-void KRVRegistraFatturaPA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo, int id, const QString &nome,
-                          int progressivo);
+void KRVRegistraFatturePA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo,
+                          const QList<TKRVFileFatturaPA> &prodotti);
 
 // What producing a file came to.
 struct TKRVEmissioneFatturaPA

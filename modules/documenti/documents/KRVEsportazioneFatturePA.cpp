@@ -10,18 +10,6 @@
 
 #include <memory>
 
-namespace {
-
-// The documents that got a file, until the database records them.
-struct TKRVFileScritto
-{
-    int Id;
-    QString Nome;
-    int Progressivo;
-};
-
-} // namespace
-
 TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo,
                                               const QList<int> &ids, const TKRVDestinazioneFatturePA &destinazione,
                                               const TKRVAvanzamentoFatturePA &avanzamento)
@@ -37,12 +25,12 @@ TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocume
             QStringLiteral("La cartella \"%1\" non esiste.").arg(QDir::toNativeSeparators(destinazione.Percorso)));
     }
     TKRVEsportazioneFatturePA esito;
-    QList<TKRVFileScritto> scritti;
+    QList<TKRVFileFatturaPA> scritti;
     const QDir cartella(destinazione.Percorso);
     const auto rimuoviFileScritti = [&] {
         if (zip)
             return;
-        for (const TKRVFileScritto &file : std::as_const(scritti))
+        for (const TKRVFileFatturaPA &file : std::as_const(scritti))
             QFile::remove(cartella.filePath(file.Nome));
     };
     try {
@@ -62,12 +50,11 @@ TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocume
             documento.Documento = KRVNomeDocumentoFatturaPA(verificata.Dati);
             if (verificata.Errori.isEmpty()) {
                 int progressivo = 0;
-                documento.NomeFile = KRVNumeraFatturaPA(db, verificata.Dati, progressivo);
-                const QByteArray xml = KRVScriviFatturaPA(verificata.Dati);
+                documento.NomeFile = KRVNumeraFatturaPA(db, verificata, progressivo);
                 if (zip)
-                    zip->Add(documento.NomeFile, xml);
+                    zip->Add(documento.NomeFile, verificata.Xml);
                 else
-                    KRVScriviFileFatturaPA(cartella.filePath(documento.NomeFile), xml);
+                    KRVScriviFileFatturaPA(cartella.filePath(documento.NomeFile), verificata.Xml);
                 scritti.append({documento.Id, documento.NomeFile, progressivo});
                 esito.Scritte.append(documento);
             } else {
@@ -81,8 +68,7 @@ TKRVEsportazioneFatturePA KRVEsportaFatturePA(const QSqlDatabase &db, EKRVDocume
         }
         if (zip)
             zip->Close();
-        for (const TKRVFileScritto &file : std::as_const(scritti))
-            KRVRegistraFatturaPA(db, tipo, file.Id, file.Nome, file.Progressivo);
+        KRVRegistraFatturePA(db, tipo, scritti);
         transazione.Commit();
     } catch (...) {
         // Files no document records would be sent without a trace.

@@ -6,10 +6,11 @@
 
 namespace {
 
-// The first row of a query of key, number and date, in this order.
-TKRVFatturaRiferimento LeggiRiferimento(const QSqlDatabase &db, const QString &sql)
+// The first row of a query of key, number and date, in this order, run for one key.
+TKRVFatturaRiferimento LeggiRiferimento(const QSqlDatabase &db, const QString &sql, int chiave)
 {
-    QSqlQuery query = OpenQuery(db, sql);
+    TQ3PreparedQuery lettura(db, sql);
+    QSqlQuery &query = lettura.Run({chiave});
     TKRVFatturaRiferimento fattura;
     if (!query.next() || query.isNull(2))
         return fattura;
@@ -23,15 +24,13 @@ TKRVFatturaRiferimento LeggiRiferimento(const QSqlDatabase &db, const QString &s
 
 TKRVFatturaRiferimento KRVFatturaDellaNota(const QSqlDatabase &db, int idNota)
 {
-    return LeggiRiferimento(db, QStringLiteral("SELECT FATT_IDFATT_VEND, FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO "
-                                               "WHERE IDNOTA_ACCREDITO = ")
-                                    + QString::number(idNota));
+    return LeggiRiferimento(db, KRVQueryFatturaDellaNota, idNota);
 }
 
 TKRVFatturaRiferimento KRVFatturaVendita(const QSqlDatabase &db, int idFattura)
 {
-    return LeggiRiferimento(db, QStringLiteral("SELECT IDFATT_VEND, NUMERO, DATA FROM FATT_VEND WHERE IDFATT_VEND = ")
-                                    + QString::number(idFattura));
+    return LeggiRiferimento(db, QStringLiteral("SELECT IDFATT_VEND, NUMERO, DATA FROM FATT_VEND WHERE IDFATT_VEND = ?"),
+                            idFattura);
 }
 
 QString KRVTestoFatturaRiferimento(const TKRVFatturaRiferimento &fattura)

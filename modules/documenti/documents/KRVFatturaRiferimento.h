@@ -17,6 +17,11 @@ struct TKRVFatturaRiferimento
     bool Vuota() const { return !Data.isValid(); }
 };
 
+// The invoice a credit note refers to, the note's key the one parameter: the
+// invoice's key, number and date (no date: no invoice).
+inline const QString KRVQueryFatturaDellaNota =
+    QStringLiteral("SELECT FATT_IDFATT_VEND, FATT_NUMERO, FATT_DATA FROM NOTE_ACCREDITO WHERE IDNOTA_ACCREDITO = ?");
+
 // The invoice the credit note refers to, empty when it refers to none (or
 // there is no such note).
 TKRVFatturaRiferimento KRVFatturaDellaNota(const QSqlDatabase &db, int idNota);

@@ -4,10 +4,10 @@
 #include "Q3Messages.h"
 #include "uKRVFormKit.h"
 #include "uKRVRiepilogoFatturePA.h"
+#include "uKRVScegliCartella.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -36,12 +36,14 @@ QGroupBox *Gruppo(const QString &caption, QRadioButton *primo, QRadioButton *sec
 
 } // namespace
 
-TKRVEsportaFatturePA::TKRVEsportaFatturePA(int selezionati, int trovati, QWidget *parent)
+TKRVEsportaFatturePA::TKRVEsportaFatturePA(int selezionati, int trovati, TKRVDialoghiFatturePA dialoghi,
+                                           QWidget *parent)
     : QDialog(parent), rbSelezionati(Scelta(QStringLiteral("rbSelezionati"),
                                             QStringLiteral("Documenti selezionati (%1)").arg(selezionati))),
       rbTrovati(Scelta(QStringLiteral("rbTrovati"), QStringLiteral("Tutti i documenti trovati (%1)").arg(trovati))),
       rbCartella(Scelta(QStringLiteral("rbCartella"), QStringLiteral("Un file per documento in una cartella"))),
-      rbZip(Scelta(QStringLiteral("rbZip"), QStringLiteral("Un unico file ZIP"))), txtDestinazione(new QLineEdit)
+      rbZip(Scelta(QStringLiteral("rbZip"), QStringLiteral("Un unico file ZIP"))), txtDestinazione(new QLineEdit),
+      m_dialoghi(dialoghi)
 {
     setObjectName(QStringLiteral("frmEsportaFatturePA"));
     setWindowTitle(QStringLiteral("Esportazione fatture elettroniche"));
@@ -103,25 +105,22 @@ void TKRVEsportaFatturePA::accept()
 
 void TKRVEsportaFatturePA::Sfoglia()
 {
-    const QString scelto =
-        rbZip->isChecked()
-            ? QFileDialog::getSaveFileName(this, QStringLiteral("File ZIP delle fatture elettroniche"),
-                                           txtDestinazione->text(), QStringLiteral("File ZIP (*.zip)"))
-            : QFileDialog::getExistingDirectory(this, QStringLiteral("Cartella delle fatture elettroniche"),
-                                                txtDestinazione->text());
-    if (!scelto.isEmpty())
+    QString scelto;
+    const bool scelta = rbZip->isChecked() ? m_dialoghi.Zip->Execute(scelto) : m_dialoghi.Cartella->Execute(scelto);
+    if (scelta)
         txtDestinazione->setText(QDir::toNativeSeparators(scelto));
 }
 
-bool KRVEsportaFattureElettroniche(QWidget *lista, const QSqlDatabase &db, EKRVDocumentoFatturaPA tipo,
-                                   const QList<int> &selezionati, const QList<int> &trovati)
+bool KRVEsportaFattureElettroniche(QWidget *lista, TKRVDialoghiFatturePA dialoghi, const QSqlDatabase &db,
+                                   EKRVDocumentoFatturaPA tipo, const QList<int> &selezionati,
+                                   const QList<int> &trovati)
 {
     if (trovati.isEmpty()) {
         Q3MessageBox(QStringLiteral("Attenzione"), QStringLiteral("Nessun documento da esportare."),
                      TQ3MsgIcon::Warning);
         return false;
     }
-    TKRVEsportaFatturePA scelta(int(selezionati.size()), int(trovati.size()), lista);
+    TKRVEsportaFatturePA scelta(int(selezionati.size()), int(trovati.size()), dialoghi, lista);
     if (scelta.exec() != QDialog::Accepted)
         return false;
     const QList<int> ids = scelta.SoloSelezionati() ? selezionati : trovati;

@@ -31,8 +31,8 @@ void TKRVRicercaDocumentiVendita::actEsportaFattureElettronicheExecute()
 {
     if (!KRVVerificaPermesso(Entita().PermessoModifica))
         return;
-    if (KRVEsportaFattureElettroniche(this, Sessione(), m_tipo, GridRisultati()->ChiaviSelezionate(),
-                                      GridRisultati()->Chiavi()))
+    if (KRVEsportaFattureElettroniche(this, {Main().FolderDialogFatturaPA(), Main().ZipDialogFatturePA()}, Sessione(),
+                                      m_tipo, GridRisultati()->ChiaviSelezionate(), GridRisultati()->Chiavi()))
         actCercaExecute();
 }
 

@@ -12,6 +12,7 @@ class IKRVStampeHost;
 class TKRVCartellaFatturaPA;
 class TKRVSalvaExcel;
 class TKRVSalvaPDF;
+class TKRVZipFatturePA;
 class TQ3Dataset;
 
 // What the module's windows ask of its main object, and all they know of it:
@@ -54,4 +55,5 @@ public:
     virtual TKRVSalvaExcel *SaveDialogExcel() = 0;
     // The folder dialog of the electronic invoices.
     virtual TKRVCartellaFatturaPA *FolderDialogFatturaPA() = 0;
+    virtual TKRVZipFatturePA *ZipDialogFatturePA() = 0;
 };

@@ -78,7 +78,7 @@ void StampaFatturaVendita(int IdFattVend, const QString &NomeFilePDF, int Destin
             QVariant nota;
             host->rProject()->SetParam(QStringLiteral("Param1"),
                                        GetOptionValue(fattVend->Connection()->Database(),
-                                                      QStringLiteral("FATT_IVA_ESENTE_NOTE"), nota)
+                                                      QString::fromLatin1(KRVOpzioneNotaIvaEsente), nota)
                                            ? nota.toString()
                                            : QString());
         }

@@ -26,3 +26,8 @@ TKRVCartellaFatturaPA::TKRVCartellaFatturaPA(QWidget *parent)
     : TKRVScegliCartella(QStringLiteral("DialogCartellaFatturaPA"),
                          QStringLiteral("Cartella della fattura elettronica"), parent)
 {}
+
+TKRVZipFatturePA::TKRVZipFatturePA(QWidget *parent)
+    : TKRVSalvaFile(QStringLiteral("DialogZipFatturePA"), QStringLiteral("File ZIP delle fatture elettroniche"),
+                    QStringLiteral("File ZIP (*.zip)"), QStringLiteral("zip"), parent)
+{}

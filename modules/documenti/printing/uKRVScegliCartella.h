@@ -1,5 +1,7 @@
 #pragma once
 
+#include "uKRVSalvaFile.h"
+
 #include <QFileDialog>
 
 // The module's dialog for choosing an existing folder, which keeps the folder
@@ -26,4 +28,13 @@ class TKRVCartellaFatturaPA : public TKRVScegliCartella
 
 public:
     explicit TKRVCartellaFatturaPA(QWidget *parent = nullptr);
+};
+
+// The ZIP file many electronic invoices are written into.
+class TKRVZipFatturePA : public TKRVSalvaFile
+{
+    Q_OBJECT
+
+public:
+    explicit TKRVZipFatturePA(QWidget *parent = nullptr);
 };

@@ -397,6 +397,13 @@ TKRVCartellaFatturaPA *TKRVDialoghiSalvataggio::CartellaFatturaPA()
     return m_cartellaFatturaPA.get();
 }
 
+TKRVZipFatturePA *TKRVDialoghiSalvataggio::ZipFatturePA()
+{
+    if (!m_zipFatturePA)
+        m_zipFatturePA = std::make_unique<TKRVZipFatturePA>();
+    return m_zipFatturePA.get();
+}
+
 void KRVApriFatturaCiclica(QWidget *editor, int id)
 {
     auto fattura = qobject_cast<TKRVInserimentoFattureVendita *>(editor);

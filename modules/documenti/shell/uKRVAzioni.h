@@ -11,6 +11,7 @@
 
 class IKRVMain;
 class TKRVCartellaFatturaPA;
+class TKRVZipFatturePA;
 class TKRVSalvaExcel;
 class TKRVSalvaPDF;
 
@@ -71,11 +72,13 @@ public:
     TKRVSalvaPDF *PDF();
     TKRVSalvaExcel *Excel();
     TKRVCartellaFatturaPA *CartellaFatturaPA();
+    TKRVZipFatturePA *ZipFatturePA();
 
 private:
     std::unique_ptr<TKRVSalvaPDF> m_pdf;
     std::unique_ptr<TKRVSalvaExcel> m_excel;
     std::unique_ptr<TKRVCartellaFatturaPA> m_cartellaFatturaPA;
+    std::unique_ptr<TKRVZipFatturePA> m_zipFatturePA;
 };
 
 // The invoice editor on the invoice of that key, made recurring once shown.

@@ -67,6 +67,7 @@ public:
     TKRVSalvaPDF *SaveDialogPDF() override { return m_dialoghiSalvataggio.PDF(); }
     TKRVSalvaExcel *SaveDialogExcel() override { return m_dialoghiSalvataggio.Excel(); }
     TKRVCartellaFatturaPA *FolderDialogFatturaPA() override { return m_dialoghiSalvataggio.CartellaFatturaPA(); }
+    TKRVZipFatturePA *ZipDialogFatturePA() override { return m_dialoghiSalvataggio.ZipFatturePA(); }
     TQ3Dataset *Dataset(const QString &name) const override { return m_datasets.value(name); }
     QWidget *Form(TKRVAzione azione) const override { return m_forms.value(azione); }
     void Run(TKRVAzione azione) override;

@@ -385,6 +385,9 @@ private slots:
         QVERIFY(seconda.NomeFile != prima.NomeFile);
         QVERIFY(QFileInfo::exists(prima.Percorso) && QFileInfo::exists(seconda.Percorso));
         VALIDA(Contenuto(seconda.Percorso));
+        // The file carries its own progressive, not the one it was checked with.
+        QCOMPARE(Valori(Contenuto(seconda.Percorso), "ProgressivoInvio"),
+                 QStringList({QString::number(seconda.Progressivo, 36).toUpper()}));
         QCOMPARE(Db().Rows(QStringLiteral("SELECT FPA_NOME_FILE, FPA_PROGRESSIVO FROM FATT_VEND")),
                  QStringList({seconda.NomeFile + QStringLiteral("|") + QString::number(seconda.Progressivo)}));
     }

@@ -6,9 +6,11 @@
 #include "../documents/KRVEmissioneTestKit.h"
 #include "../documents/KRVFatturaPATestKit.h"
 #include "../documents/KRVFattureTestKit.h"
+#include "Q3AdminTestKit.h"
 #include "uKRVEsportaFatturePA.h"
 #include "uKRVRicercaDocumentiVendita.h"
 #include "uKRVRiepilogoFatturePA.h"
+#include "uKRVScegliCartella.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -79,6 +81,7 @@ private slots:
     void allFoundIntoOneZipFile();
     void emptyDestinationIsAskedFor();
     void creditNotesListHasTheCommand();
+    void browseChoosesTheZipFileInTheModulesDialog();
 
 private:
     // Invoices 1, 2 and 3 of this year, the second of a customer whose VAT
@@ -230,6 +233,34 @@ void TestElencoFatturePA::creditNotesListHasTheCommand()
     Trigger(m_lista, ActEsporta);
     QCOMPARE(m_responder->Messages().size(), 1);
     KRV_COMPARE_BOX(m_responder->Messages().at(0), "Attenzione", "Nessun documento da esportare.", Warning, Ok);
+}
+
+// "Sfoglia..." opens the module's ZIP file dialog, which adds the extension
+// and remembers the file for the next time.
+void TestElencoFatturePA::browseChoosesTheZipFileInTheModulesDialog()
+{
+    ApriFatture();
+    const QString zip = m_cartella->filePath(QStringLiteral("anno"));
+    QString mostrato;
+    auto timer = new QTimer(m_lista);
+    timer->setInterval(20);
+    connect(timer, &QTimer::timeout, timer, [&] {
+        auto dialog = qobject_cast<TKRVEsportaFatturePA *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        Click(Field<QRadioButton>(dialog, QStringLiteral("rbZip")));
+        Q3AdminTest::ChooseFileWhenShown(dialog, zip);
+        Click(Field<QPushButton>(dialog, QStringLiteral("btnSfoglia")));
+        mostrato = Field<QLineEdit>(dialog, QStringLiteral("txtDestinazione"))->text();
+        Click(Field<QPushButton>(dialog, QStringLiteral("btnAnnulla")));
+    });
+    timer->start();
+    Trigger(m_lista, ActEsporta);
+    QCOMPARE(mostrato, QDir::toNativeSeparators(zip + QStringLiteral(".zip")));
+    QCOMPARE(m_module->Main->ZipDialogFatturePA()->LastFileName(), zip + QStringLiteral(".zip"));
+    QCOMPARE(QDir(m_cartella->path()).entryList(QDir::Files), QStringList());
 }
 
 QTEST_MAIN(TestElencoFatturePA)
