@@ -14,6 +14,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMetaProperty>
 #include <QPlainTextEdit>
 #include <QStyledItemDelegate>
 #include <QToolTip>
@@ -47,15 +48,18 @@ public:
     }
 
     // The end of an edit: what the accepted value sets off (the totals, which
-    // read the VAT rates) runs under the failure guard.
+    // read the VAT rates) runs under the failure guard. The value is read here
+    // rather than by the base class, so that a failure reaches the guard
+    // through none of the widget library's frames, which release nothing on
+    // the way out.
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override
     {
-        Q3Guarded([&] {
-            if (auto memo = qobject_cast<QPlainTextEdit *>(editor))
-                model->setData(index, memo->toPlainText());
-            else
-                QStyledItemDelegate::setModelData(editor, model, index);
-        });
+        QVariant valore;
+        if (auto memo = qobject_cast<QPlainTextEdit *>(editor))
+            valore = memo->toPlainText();
+        else
+            valore = editor->property(editor->metaObject()->userProperty().name());
+        Q3Guarded([&] { model->setData(index, valore); });
     }
 
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
