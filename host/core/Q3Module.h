@@ -2,10 +2,23 @@
 
 #include "Q3Global.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <QVariantList>
 #include <QtPlugin>
+
+#include <functional>
+
+// A notice a module has for the user who has just logged in, which the host
+// shows once: its title and text, and what opens the window it speaks of
+// (when there is one, the box asks whether to open it).
+struct TQ3AvvisoAccesso
+{
+    QString Titolo;
+    QString Testo;
+    std::function<void()> Apri{};
+};
 
 // The main object of a module, made by its plug-in's factory once the host has
 // loaded the library. Its life, as the host's loader runs it:
@@ -14,6 +27,7 @@
 //    the module: it deletes the main object without the two calls below.
 //  - AllModulesInitialized: once every module has been initialised, in the
 //    same order; the place for work that needs the other modules running.
+//  - AvvisiAccesso: once the main window shows, for the user who logged in.
 //  - ModuloFinalize: the host is about to shut down; in the reverse order.
 //  - Finalize: after every module's ModuloFinalize, in the reverse order;
 //    then the host deletes the main object.
@@ -24,6 +38,8 @@ public:
     virtual QObject *AsObject() = 0;
     virtual void Initialize() = 0;
     virtual void AllModulesInitialized() {}
+    // The notices for the user who has just logged in; none by default.
+    virtual QList<TQ3AvvisoAccesso> AvvisiAccesso() { return {}; }
     virtual int ExecutePkgAction(const QString &actionName, const QVariantList &parameters, int lastIndex) = 0;
     virtual void ModuloFinalize() = 0;
     virtual void Finalize() = 0;
@@ -42,5 +58,5 @@ public:
     virtual IQ3Module *CreateModule(QObject *owner) = 0;
 };
 
-#define IQ3ModulePlugin_iid "it.quillo3.IQ3ModulePlugin/2.0"
+#define IQ3ModulePlugin_iid "it.quillo3.IQ3ModulePlugin/2.1"
 Q_DECLARE_INTERFACE(IQ3ModulePlugin, IQ3ModulePlugin_iid)

@@ -242,3 +242,22 @@ QList<TQ3ModuleMetadata> TQ3ModuleLoader::StartedMetadata() const
         metadata << started.Metadata;
     return metadata;
 }
+
+void Q3MostraAvvisiAccesso()
+{
+    QList<TQ3PackageEntry> moduli = PackageList();
+    for (const TQ3PackageEntry &modulo : moduli) {
+        IQ3Module *main = modulo.MainObject;
+        if (!main)
+            continue;
+        Guarded(modulo.FileName, QStringLiteral("AvvisiAccesso"), [main] {
+            for (const TQ3AvvisoAccesso &avviso : main->AvvisiAccesso()) {
+                if (!avviso.Apri)
+                    Q3MessageBox(avviso.Titolo, avviso.Testo, TQ3MsgIcon::Information);
+                else if (Q3MessageBox(avviso.Titolo, avviso.Testo, TQ3MsgIcon::Question, TQ3MsgButtons::YesNo)
+                         == TQ3MsgResult::Yes)
+                    avviso.Apri();
+            }
+        });
+    }
+}

@@ -48,3 +48,10 @@ private:
 
     QList<TStarted> m_started;
 };
+
+// The notices of every registered module for the user who has just logged in
+// (IQ3Module::AvvisiAccesso), in the order the modules were registered: each
+// in a box with its title; one with a window to open asks "Sì"/"No" and opens
+// it on "Sì", the others only inform. A module's failure is shown and the
+// others go on.
+Q3_EXPORT void Q3MostraAvvisiAccesso();

@@ -51,3 +51,15 @@ void UnregisterPackage(const QString &fileName)
     if (index >= 0)
         PackageList().removeAt(index);
 }
+
+bool Q3ModuloCaricato(const QString &nome)
+{
+    return GetPackageIndex(nome + QString::fromLatin1(Q3ModuleFileExtension)) >= 0;
+}
+
+int Q3EseguiAzioneModulo(const QString &nome, const QString &azione, const QVariantList &parametri)
+{
+    const int index = GetPackageIndex(nome + QString::fromLatin1(Q3ModuleFileExtension));
+    IQ3Module *modulo = index < 0 ? nullptr : PackageList().at(index).MainObject;
+    return modulo ? modulo->ExecutePkgAction(azione, parametri, int(parametri.size()) - 1) : -1;
+}

@@ -32,3 +32,10 @@ Q3_EXPORT QList<IQ3Module *> CreatePackageMainObjects(QObject *owner);
 Q3_EXPORT void ReleasePackageMainObject(IQ3Module *mainObject);
 // Takes a module out of the registry.
 Q3_EXPORT void UnregisterPackage(const QString &fileName);
+
+// Whether a module of that name ("Documenti", "Attivita") is registered.
+Q3_EXPORT bool Q3ModuloCaricato(const QString &nome);
+// Asks the module of that name for a named request through its package action
+// entry, with the parameters and the index of the last one; answers what the
+// module answers, or -1 when no such module has a main object.
+Q3_EXPORT int Q3EseguiAzioneModulo(const QString &nome, const QString &azione, const QVariantList &parametri);

@@ -275,3 +275,16 @@ bool Q3UtenteAmministratore(const QSqlDatabase &db, const QString &userName)
 {
     return AmministratoriAttivi(db, StessoNome(QStringLiteral("U.USER_NAME"), userName)) > 0;
 }
+
+bool Q3UtenteHaDiritto(const QSqlDatabase &db, const QString &userName, const QString &diritto)
+{
+    return QueryScalar(db, QStringLiteral(
+                               "SELECT COUNT(*) FROM UTENTI_RUOLI UR "
+                               "JOIN ABILITAZIONI_RUOLI AR ON AR.IDRUOLO_UTENTE = UR.IDRUOLO_UTENTE "
+                               "JOIN ABILITAZIONI_UTENTE A ON A.IDABILITAZIONE_UTENTE = AR.IDABILITAZIONE_UTENTE "
+                               "WHERE %1 AND A.ABILITAZIONE_UTENTE IN (%2, %3)")
+                               .arg(StessoNome(QStringLiteral("UR.USER_NAME"), userName), QuotedStr(diritto),
+                                    QuotedStr(QString::fromLatin1(Q3MasterPermission))))
+               .toInt()
+           > 0;
+}

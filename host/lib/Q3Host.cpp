@@ -26,6 +26,7 @@
 #include <QIcon>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -301,6 +302,8 @@ int RunQuillo3(int argc, char **argv)
     int code = 0;
     if (!options.Headless) {
         host.MainForm()->showMaximized();
+        // The modules' notices once the main window is on the screen.
+        QTimer::singleShot(0, qApp, [] { Q3MostraAvvisiAccesso(); });
         code = QApplication::exec();
     }
     host.UnloadModules();

@@ -1,5 +1,6 @@
 #include "Q3MainForm.h"
 
+#include "Q3Connection.h"
 #include "Q3Registry.h"
 #include "Q3WidgetServices.h"
 
@@ -103,6 +104,21 @@ void TQ3MainForm::About()
 TQ3MainForm *GetQ3MainForm()
 {
     return mainForm;
+}
+
+void Q3UsaConnessioneHost(TQ3Connection *connection)
+{
+    TQ3MainForm *host = GetQ3MainForm();
+    if (!host)
+        return;
+    for (QObject *component : host->children()) {
+        if (auto hostConnection = qobject_cast<TQ3Connection *>(component)) {
+            connection->Close();
+            connection->SetConnectionString(hostConnection->ConnectionString());
+            connection->Open();
+            return;
+        }
+    }
 }
 
 void ShowQ3ChildForm(QWidget *form)

@@ -11,6 +11,8 @@ class QMdiSubWindow;
 // The host's main window: a multi-document frame with its own top menus
 // "File", "Anagrafiche", "Documenti", "Tabelle" and "?", into which modules
 // merge theirs, a toolbar dock and a status bar with the user and the database.
+class TQ3Connection;
+
 class Q3_EXPORT TQ3MainForm : public QMainWindow
 {
     Q_OBJECT
@@ -39,6 +41,10 @@ private:
 
 // The application's main form, null until the host has made it.
 Q3_EXPORT TQ3MainForm *GetQ3MainForm();
+
+// Opens a module's connection on the database of the host's connection (the
+// one the main form owns); leaves it as it is when there is no main form.
+Q3_EXPORT void Q3UsaConnessioneHost(TQ3Connection *connection);
 
 // Shows a module window as a child of the main form (a window of its own when
 // there is no main form); brings it forward when it is already shown.

@@ -39,6 +39,7 @@ private slots:
     void metadataFieldsAreChecked_data();
     void metadataFieldsAreChecked();
     void documentiCarriesItsMetadata();
+    void attivitaCarriesItsMetadata();
     void documentiStartsAsTheHostStartsIt();
 
 private:
@@ -372,6 +373,17 @@ void TestQ3CaricamentoModuli::documentiCarriesItsMetadata()
     QCOMPARE(GetPackageIndex(QStringLiteral("Documenti.so")), -1);
 }
 
+void TestQ3CaricamentoModuli::attivitaCarriesItsMetadata()
+{
+    const QString path = QDir(TQ3Host::ModulesFolder()).filePath(QStringLiteral("Attivita.so"));
+    const TQ3ModuleMetadata metadata = ReadQ3ModuleMetadata(path);
+    QCOMPARE(metadata.Name, QStringLiteral("Attivita"));
+    QCOMPARE(metadata.Description, QStringLiteral("Modulo Attività"));
+    QCOMPARE(metadata.Version, QVersionNumber::fromString(QStringLiteral(Q3_VERSIONE)));
+    QCOMPARE(metadata.FileName(), QStringLiteral("Attivita.so"));
+    QVERIFY(!QPluginLoader(path).isLoaded());
+}
+
 void TestQ3CaricamentoModuli::documentiStartsAsTheHostStartsIt()
 {
     TQ3TestDatabase database;
@@ -385,8 +397,17 @@ void TestQ3CaricamentoModuli::documentiStartsAsTheHostStartsIt()
     loader.Load(TQ3Host::ModulesFolder(), qApp);
     loader.Load(TQ3Host::ModulesFolder(), qApp);
     QCOMPARE(Messages(), QStringList());
-    QCOMPARE(loader.Started(), QStringList{"Documenti.so"});
-    QCOMPARE(PackageList().size(), 1);
+    // The activities module starts beside it, in the order of their file names.
+    QCOMPARE(loader.Started(), (QStringList{"Attivita.so", "Documenti.so"}));
+    QCOMPARE(PackageList().size(), 2);
+    const TQ3PackageEntry &attivita = PackageList().at(GetPackageIndex(QStringLiteral("Attivita.so")));
+    QCOMPARE(attivita.Description, QStringLiteral("Modulo Attività"));
+    QCOMPARE(attivita.MainObject->AsObject()->metaObject()->className(), "TKATMain");
+    QVERIFY(mainForm->TopMenu(QStringLiteral("Attività")));
+    QCOMPARE(database
+                 .Scalar(QStringLiteral("SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = 'PROMEMORIA'"))
+                 .toInt(),
+             1);
     const TQ3PackageEntry &entry = PackageList().at(GetPackageIndex(QStringLiteral("Documenti.so")));
     QCOMPARE(entry.Description, QStringLiteral("Modulo Documenti"));
     QCOMPARE(entry.MainObject->AsObject()->metaObject()->className(), "TKRVMain");
@@ -399,6 +420,7 @@ void TestQ3CaricamentoModuli::documentiStartsAsTheHostStartsIt()
 
     loader.Unload();
     QCOMPARE(GetPackageIndex(QStringLiteral("Documenti.so")), -1);
+    QCOMPARE(GetPackageIndex(QStringLiteral("Attivita.so")), -1);
     QCOMPARE(Messages(), QStringList());
 }
 

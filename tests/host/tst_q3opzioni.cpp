@@ -32,7 +32,7 @@ TQ3ModuleMetadata Documenti()
 // A plug-in's metadata with these options.
 QJsonObject ConOpzioni(const QByteArray &options)
 {
-    const QByteArray json = R"({"IID": "it.quillo3.IQ3ModulePlugin/2.0", "MetaData": {"Name": "Prova",
+    const QByteArray json = R"({"IID": "it.quillo3.IQ3ModulePlugin/2.1", "MetaData": {"Name": "Prova",
         "Version": "1.0", "Description": "Modulo di prova", "Options": )"
                             + options + "}}";
     return QJsonDocument::fromJson(json).object();

@@ -21,6 +21,34 @@ Q3_CI_SANITIZE=sometimes budget 0 >/dev/null || status=$?
 [ "$status" = 2 ] || fail "an unknown mode should be an error, not a skip"
 echo "PASS: sanitizer budget"
 
+# A suite whose run LeakSanitizer's tracer broke runs once more; a leak or a
+# failed test stands.
+fake=$(mktemp -d)
+cat >"$fake/suite" <<'SUITE'
+#!/usr/bin/env bash
+count=$(cat "$0.runs" 2>/dev/null || echo 0)
+echo $((count + 1)) >"$0.runs"
+echo "Totals: 3 passed, 0 failed"
+if [ "$count" = 0 ]; then
+  echo "Tracer caught signal 11: addr=0x198"
+  echo "==1==LeakSanitizer has encountered a fatal error."
+  [ "${1:-}" = leak ] && echo "==1==ERROR: LeakSanitizer: detected memory leaks"
+  [ "${1:-}" = fail ] && echo "FAIL!  : T::f() wrong"
+  exit 1
+fi
+exit 0
+SUITE
+chmod +x "$fake/suite"
+"$root/scripts/sanitizer/run-suite.sh" "$fake/suite" >/dev/null || fail "a broken tracer should give a second run"
+[ "$(cat "$fake/suite.runs")" = 2 ] || fail "the suite should have run twice"
+for outcome in leak fail; do
+  rm -f "$fake/suite.runs"
+  ! "$root/scripts/sanitizer/run-suite.sh" "$fake/suite" "$outcome" >/dev/null || fail "a $outcome should stand"
+  [ "$(cat "$fake/suite.runs")" = 1 ] || fail "a $outcome should not run the suite again"
+done
+rm -rf "$fake"
+echo "PASS: sanitizer suite runner"
+
 if ! command -v clang-format >/dev/null; then
   echo "SKIP: clang-format is missing (scripts/install-deps.sh installs it)"
   exit 77

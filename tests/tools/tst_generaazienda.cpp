@@ -11,7 +11,9 @@
 #include "Q3Controlli.h"
 #include "Q3Exception.h"
 #include "Q3Messages.h"
+#include "Q3Sql.h"
 #include "Q3TestDatabase.h"
+#include "Q3Utils.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -99,6 +101,7 @@ private slots:
     void documentsAreWhatTheEditorsLineModelComputes();
     void everyLineKindIsValid();
     void exemptRecurringAndNotedInvoicesEveryYear();
+    void recurringInvoicesStillRunningHaveTheirReminders();
     void taxCodesAndVatNumbersHaveAValidShape();
     void documentsCopyTheCustomer();
     void zeroRatesCarryANature();
@@ -119,6 +122,33 @@ private:
     std::unique_ptr<TQ3TestDatabase> m_db;
     TKRVRiepilogoGenerazione m_riepilogo;
 };
+
+void TestGeneraAzienda::recurringInvoicesStillRunningHaveTheirReminders()
+{
+    const QDate fine(AnnoFinale, 12, 31);
+    const QString dopo = QuotedStr(DateToString_YYYYMMDD(fine));
+    QVERIFY(m_riepilogo.Promemoria > 0);
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM PROMEMORIA")).toLongLong(), m_riepilogo.Promemoria);
+    // Every recurring invoice running at the end has reminders, and only those.
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM FATT_VEND F WHERE F.FC_ABILITATO = 'True' AND "
+                                         "F.FC_DATA_FINE >= %1 AND NOT EXISTS (SELECT 1 FROM PROMEMORIA P WHERE "
+                                         "P.IDFATT_VEND = F.IDFATT_VEND)")
+                              .arg(dopo))
+                 .toInt(),
+             0);
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM PROMEMORIA P JOIN FATT_VEND F ON F.IDFATT_VEND = "
+                                         "P.IDFATT_VEND WHERE F.FC_DATA_FINE < %1")
+                              .arg(dopo))
+                 .toInt(),
+             0);
+    // Done up to two weeks before the end, to do from then on.
+    const QString confine = QuotedStr(DateToString_YYYYMMDD(fine.addDays(-14)));
+    QCOMPARE(m_db->Scalar(QStringLiteral("SELECT COUNT(*) FROM PROMEMORIA WHERE (DATA < %1 AND (STATO <> 'Fatto' OR "
+                                         "FATTO_IL IS NULL)) OR (DATA >= %1 AND STATO <> 'Da fare')")
+                              .arg(confine))
+                 .toInt(),
+             0);
+}
 
 void TestGeneraAzienda::initTestCase()
 {

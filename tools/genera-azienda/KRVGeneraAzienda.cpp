@@ -1,5 +1,7 @@
 #include "KRVGeneraAzienda.h"
 
+#include "KATAggiornaDatabase.h"
+#include "KATPromemoria.h"
 #include "KRVAggiornaDatabase.h"
 #include "KRVCasuale.h"
 #include "KRVDatiItaliani.h"
@@ -223,6 +225,7 @@ public:
     TKRVRiepilogoGenerazione Esegui();
 
 private:
+    void Promemoria();
     void Avanza(const QString &text) const
     {
         if (m_opzioni.Avanzamento)
@@ -336,8 +339,34 @@ TKRVRiepilogoGenerazione TGeneratore::Esegui()
                    .arg(m_riepilogo.RigheFatture - righe)
                    .arg(double(timer.elapsed()) / 1000.0, 0, 'f', 1));
     }
+    Promemoria();
     m_riepilogo.Secondi = double(timer.elapsed()) / 1000.0;
     return m_riepilogo;
+}
+
+// The reminders of the recurring invoices still running at the end, as the
+// activities module keeps them; those up to two weeks before the end were
+// acted on then, the later ones are still to do.
+void TGeneratore::Promemoria()
+{
+    const QSqlDatabase db = m_connection.Database();
+    QSqlQuery query =
+        OpenQuery(db, QStringLiteral("SELECT IDFATT_VEND FROM FATT_VEND WHERE FC_ABILITATO = 'True' "
+                                     "AND FC_DATA_FINE >= ")
+                          + QuotedStr(DateToString_YYYYMMDD(m_fine)) + QStringLiteral(" ORDER BY IDFATT_VEND"));
+    QList<int> cicliche;
+    while (query.next())
+        cicliche << query.value(0).toInt();
+    query.finish();
+    for (const int id : std::as_const(cicliche))
+        KATAggiornaPromemoriaFattura(db, id);
+    TQ3Transaction transaction(db);
+    ExecSQL(db, QStringLiteral("UPDATE PROMEMORIA SET STATO = %1, FATTO_IL = DATA WHERE STATO = %2 AND DATA < %3")
+                    .arg(QuotedStr(QString::fromUtf8(KATStatoFatto)), QuotedStr(QString::fromUtf8(KATStatoDaFare)),
+                         QuotedStr(DateToString_YYYYMMDD(m_fine.addDays(-14)))));
+    transaction.Commit();
+    m_riepilogo.Promemoria = QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM PROMEMORIA")).toLongLong();
+    Avanza(QStringLiteral("Promemoria: %1 di %2 fatture cicliche").arg(m_riepilogo.Promemoria).arg(cicliche.size()));
 }
 
 void TGeneratore::Tabelle()
@@ -1084,6 +1113,7 @@ void KRVPreparaDatabase(const TQ3DatabaseTarget &target)
     connection.Open();
     UpgradeQ3HostSchema(connection.Database());
     AggiornaDatabase(connection.Database());
+    KATAggiornaDatabase(connection.Database());
 }
 
 TKRVRiepilogoGenerazione KRVGeneraAzienda(const TQ3DatabaseTarget &target, const TKRVOpzioniGenerazione &opzioni)

@@ -51,11 +51,12 @@ struct TKRVRiepilogoGenerazione
     qint64 RigheFatture = 0;
     qint64 NoteAccredito = 0;
     qint64 RigheNoteAccredito = 0;
+    qint64 Promemoria = 0; // of the recurring invoices still running at the end
     double Secondi = 0;
 };
 
 // Creates an embedded database file when it is missing, then brings the host's
-// and the module's tables to their current shape, as the host's start does.
+// and the modules' tables to their current shape, as the host's start does.
 void KRVPreparaDatabase(const TQ3DatabaseTarget &target);
 
 // Generates the firm into a prepared database that holds no invoice yet;

@@ -88,7 +88,7 @@ int main(int argc, char **argv)
         KRVPreparaDatabase(target);
         const TKRVRiepilogoGenerazione r = KRVGeneraAzienda(target, opzioni);
         Print(QStringLiteral("Generata l'azienda \"%1\" (seme %2) in %3: %4 clienti, %5 articoli, %6 servizi, "
-                             "%7 fatture con %8 righe, %9 note di accredito con %10 righe, in %11 s.")
+                             "%7 fatture con %8 righe, %9 note di accredito con %10 righe, %11 promemoria, in %12 s.")
                   .arg(opzioni.Dimensione.Nome)
                   .arg(opzioni.Seme)
                   .arg(target.Database)
@@ -99,6 +99,7 @@ int main(int argc, char **argv)
                   .arg(r.RigheFatture)
                   .arg(r.NoteAccredito)
                   .arg(r.RigheNoteAccredito)
+                  .arg(r.Promemoria)
                   .arg(r.Secondi, 0, 'f', 1));
     } catch (const std::exception &e) {
         std::fprintf(stderr, "quillo3-genera-azienda: %s\n", ExceptionMessage(e).toLocal8Bit().constData());

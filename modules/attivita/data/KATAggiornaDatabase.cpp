@@ -1,5 +1,8 @@
 #include "KATAggiornaDatabase.h"
 
+#include "KATDiritti.h"
+#include "Q3Sql.h"
+
 namespace {
 
 // The reminders: those of a recurring invoice (TIPO 'Fattura ciclica', with
@@ -17,11 +20,29 @@ TQ3SchemaStep CreatePromemoria()
                              QStringLiteral("PROMEMORIA"), QStringLiteral("PROMEMORIA"));
 }
 
+// The reminders of an invoice and the due ones are found through an index;
+// the module's two rights join the host's catalogue in a group of their own.
+TQ3SchemaStep IndiciEDiritti()
+{
+    TQ3SchemaStep step;
+    step.Key = QStringLiteral("PROMEMORIA");
+    step.From = QStringLiteral("1.0.0");
+    step.To = QStringLiteral("1.1.0");
+    step.Statements = {QStringLiteral("CREATE INDEX IX_PROMEMORIA_IDFATT_VEND ON PROMEMORIA (IDFATT_VEND)"),
+                       QStringLiteral("CREATE INDEX IX_PROMEMORIA_STATO_DATA ON PROMEMORIA (STATO, DATA)")};
+    for (const char *diritto : {KATDirittoVisualizzazione, KATDirittoModifica})
+        step.Statements << QStringLiteral("INSERT INTO ABILITAZIONI_UTENTE VALUES(0, %1, %2)")
+                               .arg(QuotedStr(QString::fromUtf8(diritto)),
+                                    QuotedStr(QString::fromUtf8(KATGruppoDiritti)));
+    step.FailureIcon = TQ3MsgIcon::Error;
+    return step;
+}
+
 } // namespace
 
 QList<TQ3SchemaStep> KATSchemaSteps()
 {
-    return {CreatePromemoria()};
+    return {CreatePromemoria(), IndiciEDiritti()};
 }
 
 void KATAggiornaDatabase(const QSqlDatabase &db)

@@ -13,23 +13,28 @@ const QString PromemoriaSelect =
     QStringLiteral("SELECT IDPROMEMORIA, TIPO, IDFATT_VEND, TITOLO, DATA, NOTE, STATO, FATTO_IL, "
                    "FATT_NUMERO_GENERATA FROM PROMEMORIA ");
 
+// The reminder of the query's row, from its first nine columns.
+TKATPromemoria LeggiPromemoria(const QSqlQuery &query)
+{
+    TKATPromemoria row;
+    row.Id = query.value(0).toInt();
+    row.Tipo = query.value(1).toString();
+    row.IdFattura = query.value(2).toInt();
+    row.Titolo = query.value(3).toString();
+    row.Data = query.value(4).toDate();
+    row.Note = query.value(5).toString();
+    row.Stato = query.value(6).toString();
+    row.FattoIl = query.value(7).toDateTime();
+    row.FattNumeroGenerata = query.value(8).toInt();
+    return row;
+}
+
 QList<TKATPromemoria> ReadPromemoria(const QSqlDatabase &db, const QString &where)
 {
     QList<TKATPromemoria> rows;
     QSqlQuery query = OpenQuery(db, PromemoriaSelect + where + QStringLiteral(" ORDER BY DATA, IDPROMEMORIA"));
-    while (query.next()) {
-        TKATPromemoria row;
-        row.Id = query.value(0).toInt();
-        row.Tipo = query.value(1).toString();
-        row.IdFattura = query.value(2).toInt();
-        row.Titolo = query.value(3).toString();
-        row.Data = query.value(4).toDate();
-        row.Note = query.value(5).toString();
-        row.Stato = query.value(6).toString();
-        row.FattoIl = query.value(7).toDateTime();
-        row.FattNumeroGenerata = query.value(8).toInt();
-        rows << row;
-    }
+    while (query.next())
+        rows << LeggiPromemoria(query);
     return rows;
 }
 
@@ -133,11 +138,85 @@ void KATSegnaFatto(const QSqlDatabase &db, int id, int numeroFattura)
 int KATAggiungiManuale(const QSqlDatabase &db, const QString &titolo, const QDate &data, const QString &note)
 {
     TQ3Transaction transaction(db);
-    const int id = GetLastGeneratorValue(QStringLiteral("GN_IDPROMEMORIA"), db) + 1;
-    ExecSQL(db, QStringLiteral("INSERT INTO PROMEMORIA (IDPROMEMORIA, TIPO, TITOLO, DATA, NOTE, STATO) VALUES(")
-                    + QString::number(id) + QStringLiteral(", ") + SqlText(KATTipoManuale) + QStringLiteral(", ")
-                    + QuotedStr(titolo) + QStringLiteral(", ") + SqlDate(data) + QStringLiteral(", ") + QuotedStr(note)
-                    + QStringLiteral(", ") + SqlText(KATStatoDaFare) + QLatin1Char(')'));
+    const int id =
+        QueryScalar(db, QStringLiteral("INSERT INTO PROMEMORIA (IDPROMEMORIA, TIPO, TITOLO, DATA, NOTE, "
+                                       "STATO) VALUES(0, ")
+                            + SqlText(KATTipoManuale) + QStringLiteral(", ") + QuotedStr(titolo) + QStringLiteral(", ")
+                            + SqlDate(data) + QStringLiteral(", ") + QuotedStr(note) + QStringLiteral(", ")
+                            + SqlText(KATStatoDaFare) + QStringLiteral(") RETURNING IDPROMEMORIA"))
+            .toInt();
     transaction.Commit();
     return id;
+}
+
+namespace {
+
+// The condition of one reminder added by hand, checked to exist.
+QString Manuale(const QSqlDatabase &db, int id)
+{
+    const QString where = QStringLiteral(" WHERE IDPROMEMORIA=") + QString::number(id) + QStringLiteral(" AND TIPO=")
+                          + SqlText(KATTipoManuale);
+    if (!QueryScalar(db, QStringLiteral("SELECT IDPROMEMORIA FROM PROMEMORIA") + where).isValid())
+        throw EQ3Exception(QStringLiteral("Il promemoria non esiste più."));
+    return where;
+}
+
+} // namespace
+
+void KATModificaManuale(const QSqlDatabase &db, int id, const QString &titolo, const QDate &data, const QString &note,
+                        bool fatto)
+{
+    TQ3Transaction transaction(db);
+    const QString where = Manuale(db, id);
+    const QString stato = fatto
+                              ? QStringLiteral("STATO=") + SqlText(KATStatoFatto)
+                                    + QStringLiteral(", FATTO_IL=COALESCE(FATTO_IL, CURRENT_TIMESTAMP)")
+                              : QStringLiteral("STATO=") + SqlText(KATStatoDaFare) + QStringLiteral(", FATTO_IL=NULL");
+    ExecSQL(db, QStringLiteral("UPDATE PROMEMORIA SET TITOLO=") + QuotedStr(titolo) + QStringLiteral(", DATA=")
+                    + SqlDate(data) + QStringLiteral(", NOTE=") + QuotedStr(note) + QStringLiteral(", ") + stato
+                    + where);
+    transaction.Commit();
+}
+
+void KATEliminaManuale(const QSqlDatabase &db, int id)
+{
+    TQ3Transaction transaction(db);
+    ExecSQL(db, QStringLiteral("DELETE FROM PROMEMORIA") + Manuale(db, id));
+    transaction.Commit();
+}
+
+QList<TKATRigaPromemoria> KATElencoPromemoria(const QSqlDatabase &db, const TKATFiltroPromemoria &filtro)
+{
+    QString where =
+        QStringLiteral("WHERE P.DATA BETWEEN ") + SqlDate(filtro.Dal) + QStringLiteral(" AND ") + SqlDate(filtro.Al);
+    if (!filtro.Stato.isEmpty())
+        where += QStringLiteral(" AND P.STATO=") + QuotedStr(filtro.Stato);
+    QSqlQuery query =
+        OpenQuery(db, QStringLiteral("SELECT P.IDPROMEMORIA, P.TIPO, P.IDFATT_VEND, P.TITOLO, P.DATA, P.NOTE, P.STATO, "
+                                     "P.FATTO_IL, P.FATT_NUMERO_GENERATA, F.CLI_RAGIONESOCIALE, F.NUMERO, F.DATA "
+                                     "FROM PROMEMORIA P LEFT JOIN FATT_VEND F ON F.IDFATT_VEND = P.IDFATT_VEND ")
+                          + where + QStringLiteral(" ORDER BY P.DATA, P.IDPROMEMORIA"));
+    QList<TKATRigaPromemoria> rows;
+    while (query.next()) {
+        TKATRigaPromemoria row;
+        row.Promemoria = LeggiPromemoria(query);
+        row.Cliente = query.value(9).toString();
+        row.FattNumero = query.value(10).toInt();
+        row.FattData = query.value(11).toDate();
+        rows << row;
+    }
+    return rows;
+}
+
+int KATContaScaduti(const QSqlDatabase &db, const QDate &oggi)
+{
+    return QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM PROMEMORIA WHERE STATO=") + SqlText(KATStatoDaFare)
+                               + QStringLiteral(" AND DATA<=") + SqlDate(oggi))
+        .toInt();
+}
+
+QDate KATPrimoDaFare(const QSqlDatabase &db)
+{
+    return QueryScalar(db, QStringLiteral("SELECT MIN(DATA) FROM PROMEMORIA WHERE STATO=") + SqlText(KATStatoDaFare))
+        .toDate();
 }

@@ -28,6 +28,25 @@ struct TKATPromemoria
     int FattNumeroGenerata = 0;
 };
 
+// A reminder as the list of reminders shows it: with the customer, number
+// and date of its invoice (empty and 0 for one added by hand).
+struct TKATRigaPromemoria
+{
+    TKATPromemoria Promemoria;
+    QString Cliente;
+    int FattNumero = 0;
+    QDate FattData;
+};
+
+// What the list of reminders shows: those dated from `Dal` to `Al` (both
+// included), in one state or in any (empty `Stato`).
+struct TKATFiltroPromemoria
+{
+    QDate Dal;
+    QDate Al;
+    QString Stato;
+};
+
 // Brings the reminders of a sales invoice in line with its recurrence, as the
 // invoice is saved now: every reminder of it still 'Da fare' is replaced by
 // one for each due date of the recurrence (KATCalcolaScadenze) that has no
@@ -49,3 +68,25 @@ void KATSegnaFatto(const QSqlDatabase &db, int id, int numeroFattura);
 
 // Adds a reminder by hand, 'Da fare', and answers its key.
 int KATAggiungiManuale(const QSqlDatabase &db, const QString &titolo, const QDate &data, const QString &note);
+
+// Changes a reminder added by hand: title, date, note and whether it is done
+// (done now when it was not, 'Da fare' again when cleared). Raises
+// EQ3Exception when there is no such reminder added by hand.
+void KATModificaManuale(const QSqlDatabase &db, int id, const QString &titolo, const QDate &data, const QString &note,
+                        bool fatto);
+
+// Deletes a reminder added by hand; those of an invoice go with their invoice.
+// Raises EQ3Exception when there is no such reminder added by hand.
+void KATEliminaManuale(const QSqlDatabase &db, int id);
+
+// The reminders the filter lets through, by date, with their invoices.
+QList<TKATRigaPromemoria> KATElencoPromemoria(const QSqlDatabase &db, const TKATFiltroPromemoria &filtro);
+
+// How many reminders are still 'Da fare' on or before `oggi`.
+int KATContaScaduti(const QSqlDatabase &db, const QDate &oggi);
+
+// The date of the oldest reminder still 'Da fare'; null when there is none.
+QDate KATPrimoDaFare(const QSqlDatabase &db);
+
+// The longest title PROMEMORIA holds.
+inline constexpr int KATLunghezzaTitolo = 100;

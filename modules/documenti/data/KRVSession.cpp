@@ -9,14 +9,10 @@ QString KRVModuleFileName()
 
 bool KRVModuloCaricato(const QString &nome)
 {
-    return GetPackageIndex(nome + QString::fromLatin1(Q3ModuleFileExtension)) >= 0;
+    return Q3ModuloCaricato(nome);
 }
 
 void KRVEseguiAzioneModulo(const QString &nome, const QString &azione, const QVariantList &parametri)
 {
-    const int index = GetPackageIndex(nome + QString::fromLatin1(Q3ModuleFileExtension));
-    if (index < 0)
-        return;
-    if (IQ3Module *modulo = PackageList().at(index).MainObject)
-        modulo->ExecutePkgAction(azione, parametri, int(parametri.size()) - 1);
+    Q3EseguiAzioneModulo(nome, azione, parametri);
 }

@@ -2,6 +2,7 @@
 
 #include "KRVDeleteRules.h"
 #include "KRVLookups.h"
+#include "KRVSession.h"
 
 const TKRVEntita &KRVEntitaAliquoteIVA()
 {
@@ -127,6 +128,20 @@ const TKRVEntita &KRVEntitaNoteDocumenti()
     return entita;
 }
 
+namespace {
+
+// The activities module keeps reminders of recurring invoices: told of a
+// delete as of a save, it drops those still to do.
+bool EliminaFatturaVendita(const QSqlDatabase &db, int id, bool ask)
+{
+    if (!DeleteFatturaVendita(db, id, ask))
+        return false;
+    KRVEseguiAzioneModulo(QStringLiteral("Attivita"), QStringLiteral("Nuova fattura ciclica"), {id, 0});
+    return true;
+}
+
+} // namespace
+
 const TKRVEntita &KRVEntitaFattureVendita()
 {
     static const TKRVEntita entita{
@@ -138,7 +153,7 @@ const TKRVEntita &KRVEntitaFattureVendita()
         .Editor = TKRVAzione::InserimentoFattureVendita,
         .Ricerca = TKRVAzione::RicercaFattureVendita,
         .CanDelete = &CanDeleteFatturaVendita,
-        .Delete = &DeleteFatturaVendita,
+        .Delete = &EliminaFatturaVendita,
         .Rifiuto = QStringLiteral("Non è possibile eliminare questa fattura,\n\resistono dei dati correlati!"),
         .PermessoVisualizzazione = QStringLiteral("Fatture di vendita (visualizzazione)"),
         .PermessoModifica = QStringLiteral("Fatture di vendita (modifica)"),

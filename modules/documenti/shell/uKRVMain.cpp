@@ -217,17 +217,7 @@ void TKRVMain::Initialize()
 
 void TKRVMain::TakeOverHostConnection()
 {
-    TQ3MainForm *host = GetQ3MainForm();
-    if (!host)
-        return;
-    for (QObject *component : host->children()) {
-        if (auto hostConnection = qobject_cast<TQ3Connection *>(component)) {
-            m_modADOConn->Close();
-            m_modADOConn->SetConnectionString(hostConnection->ConnectionString());
-            m_modADOConn->Open();
-            return;
-        }
-    }
+    Q3UsaConnessioneHost(m_modADOConn);
 }
 
 void TKRVMain::OpenReportProject()

@@ -119,7 +119,15 @@ QStringList TestKATPromemoria::Reminders(int idFattura) const
 void TestKATPromemoria::schemaRecordsItsOwnKey()
 {
     QCOMPARE(m_db->Rows(QStringLiteral("SELECT VERSIONE FROM TABLE_VERSION WHERE TABELLA='PROMEMORIA'")),
-             QStringList{QStringLiteral("1.0.0")});
+             QStringList{QStringLiteral("1.1.0")});
+    // The reminders of an invoice and the due ones are found through indexes.
+    QCOMPARE(m_db->Rows(QStringLiteral("SELECT TRIM(RDB$INDEX_NAME) FROM RDB$INDICES WHERE RDB$RELATION_NAME="
+                                       "'PROMEMORIA' AND RDB$INDEX_NAME STARTING WITH 'IX_' ORDER BY 1")),
+             (QStringList{QStringLiteral("IX_PROMEMORIA_IDFATT_VEND"), QStringLiteral("IX_PROMEMORIA_STATO_DATA")}));
+    // The module's rights form a group of their own in the host's catalogue.
+    QCOMPARE(m_db->Rows(QStringLiteral("SELECT ABILITAZIONE_UTENTE FROM ABILITAZIONI_UTENTE WHERE GRUPPO='Attivita' "
+                                       "ORDER BY 1")),
+             (QStringList{QStringLiteral("Promemoria (modifica)"), QStringLiteral("Promemoria (visualizzazione)")}));
     QCOMPARE(m_db->Rows(
                  QStringLiteral("SELECT COUNT(*) FROM RDB$GENERATORS WHERE RDB$GENERATOR_NAME='GN_IDPROMEMORIA'")),
              QStringList{QStringLiteral("1")});
