@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, running and testing need, when missing.
+# --with-server adds the Firebird server (the server tests); --with-packaging adds
+# the tools that build and check the Debian package (scripts/package.sh).
 set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
@@ -12,9 +14,20 @@ packages=(
   python3-xlrd  # the spreadsheet tests read their workbooks back with it
   clang-format clang-tidy  # the format check (scripts/format-check.sh) and the static analysis (.clang-tidy)
 )
-if [ "${1:-}" = "--with-server" ]; then
-  packages+=(firebird3.0-server)
-fi
+for option in "$@"; do
+  case "$option" in
+  --with-server) packages+=(firebird3.0-server) ;;
+  --with-packaging)
+    # dpkg-shlibdeps computes the package's dependencies; lintian, appstreamcli
+    # and desktop-file-validate check the package, its metadata and its menu entry.
+    packages+=(dpkg-dev fakeroot file lintian appstream desktop-file-utils)
+    ;;
+  *)
+    echo "usage: $0 [--with-server] [--with-packaging]" >&2
+    exit 2
+    ;;
+  esac
+done
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
