@@ -31,6 +31,7 @@ expected="./usr/bin/quillo3 -> ../lib/quillo3/quillo3
 ./usr/lib/quillo3/libQuillo3Impl.so
 ./usr/lib/quillo3/libQuillo3Report.so
 ./usr/lib/quillo3/libQuillo3ReportWidgets.so
+./usr/lib/quillo3/modules/Attivita.so
 ./usr/lib/quillo3/modules/Documenti.so
 ./usr/lib/quillo3/quillo3
 ./usr/lib/quillo3/quillo3-genera-azienda
@@ -76,13 +77,14 @@ appstream=$(appstreamcli validate --no-net "$work/root/usr/share/metainfo/quillo
 echo "PASS: desktop entry and AppStream metadata"
 
 # Unpacked, the command on the path resolves its real folder through its link:
-# the headless start loads the module from there, whose upgrade makes its tables.
+# the headless start loads the modules from there, whose upgrades make their tables.
 printf 'Prova.pacchetto\n' >"$work/password"
 messages=$(XDG_CONFIG_HOME="$work" XDG_DATA_HOME="$work" "$work/root/usr/bin/quillo3" --headless \
   --database "$work/prova.fdb" --user admin --password-file "$work/password" 2>&1) \
   || fail "the headless start failed: $messages"
 ! grep -q 'Impossibile' <<<"$messages" || fail "the module misses a file: $messages"
-tables=$(echo "select rdb\$relation_name from rdb\$relations where rdb\$relation_name = 'FATT_VEND';" \
+tables=$(echo "select rdb\$relation_name from rdb\$relations where rdb\$relation_name in ('FATT_VEND', 'PROMEMORIA');" \
   | isql-fb -q "$work/prova.fdb" 2>&1)
 grep -q FATT_VEND <<<"$tables" || fail "the module's tables are missing: the module was not loaded ($tables)"
+grep -q PROMEMORIA <<<"$tables" || fail "the activities module's table is missing: it was not loaded ($tables)"
 echo "PASS: the installed command finds its modules"
