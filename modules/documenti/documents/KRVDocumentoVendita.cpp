@@ -1,5 +1,6 @@
 #include "KRVDocumentoVendita.h"
 
+#include "KRVArchivioRecord.h"
 #include "KRVLookups.h"
 #include "KRVOptions.h"
 #include "Q3Dataset.h"
@@ -209,7 +210,7 @@ void TKRVArchivioDocumentoVendita::ScriviDocumento(const TKRVTestataDocumento &t
     try {
         // A document whose first save failed has no header row yet: it is
         // stored whole, header and lines, as a new one.
-        if (nuovo || !m_testata.Active() || m_testata.Eof()) {
+        if (nuovo || !KRVRigaMemorizzata(m_testata)) {
             // The document goes by the key it expects until the header has its own.
             id = GetLastGeneratorValue(QStringLiteral("GN_") + m_tabelle.Chiave, db) + 1;
             m_testata.AppendNew(m_tabelle.Parametro);

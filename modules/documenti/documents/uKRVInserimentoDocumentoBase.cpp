@@ -482,7 +482,7 @@ void TKRVInserimentoDocumentoBase::actSelezionaTipoPagamentoExecute()
 void TKRVInserimentoDocumentoBase::StatoRecordCambiato()
 {
     if (m_actFatturaElettronica)
-        m_actFatturaElettronica->setEnabled(!NewRecord() && !Modified());
+        m_actFatturaElettronica->setEnabled(HaRigaPropria() && !Modified());
 }
 
 void TKRVInserimentoDocumentoBase::DopoApertura()
@@ -516,7 +516,7 @@ void TKRVInserimentoDocumentoBase::actSbloccaDocumentoExecute()
 
 bool TKRVInserimentoDocumentoBase::StampaConsentita() const
 {
-    if (!NewRecord() && !Modified())
+    if (HaRigaPropria() && !Modified())
         return true;
     Q3ShowWarning(QStringLiteral("Salvare le mofiche prima di stampare!"));
     return false;

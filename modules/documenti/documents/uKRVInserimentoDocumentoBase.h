@@ -69,7 +69,7 @@ protected:
     virtual void Stampa() = 0;
     // The kind of document its electronic invoice is produced from.
     virtual EKRVDocumentoFatturaPA TipoFatturaPA() const = 0;
-    // Only a saved, unchanged document prints; otherwise says so.
+    // Only a stored, unchanged document prints; otherwise says so.
     bool StampaConsentita() const;
 
     void MostraTestata(const TKRVTestataDocumento &testata);
@@ -87,7 +87,7 @@ protected:
     QString ValidationError() override;
     bool ConfermaSalvataggio() override;
     bool ConsentiChiusura() override;
-    // The electronic invoice is produced only from a saved, unchanged document.
+    // The electronic invoice is produced only from a stored, unchanged document.
     void StatoRecordCambiato() override;
     // An issued document opens read-only, saying so.
     void DopoApertura() override;

@@ -5,6 +5,11 @@
 #include "Q3Sql.h"
 #include "Q3Utils.h"
 
+bool KRVRigaMemorizzata(const TQ3Dataset &dataset)
+{
+    return dataset.Active() && !dataset.Eof();
+}
+
 int KRVProssimaChiave(const QSqlDatabase &db, const QString &generator)
 {
     return GetLastGeneratorValue(generator, db) + 1;
@@ -37,7 +42,7 @@ void TKRVArchivioRecord::Scrivi(bool nuovo, const std::function<void(TQ3Dataset 
     TQ3Transaction transaction(db);
     try {
         // A record whose first save failed has no row yet: it is inserted.
-        if (nuovo || !m_dataset.Active() || m_dataset.Eof()) {
+        if (nuovo || !KRVRigaMemorizzata(m_dataset)) {
             id = KRVProssimaChiave(db, m_generator);
             m_dataset.AppendNew(m_keyField);
         } else {

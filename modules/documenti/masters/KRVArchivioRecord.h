@@ -8,6 +8,12 @@
 
 class TQ3Dataset;
 
+// Whether the dataset holds the row of the record it was read or written for:
+// false for a new record whose first save failed, which is stored nowhere
+// whatever the key it goes by (the key it expected, maybe by then another
+// workstation's row).
+bool KRVRigaMemorizzata(const TQ3Dataset &dataset);
+
 // The key a new row of a table is expected to take: the current value of the
 // table's generator plus one, read on the session.
 int KRVProssimaChiave(const QSqlDatabase &db, const QString &generator);

@@ -185,7 +185,7 @@ void TKRVInserimentoBase::NuovoRecord()
         SetNewRecord(true);
         SetModified(false);
         SetIdRecord(m_info.IdNuovoRecord);
-        m_nonMemorizzato = false;
+        m_senzaRiga = false;
     });
 }
 
@@ -200,7 +200,7 @@ int TKRVInserimentoBase::ApriRecord(int id)
         SetIdRecord(id);
         SetModified(false);
         SetNewRecord(false);
-        m_nonMemorizzato = false;
+        m_senzaRiga = false;
         result = 0;
         DopoApertura();
     });
@@ -231,17 +231,17 @@ void TKRVInserimentoBase::SalvaRecord()
     }
     if (!ConfermaSalvataggio())
         return;
-    const bool senzaRiga = m_newRecord || m_nonMemorizzato;
+    const bool senzaRiga = m_newRecord || m_senzaRiga;
     try {
         ScriviRecord();
-        m_nonMemorizzato = false;
+        m_senzaRiga = false;
     } catch (const std::exception &) {
         Q3MessageBox(QStringLiteral("Errore"),
                      QStringLiteral("Si è verificato un errore durante il salvataggio dei dati!"),
                      m_info.SaveFailureIcon);
         // Still nothing stored: the next save stores it whole, and where the
         // editor says so nothing drops it without a question.
-        m_nonMemorizzato = senzaRiga && m_info.ChiediSeNonMemorizzato;
+        m_senzaRiga = senzaRiga;
     }
     // Whatever the outcome, the record now counts as saved.
     SetModified(false);
@@ -285,7 +285,7 @@ bool TKRVInserimentoBase::CanDeleteRecord()
 
 bool TKRVInserimentoBase::DeleteRecord()
 {
-    return m_newRecord || Entita().Delete(Sessione(), m_idRecord, true);
+    return !HaRigaPropria() || Entita().Delete(Sessione(), m_idRecord, true);
 }
 
 bool TKRVInserimentoBase::ConsentiChiusura()

@@ -57,7 +57,7 @@ public:
     void DataChanged();
     // Changes the database does not hold: unsaved edits, or a new record
     // whose save failed, which shows saved but has no row yet.
-    bool ModificheDaSalvare() const { return m_modified || m_nonMemorizzato; }
+    bool ModificheDaSalvare() const { return m_modified || (m_senzaRiga && m_info.ChiediSeNonMemorizzato); }
     // Whether what the window holds may be dropped: asks the unsaved-changes
     // question when there is something to lose.
     bool AbbandonaModifiche();
@@ -119,8 +119,14 @@ protected:
     // Writes the record in one transaction; raises on failure, rolled back.
     virtual void ScriviRecord();
 
+    // Whether the record has a row of its own: not new, and not a new one whose
+    // save failed, which goes by the key it expected (maybe another
+    // workstation's row by then). Only such a record is deleted by its key.
+    bool HaRigaPropria() const { return !m_newRecord && !m_senzaRiga; }
+
     virtual bool CanDeleteRecord();
-    // Deletes the record; answers false when it stays.
+    // Deletes the record; answers false when it stays. A record without a row
+    // of its own deletes nothing.
     virtual bool DeleteRecord();
     // Whether the window may close now.
     virtual bool ConsentiChiusura();
@@ -154,5 +160,6 @@ private:
     int m_idRecord = -1;
     bool m_newRecord = true;
     bool m_modified = false;
-    bool m_nonMemorizzato = false;
+    // A new record whose save failed: it shows saved, but no row is its own.
+    bool m_senzaRiga = false;
 };

@@ -159,7 +159,7 @@ bool TKRVInserimentoCatalogo::DeleteRecord()
     if (!Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
     // A failed delete is reported; the window blanks all the same.
-    if (!NewRecord() && KRVEliminaRecord(Sessione(), Entita(), IdRecord()))
+    if (HaRigaPropria() && KRVEliminaRecord(Sessione(), Entita(), IdRecord()))
         AggiornaRicerca();
     return true;
 }

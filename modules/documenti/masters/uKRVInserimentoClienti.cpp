@@ -367,7 +367,7 @@ bool TKRVInserimentoClienti::DeleteRecord()
     if (!Q3AskYesNo(QString::fromUtf8(KRVMsgConfermaEliminazione)))
         return false;
     // A failed delete is reported; the window blanks all the same.
-    if (!NewRecord())
+    if (HaRigaPropria())
         KRVEliminaRecord(Sessione(), Entita(), IdRecord());
     return true;
 }

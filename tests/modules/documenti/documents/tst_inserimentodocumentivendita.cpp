@@ -55,6 +55,10 @@ private slots:
     void failedSaveCountsAsSaved_quirkKept();
     void deleteDocument_data();
     void deleteDocument();
+    void deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsDocument_data();
+    void deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsDocument();
+    void printingAfterAFailedFirstSaveWarnsAndIssuesNothing_data();
+    void printingAfterAFailedFirstSaveWarnsAndIssuesNothing();
     void rightsOfTheEditor_data();
     void rightsOfTheEditor();
     void ownHeaderAndLinesWhenAnotherWorkstationInsertsMeanwhile_data();
@@ -64,6 +68,7 @@ private:
     static void Documenti();
     // The row's editor, tables and key.
     void Documento();
+    void FallisciPrimoSalvataggio();
     QSpinBox *Numero() const { return Field<QSpinBox>(m_editor, QStringLiteral("txtNumero")); }
     int Conta(const QString &tabella) const
     {
@@ -239,6 +244,75 @@ void TestInserimentoDocumentiVendita::deleteDocument()
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(m_responder->Messages().size(), 2);
     QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("..."));
+}
+
+void TestInserimentoDocumentiVendita::deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsDocument_data()
+{
+    Documenti();
+    Fattura("fattura");
+    Nota("nota di accredito");
+}
+
+// The document whose first save failed goes by the other workstation's key:
+// deleting it deletes nothing of the other workstation's, the editor simply
+// starts a new one.
+void TestInserimentoDocumentiVendita::deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsDocument()
+{
+    Documento();
+    const QString altra = QStringLiteral("SELECT %1, NUMERO FROM %2").arg(m_chiave, m_testate);
+    FallisciPrimoSalvataggio();
+    const QStringList prima = Db().Rows(altra);
+    QCOMPARE(prima.size(), 1);
+
+    m_responder->Enqueue(TQ3MsgResult::Yes);
+    Trigger(m_editor, QStringLiteral("actElimina"));
+    QCOMPARE(Db().Rows(altra), prima);
+    QVERIFY(m_editor->NewRecord());
+    QCOMPARE(m_editor->IdRecord(), 0);
+    QCOMPARE(Label("lblCliCodice")->text(), QStringLiteral("..."));
+}
+
+void TestInserimentoDocumentiVendita::printingAfterAFailedFirstSaveWarnsAndIssuesNothing_data()
+{
+    Documenti();
+    Fattura("fattura");
+    Nota("nota di accredito");
+}
+
+// The document whose first save failed goes by the other workstation's key:
+// it is not printed, and its electronic invoice cannot be produced, until a
+// save stores it.
+void TestInserimentoDocumentiVendita::printingAfterAFailedFirstSaveWarnsAndIssuesNothing()
+{
+    Documento();
+    FallisciPrimoSalvataggio();
+    auto elettronica = m_editor->findChild<QAction *>(QStringLiteral("actFatturaElettronica"));
+    QVERIFY(elettronica);
+    QVERIFY(!elettronica->isEnabled());
+    Trigger(m_editor, QStringLiteral("actStampa"));
+    QCOMPARE(m_responder->Messages().size(), 2);
+    KRV_COMPARE_BOX(m_responder->Messages().at(1), "Attenzione", "Salvare le mofiche prima di stampare!", Warning, Ok);
+
+    Numero()->setValue(Numero()->value() + 1);
+    Trigger(m_editor, QStringLiteral("actSalva"));
+    QCOMPARE(m_responder->Messages().size(), 2);
+    QVERIFY(elettronica->isEnabled());
+}
+
+// Another workstation saves the number of the editor's new document at the
+// very moment of its first save and takes the key the document expected: the
+// save fails, and the document goes by the other one's key.
+void TestInserimentoDocumentiVendita::FallisciPrimoSalvataggio()
+{
+    Editor();
+    const int atteso = GetLastGeneratorValue(QStringLiteral("GN_") + m_chiave, Db().Db()) + 1;
+    Db().InsertOfAnotherWorkstationAtNextInsert(m_testate, KRVInsertDocumentoSQL(m_testate, Numero()->value(),
+                                                                                 QDate::currentDate().year()));
+    SaveReady();
+    QCOMPARE(m_responder->Messages().size(), 1);
+    QCOMPARE(m_responder->Messages().at(0).Title, QStringLiteral("Errore"));
+    QVERIFY(!m_editor->NewRecord());
+    QCOMPARE(m_editor->IdRecord(), atteso);
 }
 
 void TestInserimentoDocumentiVendita::rightsOfTheEditor_data()

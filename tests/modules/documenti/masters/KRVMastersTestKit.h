@@ -196,6 +196,34 @@ inline void ProcessDeletes()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+// Saves the editor's new record while another workstation inserts the same
+// code into the table at that very moment and takes the key this record
+// expected: the save fails, and the record, stored nowhere, goes by the
+// other one's key. Deleting it ("Elimina", confirmed when asked) must leave
+// the other workstation's row alone and blank the window.
+template <typename TEditor>
+void DeleteAfterAFailedSaveBesideAnotherWorkstation(const TKRVTestModule &module, TEditor *editor,
+                                                    TQ3RecordingResponder &boxes, const QString &table,
+                                                    const QString &keyColumn, const QString &otherInsert)
+{
+    const TQ3TestDatabase &db = module.Database;
+    const int expected = GetLastGeneratorValue(QStringLiteral("GN_") + keyColumn, db.Db()) + 1;
+    db.InsertOfAnotherWorkstationAtNextInsert(table, otherInsert);
+    Trigger(editor, QStringLiteral("actSalva"));
+    QCOMPARE(boxes.Messages().size(), 1);
+    QCOMPARE(boxes.Messages().at(0).Title, QStringLiteral("Errore"));
+    QVERIFY(!editor->NewRecord());
+    QCOMPARE(editor->IdRecord(), expected);
+    const QString others = QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(table, keyColumn);
+    const QStringList before = db.Rows(others);
+    QCOMPARE(db.Rows(QStringLiteral("SELECT %1 FROM %2 WHERE %1 = %3").arg(keyColumn, table).arg(expected)).size(), 1);
+
+    boxes.Enqueue(TQ3MsgResult::Yes);
+    Trigger(editor, QStringLiteral("actElimina"));
+    QCOMPARE(db.Rows(others), before);
+    QVERIFY(editor->NewRecord());
+}
+
 // Saves the editor's new record while another workstation's insert into the
 // table takes the key the generator would have given next; then changes the
 // record, saves it again and deletes it ("Elimina", confirmed). The record

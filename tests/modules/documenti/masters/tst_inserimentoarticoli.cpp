@@ -50,6 +50,7 @@ private slots:
     void typedThresholdsAreStored();
     void failedDeleteIsReportedAndTheWindowBlanks();
     void newArticleKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
+    void deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsArticle();
 
 private:
     template <typename T = QLineEdit>
@@ -463,6 +464,18 @@ void TestInserimentoArticoli::newArticleKeepsItsOwnKeyWhenAnotherWorkstationInse
     QCOMPARE(m_boxes->Messages().size(), 1);
     QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, DESCRIZIONE FROM ANA_MAGA")),
              QStringList{QStringLiteral("ALTRO|Altra postazione")});
+}
+
+void TestInserimentoArticoli::deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsArticle()
+{
+    const TKRVCatalogo &articoli = KRVCatalogoArticoli();
+    const QString codice = ProposedCode();
+    FillValid(QStringLiteral("Vite M6"));
+    DeleteAfterAFailedSaveBesideAnotherWorkstation(*m_module, m_editor, *m_boxes, articoli.Entita.Tabella,
+                                                   articoli.Entita.Chiave,
+                                                   InsertVoceSQL(articoli, QuotedStr(codice),
+                                                                 QStringLiteral("Altra postazione"), 1,
+                                                                 QStringLiteral("2")));
 }
 
 QTEST_MAIN(TestInserimentoArticoli)

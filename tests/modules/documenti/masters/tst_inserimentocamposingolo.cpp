@@ -60,6 +60,7 @@ private slots:
     void unitFieldStaysEnabledOnASavedUnit();
     void saveLeavesTheListAloneDeleteRefreshesIt();
     void newUnitKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
+    void deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsUnit();
     void savingAgainAfterAFailedSaveLeavesTheOtherRowAlone_quirkKept();
 
     // The payment types.
@@ -285,6 +286,15 @@ void TestInserimentoCampoSingolo::saveLeavesTheListAloneDeleteRefreshesIt()
     QCOMPARE(m_editor->ApriRecord(1), 0);
     Trigger(m_editor, QStringLiteral("actElimina"));
     QCOMPARE(Column(list->GridRisultati(), 1), QStringList{QStringLiteral("ORE")});
+}
+
+void TestInserimentoCampoSingolo::deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsUnit()
+{
+    Apri(UM);
+    Type(Testo(), QStringLiteral("MQ"));
+    DeleteAfterAFailedSaveBesideAnotherWorkstation(*m_module, m_editor, *m_boxes, QStringLiteral("UM"),
+                                                   QStringLiteral("IDUM"),
+                                                   QStringLiteral("INSERT INTO UM (UM) VALUES ('MQ')"));
 }
 
 void TestInserimentoCampoSingolo::newUnitKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile()

@@ -117,6 +117,7 @@ private slots:
     void foreignCustomerGetsTheForeignRecipientCode();
     void savedCustomerShowsItsElectronicInvoiceData();
     void newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInsertsMeanwhile();
+    void deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsCustomer();
 
 private:
     TKRVInserimentoClienti *Open();
@@ -686,6 +687,17 @@ void TestInserimentoClienti::newCustomerKeepsItsOwnKeyWhenAnotherWorkstationInse
     QCOMPARE(m_boxes->Messages().size(), 1);
     QCOMPARE(m_module->Database.Rows(QStringLiteral("SELECT CODICE, RAGIONESOCIALE FROM CLIENTI")),
              QStringList{QStringLiteral("ALTRO|Altra postazione")});
+}
+
+void TestInserimentoClienti::deletingAfterAFailedFirstSaveLeavesTheOtherWorkstationsCustomer()
+{
+    Type(Edit("txtRagioneSociale"), QStringLiteral("Alfa S.r.l."));
+    TypeRecipientCode();
+    const QString codice = Edit("txtCodice")->text();
+    DeleteAfterAFailedSaveBesideAnotherWorkstation(
+        *m_module, m_editor, *m_boxes, QStringLiteral("CLIENTI"), QStringLiteral("IDCLIENTE"),
+        QStringLiteral("INSERT INTO CLIENTI (CODICE, RAGIONESOCIALE) VALUES (%1, 'Altra postazione')")
+            .arg(QuotedStr(codice)));
 }
 
 // Each wrong datum of the electronic invoice is named in the warning, after
