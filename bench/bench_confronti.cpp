@@ -3,17 +3,24 @@
 // up-to-date database against a bare connect, the article list's page changes,
 // the customer list's fill (and the memory it holds), the category window's
 // fill, the invoice list of the last year with and without a line-text filter,
-// an invoice and the last year's invoice summary printed to PDF. Prints min /
-// median / max of both and their ratio as a Markdown table, and writes it to a
-// file when asked.
+// an invoice, the last year's summaries, statistics prints and the price list
+// printed to PDF, and the two statistics windows' refresh. Prints min / median
+// / max of both and their ratio as a Markdown table, and writes it to a file
+// when asked.
 //
 // Where both paths are measured together their runs alternate; the start-up's
-// parts share the bare attach as their reference.
+// parts share the bare attach as their reference. The warehouse module's
+// invoice tables, which three of the statistics prints always read, are
+// created empty in the database when it has none.
 //
 //   bench_confronti --database stress.fdb [--tabella docs/performance.md]
 #include "KRVAggiornaDatabase.h"
+#include "KRVFatturatoPerCliente.h"
+#include "KRVRedditivitaMensile.h"
 #include "KRVStampe.h"
 #include "KRVStampeRiepiloghi.h"
+#include "KRVStatisticheFatturato.h"
+#include "KRVStatisticheFatturatoRighe.h"
 #include "KRVTestModule.h"
 #include "Q3Connection.h"
 #include "Q3Dataset.h"
@@ -30,6 +37,8 @@
 #include "uKRVRicercaArticoli.h"
 #include "uKRVRicercaClienti.h"
 #include "uKRVRicercaFattureVendita.h"
+#include "uKRVStatisticheFatturato.h"
+#include "uKRVStatisticheRedditivitaMensile.h"
 
 #include <QAction>
 #include <QApplication>
@@ -38,6 +47,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QSysInfo>
 #include <QTemporaryDir>
@@ -143,6 +153,34 @@ QList<QByteArray> StatementsOf(IKRVStampeHost *host, const QStringList &datasets
         statements << sql.toUtf8();
     }
     return statements;
+}
+
+// The statement with its year parameters (:ANNO1, :ANNO2, ...) written in.
+QByteArray ConAnno(const QString &sql, int anno)
+{
+    QString testo = sql;
+    testo.replace(QRegularExpression(QStringLiteral(":ANNO[0-9]+")), QString::number(anno));
+    return testo.toUtf8();
+}
+
+// The warehouse module's two invoice tables, empty, as that module creates
+// them, when the database has none.
+void TabelleMagazzino(const QSqlDatabase &db)
+{
+    if (KRVEsisteFattAcc(db))
+        return;
+    ExecSQL(db, QStringLiteral(
+                    "CREATE TABLE FATT_ACC (IDFATT_ACC INTEGER NOT NULL, NUMERO INTEGER NOT NULL, DATA DATE NOT NULL, "
+                    "ANNO INTEGER NOT NULL, CLI_CODICE VARCHAR(20), CLI_RAGIONESOCIALE VARCHAR(100), PAGATO "
+                    "VARCHAR(5) DEFAULT 'False' NOT NULL, SCADENZA_PAGAMENTO DATE, TOTALE_IMPONIBILE DECIMAL(13,2) "
+                    "DEFAULT 0 NOT NULL, TOTALE_IMPOSTA DECIMAL(13,2) DEFAULT 0 NOT NULL, TOTALE_DOCUMENTO "
+                    "DECIMAL(13,2) DEFAULT 0 NOT NULL, CONSTRAINT PK_FATT_ACC PRIMARY KEY(IDFATT_ACC), CONSTRAINT "
+                    "UK1_FATT_ACC UNIQUE(NUMERO, ANNO))"));
+    ExecSQL(db, QStringLiteral("CREATE TABLE FATT_ACC_DETT (IDFATT_ACC_DETT INTEGER NOT NULL, IDFATT_ACC INTEGER NOT "
+                               "NULL, CODICE VARCHAR(20), DESCRIZIONE BLOB SUB_TYPE 1, IDCATEGORIA INTEGER, PREZZO "
+                               "DECIMAL(13,2), QUANTITA DECIMAL(13,2), IMPORTO DECIMAL(13,2), COSTO DECIMAL(13,2), "
+                               "TIPO_RIGA VARCHAR(50) NOT NULL, CONSTRAINT PK_FATT_ACC_DETT PRIMARY "
+                               "KEY(IDFATT_ACC_DETT))"));
 }
 
 // Megabytes the process holds in memory.
@@ -382,6 +420,144 @@ int main(int argc, char **argv)
                              .arg(QFileInfo(pdf).size() / 1024);
         confronti << riepilogo;
 
+        // A print to PDF against the statements its datasets hold once it has run.
+        const auto stampa = [&](const QString &nome, const QStringList &datasets, const std::function<void()> &esegui,
+                                const std::function<QByteArray(const QString &)> &istruzione) {
+            TConfronto confronto{nome, QString(), {}, {}};
+            Confronta(
+                confronto, 3,
+                [&](int) {
+                    UscitaPDF(stampe, pdf);
+                    esegui();
+                },
+                [&](int) {
+                    for (const QString &dataset : datasets)
+                        Grezzo(raw, istruzione(stampe->StampeDataset(dataset)->SQL()));
+                });
+            confronto.Cosa = QStringLiteral("%1 righe, %2 kB di PDF")
+                                 .arg(stampe->StampeDataset(datasets.constLast())->RecordCount())
+                                 .arg(QFileInfo(pdf).size() / 1024);
+            return confronto;
+        };
+        const auto comeScritta = [](const QString &sql) { return sql.toUtf8(); };
+        confronti << stampa(
+            QStringLiteral("Stampa del fatturato per cliente di un anno in PDF"),
+            {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoPerCliente")},
+            [&] { StampaFatturatoPerCliente(anno); }, [&](const QString &sql) { return ConAnno(sql, anno); });
+        confronti.last().Cosa.prepend(QStringLiteral("clienti, anno %1: ").arg(anno));
+
+        // The statistics prints over the last year, as their dialogs compose them.
+        TabelleMagazzino(main->ModADOConn()->Database());
+        const QDate dal(anno, 1, 1);
+        const QDate al(anno, 12, 31);
+        const struct
+        {
+            const char *Nome;
+            const char *Tipo;
+            TKRVScritturaSQL Scrittura;
+            const char *Dataset;
+            const char *Report;
+            const char *Titolo;
+        } statistiche[] = {
+            {"Stampa del fatturato per articolo di un anno in PDF", "Articolo", TKRVScritturaSQL::Compatta,
+             "adsFatturatoPerArticolo", "FatturatoPerArticolo", "Fatturato per articolo dal "},
+            {"Stampa del fatturato per servizio di un anno in PDF", "Servizio", TKRVScritturaSQL::Spaziata,
+             "adsFatturatoPerServizio", "FatturatoPerServizio", "Fatturato per servizio dal "},
+            {"Stampa delle medie di produttività per servizio di un anno in PDF", "Servizio",
+             TKRVScritturaSQL::Compatta, "adsFatturatoPerArticolo", "FatturatoPerArticolo",
+             "Fatturato per articolo dal "},
+        };
+        for (const auto &statistica : statistiche) {
+            TKRVFiltroRighe filtro;
+            filtro.TipoRiga = QString::fromLatin1(statistica.Tipo);
+            const QString sql =
+                KRVSQLFatturatoRighe(KRVWhereRighe(filtro, statistica.Scrittura), dal, al, statistica.Scrittura);
+            const QString dataset = QString::fromLatin1(statistica.Dataset);
+            confronti << stampa(
+                QString::fromUtf8(statistica.Nome), {QStringLiteral("adsAzienda"), dataset},
+                [&] {
+                    KRVStampaStatistica(dataset, sql, QString::fromLatin1(statistica.Report),
+                                        KRVTitoloStatistica(QString::fromLatin1(statistica.Titolo), dal, al));
+                },
+                comeScritta);
+            confronti.last().Cosa.prepend(QStringLiteral("codici, %1: ").arg(anno));
+        }
+        {
+            TKRVFiltroRighe filtro;
+            filtro.TipoRiga = QStringLiteral("Servizio");
+            const QString sql = KRVSQLFatturatoClientiServizi(KRVWhereRighe(filtro, TKRVScritturaSQL::Spaziata), dal,
+                                                              al, KRVEsisteFattAcc(main->ModADOConn()->Database()));
+            confronti << stampa(
+                QStringLiteral("Stampa del fatturato clienti-servizi di un anno in PDF"),
+                {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoClientiServizi")},
+                [&] {
+                    KRVStampaStatistica(QStringLiteral("adsFatturatoClientiServizi"), sql,
+                                        QStringLiteral("FatturatoClientiServizi01"),
+                                        KRVTitoloStatistica(QStringLiteral("Fatturato clienti-servizi dal "), dal, al));
+                },
+                comeScritta);
+            confronti.last().Cosa.prepend(QStringLiteral("clienti e servizi, %1: ").arg(anno));
+        }
+        confronti << stampa(
+            QStringLiteral("Stampa del listino articoli IVA inclusa in PDF"),
+            {QStringLiteral("adsAzienda"), QStringLiteral("adsListinoArticoli01")}, [] { StampaListinoIVATO(); },
+            comeScritta);
+        confronti.last().Cosa.prepend(QStringLiteral("articoli: "));
+
+        // The statistics windows' refresh, grid and chart, against their statements.
+        const QSqlDatabase db = main->ModADOConn()->Database();
+        main->Run(QStringLiteral("actStatisticheFatturato"));
+        auto statisticheFatturato = main->FormAs<TKRVStatisticheFatturato>(QStringLiteral("actStatisticheFatturato"));
+        statisticheFatturato->show();
+        const int annoCorrente = QDate::currentDate().year();
+        TConfronto fatturato{QStringLiteral("Finestra statistiche fatturato, aggiornamento"),
+                             QStringLiteral("anni %1-%2").arg(annoCorrente - 2).arg(annoCorrente),
+                             {},
+                             {}};
+        QList<QByteArray> fonti;
+        for (const QString &tabella :
+             {QStringLiteral("FATT_VEND"), QStringLiteral("FATT_ACC"), QStringLiteral("NOTE_ACCREDITO")})
+            fonti << KRVSQLFatturato(tabella, annoCorrente).toUtf8();
+        QAction *aggiorna = statisticheFatturato->findChild<QAction *>(QStringLiteral("actAggiorna"));
+        Confronta(
+            fatturato, runs,
+            [&](int) {
+                aggiorna->trigger();
+                QCoreApplication::processEvents();
+            },
+            [&](int) {
+                for (const QByteArray &sql : std::as_const(fonti))
+                    Grezzo(raw, sql);
+            });
+        confronti << fatturato;
+
+        main->Run(QStringLiteral("actStatisticheRedditivitaMensile"));
+        auto redditivita =
+            main->FormAs<TKRVStatisticheRedditivitaMensile>(QStringLiteral("actStatisticheRedditivitaMensile"));
+        redditivita->show();
+        redditivita->findChild<QSpinBox *>(QStringLiteral("speAnno"))->setValue(anno);
+        const bool conFattAcc = KRVEsisteFattAcc(db);
+        const QList<QByteArray> semestri = {KRVRedditivitaSemestreSQL(1, anno, conFattAcc).toUtf8(),
+                                            KRVRedditivitaSemestreSQL(7, anno, conFattAcc).toUtf8()};
+        TConfronto margini{QStringLiteral("Finestra redditività mensile, aggiornamento"),
+                           QStringLiteral("anno %1").arg(anno),
+                           {},
+                           {}};
+        QAction *aggiornaTabella = redditivita->findChild<QAction *>(QStringLiteral("actAggiornaTabella"));
+        Confronta(
+            margini, runs,
+            [&](int) {
+                aggiornaTabella->trigger();
+                QCoreApplication::processEvents();
+            },
+            [&](int) {
+                for (const QByteArray &sql : semestri)
+                    Grezzo(raw, sql);
+            });
+        confronti << margini;
+
+        redditivita->close();
+        statisticheFatturato->close();
         fatture->close();
         categorie->close();
         articoli->close();
@@ -395,8 +571,8 @@ int main(int argc, char **argv)
     }
 
     QStringList table = {
-        QStringLiteral("Database: `%1`. Machine: %2, %3 cores, %4. %5 runs per measure (the yearly summary: 3), the "
-                       "module's and the raw one in turn.")
+        QStringLiteral("Database: `%1`. Machine: %2, %3 cores, %4. %5 runs per measure (the prints of a year and the "
+                       "price list: 3), the module's and the raw one in turn.")
             .arg(target.Database, QSysInfo::prettyProductName())
             .arg(QThread::idealThreadCount())
             .arg(QSysInfo::currentCpuArchitecture())

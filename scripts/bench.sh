@@ -34,7 +34,8 @@ QT_QPA_PLATFORM=offscreen "$root/build/bin/bench_confronti" --database "$databas
   echo "up-to-date database (the login's password hash and loading the libraries are not in it); the"
   echo "rows below it are its parts. Each list row is the window's own fill, grid included; the"
   echo "customer list's row also gives the process's resident memory with its rows open. Each print row"
-  echo "is a whole run to a PDF file (statements, layout, writing) against its statements alone."
+  echo "is a whole run to a PDF file (statements, layout, writing) against its statements alone; each"
+  echo "statistics window row is its refresh against its statements."
   echo
   cat "$table"
   if [[ -s "$kept" ]]; then

@@ -195,8 +195,9 @@ void TQ3Dataset::PostInsert()
         throw EQ3Exception(SqlErrorText(query.lastError()));
     for (const QString &name : std::as_const(m_changed))
         query.addBindValue(m_buffer.value(name));
+    const TQ3AttesaLimitata attesa(m_connection->Database());
     if (!query.exec())
-        throw EQ3Exception(SqlErrorText(query.lastError()));
+        throw EQ3Exception(attesa.TestoErrore(query.lastError()));
     if (!query.next())
         throw EQ3Exception(QStringLiteral("Il database non ha restituito la chiave del nuovo record."));
     const QVariant key = query.value(0);
@@ -219,8 +220,9 @@ void TQ3Dataset::PostUpdate()
     for (const QString &name : std::as_const(m_changed))
         query.addBindValue(m_buffer.value(name));
     query.addBindValue(m_rows.at(m_current).value(m_keyField));
+    const TQ3AttesaLimitata attesa(m_connection->Database());
     if (!query.exec())
-        throw EQ3Exception(SqlErrorText(query.lastError()));
+        throw EQ3Exception(attesa.TestoErrore(query.lastError()));
     // An update that finds no row wrote nothing: the row went meanwhile.
     if (query.numRowsAffected() == 0)
         throw EQ3Exception(QStringLiteral("Il record da aggiornare non esiste più."));

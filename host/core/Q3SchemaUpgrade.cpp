@@ -49,7 +49,8 @@ QHash<QString, QString> TQ3SchemaUpgrade::RecordedVersions()
 bool TQ3SchemaUpgrade::RunStep(const TQ3SchemaStep &step)
 {
     try {
-        TQ3Transaction transaction(m_db);
+        // An upgrade may rightly run longer than a save waits for another workstation.
+        TQ3Transaction transaction(m_db, TQ3Attesa::Illimitata);
         for (const QString &statement : step.Statements)
             Exec(statement);
         if (step.IsCreate())

@@ -54,8 +54,9 @@ QString SqlDatabaseText(const QSqlError &error)
 void ExecSQL(const QSqlDatabase &db, const QString &sql)
 {
     QSqlQuery query(db);
+    const TQ3AttesaLimitata attesa(db);
     if (!query.exec(sql))
-        throw EQ3Exception(SqlErrorText(query.lastError()));
+        throw EQ3Exception(attesa.TestoErrore(query.lastError()));
 }
 
 QSqlQuery OpenQuery(const QSqlDatabase &db, const QString &sql)
@@ -81,7 +82,7 @@ int FieldIndex(const QSqlRecord &layout, const QString &field)
     return index;
 }
 
-TQ3PreparedQuery::TQ3PreparedQuery(const QSqlDatabase &db, const QString &sql) : m_query(db)
+TQ3PreparedQuery::TQ3PreparedQuery(const QSqlDatabase &db, const QString &sql) : m_db(db), m_query(db)
 {
     m_query.setForwardOnly(true);
     if (!m_query.prepare(sql))
@@ -93,22 +94,26 @@ QSqlQuery &TQ3PreparedQuery::Run(const QVariantList &values)
     m_query.finish();
     for (int i = 0; i < values.size(); ++i)
         m_query.bindValue(i, values.at(i));
+    const TQ3AttesaLimitata attesa(m_db);
     if (!m_query.exec())
-        throw EQ3Exception(SqlErrorText(m_query.lastError()));
+        throw EQ3Exception(attesa.TestoErrore(m_query.lastError()));
     return m_query;
 }
 
-TQ3Transaction::TQ3Transaction(QSqlDatabase db) : m_db(std::move(db))
+TQ3Transaction::TQ3Transaction(QSqlDatabase db, TQ3Attesa attesa) : m_db(std::move(db)), m_attesa(attesa)
 {
     if (!m_db.transaction())
         throw EQ3Exception(SqlErrorText(m_db.lastError()));
     m_open = true;
+    Q3InizioTransazioneGuardata(m_db, m_attesa);
 }
 
 TQ3Transaction::~TQ3Transaction()
 {
-    if (m_open)
+    if (m_open) {
+        Chiudi();
         m_db.rollback();
+    }
 }
 
 void TQ3Transaction::Commit()
@@ -117,13 +122,19 @@ void TQ3Transaction::Commit()
         return;
     if (!m_db.commit())
         throw EQ3Exception(SqlErrorText(m_db.lastError()));
-    m_open = false;
+    Chiudi();
 }
 
 void TQ3Transaction::Rollback()
 {
     if (!m_open)
         return;
-    m_open = false;
+    Chiudi();
     m_db.rollback();
+}
+
+void TQ3Transaction::Chiudi()
+{
+    m_open = false;
+    Q3FineTransazioneGuardata(m_db, m_attesa);
 }

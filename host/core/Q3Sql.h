@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Q3AttesaLimitata.h"
 #include "Q3Global.h"
 
 #include <QSqlDatabase>
@@ -66,14 +67,19 @@ public:
     QSqlQuery &Run(const QVariantList &values);
 
 private:
+    QSqlDatabase m_db;
     QSqlQuery m_query;
 };
 
-// A transaction that rolls back unless committed.
+// A transaction that rolls back unless committed. Its statements run through
+// ExecSQL, TQ3PreparedQuery and TQ3Dataset wait at most Q3AttesaMassimaMs for
+// another workstation's uncommitted change, unless it is opened with
+// TQ3Attesa::Illimitata (work that may rightly take longer, such as the
+// schema's upgrade).
 class Q3_EXPORT TQ3Transaction
 {
 public:
-    explicit TQ3Transaction(QSqlDatabase db);
+    explicit TQ3Transaction(QSqlDatabase db, TQ3Attesa attesa = TQ3Attesa::Limitata);
     ~TQ3Transaction();
     TQ3Transaction(const TQ3Transaction &) = delete;
     TQ3Transaction &operator=(const TQ3Transaction &) = delete;
@@ -82,6 +88,9 @@ public:
     void Rollback();
 
 private:
+    void Chiudi();
+
     QSqlDatabase m_db;
+    TQ3Attesa m_attesa;
     bool m_open = false;
 };

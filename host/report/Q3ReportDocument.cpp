@@ -423,11 +423,36 @@ QVariant TQ3ReportDocument::Total(const TQ3ReportSegment &segment, const TQ3Repo
     const qsizetype end = scoped ? totals.End : segment.Data->RowCount();
     if (segment.Kind == TQ3ReportSegment::TKind::Count)
         return int(end - begin);
+    // A band's running total, and a detail's whole total, start at its first
+    // row: added up once for all its rows, not again for each row.
+    if (scoped && begin == 0)
+        return RunningSum(segment, totals, end);
     // Empty (NULL) values add nothing.
     double sum = 0;
     for (qsizetype i = begin; i < end; ++i)
         sum += segment.Data->Value(scoped ? totals.Rows.at(i) : int(i), segment.Column).toDouble();
     return sum;
+}
+
+double TQ3ReportDocument::RunningSum(const TQ3ReportSegment &segment, const TQ3ReportScope &totals, qsizetype end) const
+{
+    const QString key = QStringLiteral("%1/%2/%3")
+                            .arg(quintptr(totals.Rows.constData()))
+                            .arg(quintptr(segment.Data))
+                            .arg(segment.Column);
+    TRunningSums &running = m_runningSums[key];
+    if (running.Sums.isEmpty()) {
+        running.Rows = totals.Rows;
+        running.Sums.reserve(totals.Rows.size() + 1);
+        // Empty (NULL) values add nothing.
+        double sum = 0;
+        running.Sums << sum;
+        for (const int row : std::as_const(running.Rows)) {
+            sum += segment.Data->Value(row, segment.Column).toDouble();
+            running.Sums << sum;
+        }
+    }
+    return running.Sums.at(end);
 }
 
 QVariant TQ3ReportDocument::SegmentValue(const TQ3ReportSegment &segment, const QHash<QString, int> &rows,

@@ -87,8 +87,22 @@ private:
     QVariant Total(const TQ3ReportSegment &segment, const TQ3ReportScope &totals) const;
     qreal Measure(const TQ3ReportBand &band, const QHash<QString, int> &rows, const TQ3ReportScope &totals = {}) const;
 
+    // The sum of a column over a detail's rows from the first up to end.
+    double RunningSum(const TQ3ReportSegment &segment, const TQ3ReportScope &totals, qsizetype end) const;
+
+    // A column's sums over a detail's rows from the first, up to each row
+    // (Sums[k]: the first k rows), added once in the rows' order. The rows
+    // are kept, so the address that keys them stays theirs.
+    struct TRunningSums
+    {
+        QList<int> Rows;
+        QList<double> Sums;
+    };
+
     std::shared_ptr<const TQ3ReportLayout> m_layout;
     TQ3ReportContext m_context;
     QList<TQ3ReportPage> m_pages;
+    // By the rows' address, the connection's and the column.
+    mutable QHash<QString, TRunningSums> m_runningSums;
     friend class TQ3Paginator;
 };

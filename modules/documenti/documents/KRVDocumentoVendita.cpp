@@ -319,7 +319,8 @@ void TKRVArchivioDocumentoVendita::ScriviRighe(TKRVRigheDocumento &righe, int id
             valori << (tipo == KRVRigaTesto ? numeroNullo : QVariant(righe.Numero(r, numero.Cella)));
         for (int i = 0; i < valori.size(); ++i)
             insert.bindValue(i, valori.at(i));
+        const TQ3AttesaLimitata attesa(db);
         if (!insert.exec())
-            throw EQ3Exception(SqlErrorText(insert.lastError()));
+            throw EQ3Exception(attesa.TestoErrore(insert.lastError()));
     }
 }

@@ -1,6 +1,7 @@
 #include "KRVStampeRiepiloghi.h"
 
 #include "KRVErrors.h"
+#include "KRVFatturatoPerCliente.h"
 #include "KRVSession.h"
 #include "KRVStampe.h"
 #include "Q3Dataset.h"
@@ -106,11 +107,7 @@ void StampaFatturatoPerCliente(int anno)
         {
             TQ3BusyCursor busy;
             KRVAggiornaAzienda(host);
-            TQ3Dataset *fatturato = host->StampeDataset(QStringLiteral("adsFatturatoPerCliente"));
-            fatturato->Close();
-            for (int i = 1; i <= 7; ++i)
-                fatturato->SetParamValue(QStringLiteral("ANNO%1").arg(i), anno);
-            fatturato->Open();
+            KRVApriFatturatoPerCliente(*host->StampeDataset(QStringLiteral("adsFatturatoPerCliente")), anno);
         }
         host->rProject()->SetParam(QStringLiteral("Anno"), QString::number(anno));
         host->rProject()->ExecuteReport(QStringLiteral("TotaleFatturatoPerCliente"));

@@ -1,5 +1,7 @@
 #include "KRVdmStampe.h"
 
+#include "KRVFatturatoPerCliente.h"
+
 namespace {
 
 QString RiepilogoIva(const QString &table, const QString &key)
@@ -10,18 +12,6 @@ QString RiepilogoIva(const QString &table, const QString &key)
                "GROUP BY IVA_CODICE, IVA_DESCRIZIONE, IVA_ALIQUOTA ORDER BY IVA_CODICE")
         .arg(table, key);
 }
-
-const char FatturatoPerCliente[] =
-    "SELECT CLIENTI.CODICE, CLIENTI.RAGIONESOCIALE, SUM( ( SELECT COUNT(*) FROM FATT_VEND WHERE "
-    "FATT_VEND.CLI_CODICE=CLIENTI.CODICE AND ANNO=:ANNO1 ) ) AS NUM_DOC, ( CASE WHEN (( SELECT SUM(TOTALE_IMPONIBILE) "
-    "FROM FATT_VEND WHERE FATT_VEND.CLI_CODICE=CLIENTI.CODICE AND ANNO=:ANNO2 ) IS NULL) THEN 0 ELSE ( SELECT "
-    "SUM(TOTALE_IMPONIBILE) FROM FATT_VEND WHERE FATT_VEND.CLI_CODICE=CLIENTI.CODICE AND ANNO=:ANNO3 ) END ) AS "
-    "TOTALE_IMPONIBILE, ( (100 * ( CASE WHEN (( SELECT SUM(TOTALE_IMPONIBILE) FROM FATT_VEND WHERE "
-    "FATT_VEND.CLI_CODICE=CLIENTI.CODICE AND ANNO=:ANNO4 ) IS NULL) THEN 0 ELSE ( SELECT SUM(TOTALE_IMPONIBILE) FROM "
-    "FATT_VEND WHERE FATT_VEND.CLI_CODICE=CLIENTI.CODICE AND ANNO=:ANNO5 ) END ) ) / ( CASE WHEN (( SELECT "
-    "SUM(TOTALE_IMPONIBILE) FROM FATT_VEND WHERE ANNO=:ANNO6 ) IS NULL) THEN 0 ELSE ( SELECT SUM(TOTALE_IMPONIBILE) FROM "
-    "FATT_VEND WHERE ANNO=:ANNO7 ) END ) ) AS PERC_FATTURATO FROM CLIENTI WHERE CLIENTI.CODICE IN ( SELECT "
-    "FATT_VEND.CLI_CODICE FROM FATT_VEND ) GROUP BY CLIENTI.CODICE, CLIENTI.RAGIONESOCIALE ORDER BY 4 DESC";
 
 } // namespace
 
@@ -42,7 +32,7 @@ TKRVdmStampe::TKRVdmStampe(QObject *owner, TQ3Connection *connection, TQ3ReportP
          QStringLiteral("SELECT * FROM NOTE_ACCREDITO_DETT WHERE IDNOTA_ACCREDITO=:IDNOTA_ACCREDITO")},
         {"NoteAccreditoIva", RiepilogoIva(QStringLiteral("NOTE_ACCREDITO_DETT"), QStringLiteral("IDNOTA_ACCREDITO"))},
         {"RiepilogoFatture", QString()},
-        {"FatturatoPerCliente", QString::fromLatin1(FatturatoPerCliente)},
+        {"FatturatoPerCliente", KRVSQLFatturatoPerCliente()},
         {"FatturatoPerServizio", QString()},
         {"FatturatoPerArticolo", QString()},
         {"FatturatoClientiServizi", QString()},

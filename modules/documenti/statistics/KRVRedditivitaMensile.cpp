@@ -1,6 +1,9 @@
 #include "KRVRedditivitaMensile.h"
 
 #include "Q3Sql.h"
+#include "Q3Utils.h"
+
+#include <QDate>
 
 #include <QSqlQuery>
 
@@ -17,15 +20,60 @@ QString MargineSQL(const QString &righe, const QString &testata, const QString &
            + QStringLiteral(" ") + QStringLiteral("AND TIPO_RIGA=") + QuotedStr(tipoRiga);
 }
 
-// The three kinds of a month as columns of one row.
-QString TreTipiSQL(int mese, int anno, bool conFattAcc)
+// The month's margin of one line kind, as a statement composes it.
+using TKRVMargineSQL = QString (*)(int mese, int anno, const QString &tipoRiga, bool conFattAcc);
+
+// The month's margin read through the headers of the month, found by date on
+// their index, and their lines, found by the header's key on theirs.
+QString MargineMeseSQL(const QString &righe, const QString &testata, const QString &chiave, int mese, int anno,
+                       const QString &tipoRiga)
 {
-    return QStringLiteral("(") + InternalGetSQL01(mese, anno, QStringLiteral("Articolo"), conFattAcc)
+    const QDate primo(anno, mese, 1);
+    return QStringLiteral("SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM ") + testata
+           + QStringLiteral(" LEFT JOIN ") + righe + QStringLiteral(" ON ") + righe + QLatin1Char('.') + chiave
+           + QLatin1Char('=') + testata + QLatin1Char('.') + chiave + QStringLiteral(" WHERE ") + testata
+           + QStringLiteral(".DATA >= ") + QuotedStr(DateToString_YYYYMMDD(primo)) + QStringLiteral(" AND ") + testata
+           + QStringLiteral(".DATA < ") + QuotedStr(DateToString_YYYYMMDD(primo.addMonths(1)))
+           + QStringLiteral(" AND TIPO_RIGA=") + QuotedStr(tipoRiga);
+}
+
+// The warehouse's invoices keep the reference's reading: their table's
+// indexes are that module's own.
+QString MargineMese(int mese, int anno, const QString &tipoRiga, bool conFattAcc)
+{
+    QString sql = QStringLiteral("COALESCE((")
+                  + MargineMeseSQL(QStringLiteral("FATT_VEND_DETT"), QStringLiteral("FATT_VEND"),
+                                   QStringLiteral("IDFATT_VEND"), mese, anno, tipoRiga)
+                  + QStringLiteral("), 0)");
+    if (conFattAcc)
+        sql += QStringLiteral(" + COALESCE((") + GetFattAccSQL(mese, anno, tipoRiga) + QStringLiteral("), 0)");
+    return sql;
+}
+
+// The three kinds of a month as columns of one row.
+QString TreTipiSQL(TKRVMargineSQL margine, int mese, int anno, bool conFattAcc)
+{
+    return QStringLiteral("(") + margine(mese, anno, QStringLiteral("Articolo"), conFattAcc)
            + QStringLiteral(") AS TOTALE_ARTICOLI, ") + QStringLiteral("(")
-           + InternalGetSQL01(mese, anno, QStringLiteral("Servizio"), conFattAcc)
-           + QStringLiteral(") AS TOTALE_SERVIZI, ") + QStringLiteral("(")
-           + InternalGetSQL01(mese, anno, QStringLiteral("Non imponibile"), conFattAcc)
+           + margine(mese, anno, QStringLiteral("Servizio"), conFattAcc) + QStringLiteral(") AS TOTALE_SERVIZI, ")
+           + QStringLiteral("(") + margine(mese, anno, QStringLiteral("Non imponibile"), conFattAcc)
            + QStringLiteral(") AS TOTALE_NON_IMPONIBILE ");
+}
+
+// Six months from primoMese, one row per month.
+QString SemestreSQL(TKRVMargineSQL margine, int primoMese, int anno, bool conFattAcc)
+{
+    QString sql = QStringLiteral("SELECT FIRST 1 ") + QString::number(primoMese) + QStringLiteral(" AS MESE, ")
+                  + TreTipiSQL(margine, primoMese, anno, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS ");
+    const int ultimoMese = primoMese + 5;
+    for (int mese = primoMese + 1; mese <= ultimoMese; ++mese) {
+        sql += QStringLiteral("UNION SELECT ") + QStringLiteral("FIRST 1 ") + QString::number(mese)
+               + QStringLiteral(" AS MESE, ") + TreTipiSQL(margine, mese, anno, conFattAcc)
+               + QStringLiteral("FROM RDB$GENERATORS");
+        if (mese < ultimoMese)
+            sql += QLatin1Char(' ');
+    }
+    return sql;
 }
 
 double Cella(const TKRVTabellaRedditivita &tabella, int riga, int colonna)
@@ -56,19 +104,14 @@ QString InternalGetSQL01(int mese, int anno, const QString &tipoRiga, bool conFa
     return sql;
 }
 
+QString KRVRedditivitaSemestreSQLRiferimento(int primoMese, int anno, bool conFattAcc)
+{
+    return SemestreSQL(InternalGetSQL01, primoMese, anno, conFattAcc);
+}
+
 QString KRVRedditivitaSemestreSQL(int primoMese, int anno, bool conFattAcc)
 {
-    QString sql = QStringLiteral("SELECT FIRST 1 ") + QString::number(primoMese) + QStringLiteral(" AS MESE, ")
-                  + TreTipiSQL(primoMese, anno, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS ");
-    const int ultimoMese = primoMese + 5;
-    for (int mese = primoMese + 1; mese <= ultimoMese; ++mese) {
-        sql += QStringLiteral("UNION SELECT ") + QStringLiteral("FIRST 1 ") + QString::number(mese)
-               + QStringLiteral(" AS MESE, ") + TreTipiSQL(mese, anno, conFattAcc)
-               + QStringLiteral("FROM RDB$GENERATORS");
-        if (mese < ultimoMese)
-            sql += QLatin1Char(' ');
-    }
-    return sql;
+    return SemestreSQL(MargineMese, primoMese, anno, conFattAcc);
 }
 
 bool KRVEsisteFattAcc(const QSqlDatabase &db)

@@ -16,7 +16,15 @@ QString GetFattAccSQL(int mese, int anno, const QString &tipoRiga);
 // invoices are added when their table exists.
 QString InternalGetSQL01(int mese, int anno, const QString &tipoRiga, bool conFattAcc);
 
-// The statement of six months from primoMese (1 or 7): one row per month.
+// The statement of six months from primoMese (1 or 7): one row per month of
+// three sub-selects (InternalGetSQL01 for each kind). Kept as the reference of
+// the rows: each of its sub-selects reads every invoice line of every year,
+// as its month and year come out of the header's date.
+QString KRVRedditivitaSemestreSQLRiferimento(int primoMese, int anno, bool conFattAcc);
+// The statement the window runs: the same rows and values, each sub-select
+// over the sales invoices reading only the headers dated in its month (on the
+// date's index) and their lines; those over the warehouse's invoices are the
+// reference's.
 QString KRVRedditivitaSemestreSQL(int primoMese, int anno, bool conFattAcc);
 
 // Whether the database holds the warehouse module's invoices.

@@ -830,6 +830,52 @@ private slots:
         QVERIFY(fails("dsAzienda.LOGO} e {dsAzienda.LOGO").contains(QStringLiteral("source indica una colonna")));
         QVERIFY(fails("dsAltro.LOGO").contains(QStringLiteral("la connessione \"dsAltro\" non è dichiarata")));
     }
+
+    // A running total in every row of a long detail: each row's value is read
+    // a few times, not once for every row after it.
+    void runningTotalsReadEachRowOnce()
+    {
+        // The rows, counting the values read.
+        class TContate : public IQ3ReportData
+        {
+        public:
+            TQ3MemoryData Righe{{QStringLiteral("IMPORTO")}};
+            mutable qint64 Letture = 0;
+            int RowCount() const override { return Righe.RowCount(); }
+            int FieldIndex(const QString &name) const override { return Righe.FieldIndex(name); }
+            QVariant Value(int row, int column) const override
+            {
+                ++Letture;
+                return Righe.Value(row, column);
+            }
+        } dati;
+        const int righe = 3000;
+        for (int i = 1; i <= righe; ++i)
+            dati.Righe.AddRow({QVariant(i % 7 == 0 ? QVariant() : QVariant(i * 0.25))});
+        const auto layouts = Q3ReadReportProject(
+            R"(<project><report name="R"><page size="A4" left="10" top="10" right="10" bottom="10"/>
+            <connection name="dsRighe"/><detail connection="dsRighe">
+            <band height="5"><text x="0" y="0" width="150" height="4">{IMPORTO|number:2} {sum:IMPORTO|number:2}</text></band>
+            <footer height="5"><text x="0" y="0" width="150" height="4">Totale {sum:IMPORTO|number:2}</text></footer>
+            </detail></report></project>)",
+            QString());
+        TQ3ReportContext context;
+        context.Connections.insert(QStringLiteral("dsRighe"), &dati);
+        const TQ3ReportDocument document(layouts.constFirst(), context);
+        QStringList testi;
+        for (int page = 0; page < document.PageCount(); ++page)
+            testi << Bands(document, page);
+        double atteso = 0;
+        for (int i = 1; i <= righe; ++i)
+            atteso += i % 7 == 0 ? 0 : i * 0.25;
+        const QString totale = Q3FormatReportValue(atteso, QStringLiteral("number:2"));
+        QVERIFY2(testi.last().endsWith(QStringLiteral("Totale ") + totale), qPrintable(testi.last()));
+        QVERIFY2(testi.at(testi.size() - 2).endsWith(QLatin1Char(' ') + totale),
+                 qPrintable(testi.at(testi.size() - 2)));
+        QVERIFY2(testi.first().endsWith(QStringLiteral("0,25 0,25")), qPrintable(testi.first()));
+        qInfo("%d rows with a running total: %lld values read", righe, dati.Letture);
+        QVERIFY2(dati.Letture < 20 * righe, qPrintable(QString::number(dati.Letture)));
+    }
 };
 
 QTEST_MAIN(TestQ3Report)

@@ -2,6 +2,7 @@
 // while another one changes or deletes it through an attachment of its own.
 // Whatever the order, an invoice is one workstation's version whole, header
 // and lines, or the save fails with the editor's failure box.
+#include "KRVAltraPostazione.h"
 #include "KRVFattureTestKit.h"
 #include "Q3Exception.h"
 #include "Q3Sql.h"
@@ -50,53 +51,37 @@ const QStringList RigheAltra{QStringLiteral("Non imponibile|Riga altra 1"),
 // The other workstation writes its version and keeps its transaction open
 // until this workstation's update of the header is seen waiting on the row
 // (or a while has passed), then commits.
-class TPostazioneInSospeso : public QThread
+class TPostazioneInSospeso : public TKRVAltraPostazione
 {
 public:
-    TPostazioneInSospeso(QString connessione, int id) : m_connessione(std::move(connessione)), m_id(id) {}
+    using TKRVAltraPostazione::TKRVAltraPostazione;
 
-    QSemaphore Scritta;
     bool AttesaVista = false;
-    QString Errore;
 
 protected:
-    void run() override
+    void Scrivi(const QSqlDatabase &db, int id) override { ScriviVersioneAltra(db, id); }
+
+    void Attendi(const QSqlDatabase &db) override
     {
-        try {
-            TQ3Connection altra, sorveglianza;
-            altra.SetConnectionString(m_connessione);
-            altra.Open();
-            sorveglianza.SetConnectionString(m_connessione);
-            sorveglianza.Open();
-            const QString propria =
-                QueryScalar(altra.Database(), QStringLiteral("SELECT CURRENT_CONNECTION FROM RDB$DATABASE")).toString();
-            TQ3Transaction transazione(altra.Database());
-            ScriviVersioneAltra(altra.Database(), m_id);
-            Scritta.release();
-            QElapsedTimer tempo;
-            tempo.start();
-            while (!AttesaVista && tempo.elapsed() < 20000) {
-                AttesaVista =
-                    QueryScalar(sorveglianza.Database(),
-                                QStringLiteral("SELECT COUNT(*) FROM MON$STATEMENTS WHERE MON$STATE = 1 AND "
-                                               "MON$ATTACHMENT_ID NOT IN (CURRENT_CONNECTION, ")
-                                    + propria
-                                    + QStringLiteral(") AND MON$SQL_TEXT STARTING WITH 'UPDATE FATT_VEND SET'"))
-                        .toInt()
-                    > 0;
-                if (!AttesaVista)
-                    msleep(20);
-            }
-            transazione.Commit();
-        } catch (const std::exception &e) {
-            Errore = ExceptionMessage(e);
-            Scritta.release();
+        TQ3Connection sorveglianza;
+        sorveglianza.SetConnectionString(Connessione());
+        sorveglianza.Open();
+        const QString propria =
+            QueryScalar(db, QStringLiteral("SELECT CURRENT_CONNECTION FROM RDB$DATABASE")).toString();
+        QElapsedTimer tempo;
+        tempo.start();
+        while (!AttesaVista && tempo.elapsed() < 20000) {
+            AttesaVista =
+                QueryScalar(sorveglianza.Database(),
+                            QStringLiteral("SELECT COUNT(*) FROM MON$STATEMENTS WHERE MON$STATE = 1 AND "
+                                           "MON$ATTACHMENT_ID NOT IN (CURRENT_CONNECTION, ")
+                                + propria + QStringLiteral(") AND MON$SQL_TEXT STARTING WITH 'UPDATE FATT_VEND SET'"))
+                    .toInt()
+                > 0;
+            if (!AttesaVista)
+                msleep(20);
         }
     }
-
-private:
-    QString m_connessione;
-    int m_id;
 };
 
 // What all the cases tried, for the run's summary.

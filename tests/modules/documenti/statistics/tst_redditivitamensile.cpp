@@ -111,8 +111,8 @@ void TestRedditivitaMensile::semesterStatementsComposedMonthByMonth()
                        + TreTipi(m + 6, 2025, conFattAcc) + QStringLiteral("FROM RDB$GENERATORS")
                        + QString::fromLatin1(m < 6 ? " " : "");
         }
-        QCOMPARE(KRVRedditivitaSemestreSQL(1, 2025, conFattAcc), primo);
-        QCOMPARE(KRVRedditivitaSemestreSQL(7, 2025, conFattAcc), secondo);
+        QCOMPARE(KRVRedditivitaSemestreSQLRiferimento(1, 2025, conFattAcc), primo);
+        QCOMPARE(KRVRedditivitaSemestreSQLRiferimento(7, 2025, conFattAcc), secondo);
         QVERIFY(primo.startsWith(QStringLiteral("SELECT FIRST 1 1 AS MESE, (COALESCE((SELECT SUM(IMPORTO)")));
         QVERIFY(primo.endsWith(QStringLiteral("AS TOTALE_NON_IMPONIBILE FROM RDB$GENERATORS")));
         QCOMPARE(primo.count(QStringLiteral("(SELECT SUM(IMPORTO)")), conFattAcc ? 36 : 18);

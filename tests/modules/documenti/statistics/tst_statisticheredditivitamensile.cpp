@@ -175,9 +175,9 @@ void TestStatisticheRedditivitaMensile::refreshIssuesExactlyTwoStatements()
     QCOMPARE(istruzioni.at(1), KRVRedditivitaSemestreSQL(7, 2025, false));
     QVERIFY(istruzioni.at(0).startsWith(QStringLiteral(
         "SELECT FIRST 1 1 AS MESE, (COALESCE((SELECT SUM(IMPORTO) - SUM(COALESCE(COSTO, 0) * QUANTITA) FROM "
-        "FATT_VEND_DETT LEFT JOIN FATT_VEND ON FATT_VEND_DETT.IDFATT_VEND=FATT_VEND.IDFATT_VEND WHERE "
-        "EXTRACT(MONTH FROM FATT_VEND.DATA) = 1 AND EXTRACT(YEAR FROM FATT_VEND.DATA) = 2025 AND "
-        "TIPO_RIGA='Articolo'), 0)) AS TOTALE_ARTICOLI, (COALESCE((")));
+        "FATT_VEND LEFT JOIN FATT_VEND_DETT ON FATT_VEND_DETT.IDFATT_VEND=FATT_VEND.IDFATT_VEND WHERE "
+        "FATT_VEND.DATA >= '2025-01-01' AND FATT_VEND.DATA < '2025-02-01' AND TIPO_RIGA='Articolo'), 0)) AS "
+        "TOTALE_ARTICOLI, (COALESCE((")));
     QVERIFY(istruzioni.at(1).startsWith(QStringLiteral("SELECT FIRST 1 7 AS MESE, (")));
     QVERIFY(istruzioni.at(1).contains(
         QStringLiteral(") AS TOTALE_NON_IMPONIBILE FROM RDB$GENERATORS UNION SELECT FIRST 1 12 AS MESE, (")));

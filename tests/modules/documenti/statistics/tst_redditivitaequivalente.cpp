@@ -1,0 +1,224 @@
+// The monthly margins' statements the window runs, against the statements
+// first written, kept as their reference: the same rows, value by value
+// (types included) and in the same order, on generated firms with and without
+// the warehouse's invoices and on the cases at the edges; and they read each
+// month's invoices, not every invoice of every year.
+#include "../KRVAziendaGenerataTestKit.h"
+#include "KRVRedditivitaMensile.h"
+#include "KRVTestCore.h"
+#include "Q3Sql.h"
+
+#include <QSqlQuery>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+// Every row of a statement, each value with its type, or its failure.
+QStringList Righe(const QSqlDatabase &db, const QString &sql)
+{
+    QSqlQuery query(db);
+    query.setForwardOnly(true);
+    if (!query.exec(sql))
+        return {QStringLiteral("ERRORE: ") + SqlErrorText(query.lastError())};
+    QStringList righe;
+    const int colonne = query.record().count();
+    while (query.next()) {
+        QStringList valori;
+        for (int c = 0; c < colonne; ++c) {
+            const QVariant valore = query.value(c);
+            valori << QStringLiteral("%1:%2").arg(QString::fromLatin1(valore.metaType().name()),
+                                                  valore.isNull() ? QStringLiteral("NULL") : valore.toString());
+        }
+        righe << valori.join(QLatin1Char('|'));
+    }
+    if (query.lastError().isValid())
+        righe << QStringLiteral("ERRORE: ") + SqlErrorText(query.lastError());
+    return righe;
+}
+
+} // namespace
+
+class TestRedditivitaEquivalente : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_core = std::make_unique<TKRVTestCore>(); }
+    void cleanup() { m_core.reset(); }
+
+    void generatedFirmsGiveTheReferenceMargins_data();
+    void generatedFirmsGiveTheReferenceMargins();
+    void edgeCasesGiveTheReferenceMargins();
+    void marginsReadOnlyTheirMonths();
+
+private:
+    QSqlDatabase Db() const { return m_core->Db(); }
+    // The warehouse's invoice tables, holding a copy of every third sales invoice
+    // of the firm (the table's trigger numbers the copies 1, 2, ...).
+    void Magazzino();
+    // Both statements of every semester of the firm's years, compared.
+    void ConfrontaTutto(bool conFattAcc);
+    void Confronta(const QString &riferimento, const QString &statement);
+    int Testata(const QString &tabella, int numero, const QString &data, const QString &cliente);
+    void Riga(const QString &tabella, int testata, const QString &tipo, const QString &codice,
+              const QString &descrizione, int categoria, const QString &importo, const QString &costo);
+
+    std::unique_ptr<TKRVTestCore> m_core;
+};
+
+void TestRedditivitaEquivalente::Magazzino()
+{
+    m_core->Database.LoadFixture(QStringLiteral("magazzino.sql"));
+    m_core->Database.Exec(QStringLiteral(
+        "INSERT INTO FATT_ACC (IDFATT_ACC, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, PAGATO, "
+        "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) SELECT IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, "
+        "CLI_RAGIONESOCIALE, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM FATT_VEND WHERE "
+        "MOD(IDFATT_VEND, 3) = 0 ORDER BY IDFATT_VEND"));
+    m_core->Database.Exec(QStringLiteral(
+        "INSERT INTO FATT_ACC_DETT (IDFATT_ACC_DETT, IDFATT_ACC, CODICE, DESCRIZIONE, IDCATEGORIA, PREZZO, QUANTITA, "
+        "IMPORTO, COSTO, TIPO_RIGA) SELECT IDFATT_VEND_DETT, IDFATT_VEND / 3, CODICE, DESCRIZIONE, IDCATEGORIA, PREZZO, "
+        "QUANTITA, IMPORTO, COSTO, TIPO_RIGA FROM FATT_VEND_DETT WHERE MOD(IDFATT_VEND, 3) = 0"));
+}
+
+void TestRedditivitaEquivalente::Confronta(const QString &riferimento, const QString &statement)
+{
+    const QStringList attese = Righe(Db(), riferimento);
+    const QStringList ottenute = Righe(Db(), statement);
+    QCOMPARE(ottenute.size(), attese.size());
+    for (qsizetype r = 0; r < attese.size(); ++r)
+        QCOMPARE(ottenute.at(r), attese.at(r));
+}
+
+void TestRedditivitaEquivalente::ConfrontaTutto(bool conFattAcc)
+{
+    for (int anno : {2023, 2024, 2025}) {
+        for (int primoMese : {1, 7}) {
+            Confronta(KRVRedditivitaSemestreSQLRiferimento(primoMese, anno, conFattAcc),
+                      KRVRedditivitaSemestreSQL(primoMese, anno, conFattAcc));
+            if (QTest::currentTestFailed())
+                return;
+        }
+    }
+}
+
+int TestRedditivitaEquivalente::Testata(const QString &tabella, int numero, const QString &data, const QString &cliente)
+{
+    const bool vendita = tabella == QLatin1String("FATT_VEND");
+    return QueryScalar(Db(),
+                       QStringLiteral("INSERT INTO %1 (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
+                                      "PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO%2) VALUES "
+                                      "(%3, '%4', %5, %6, 'Cliente', 'False', 0, 0, 0%7) RETURNING ID%1")
+                           .arg(tabella, vendita ? QStringLiteral(", IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, FC_ABILITATO")
+                                                 : QString())
+                           .arg(numero)
+                           .arg(data, data.left(4), QuotedStr(cliente),
+                                vendita ? QStringLiteral(", 1, 'Rimessa diretta', 'False'") : QString()))
+        .toInt();
+}
+
+void TestRedditivitaEquivalente::Riga(const QString &tabella, int testata, const QString &tipo, const QString &codice,
+                                      const QString &descrizione, int categoria, const QString &importo,
+                                      const QString &costo)
+{
+    m_core->Database.Exec(
+        QStringLiteral("INSERT INTO %1_DETT (ID%1, TIPO_RIGA, CODICE, DESCRIZIONE, IDCATEGORIA, "
+                       "QUANTITA, IMPORTO, COSTO) VALUES (%2, %3, %4, %5, %6, 1, %7, %8)")
+            .arg(tabella)
+            .arg(testata)
+            .arg(QuotedStr(tipo), codice.isNull() ? QStringLiteral("NULL") : QuotedStr(codice), QuotedStr(descrizione))
+            .arg(categoria)
+            .arg(importo, costo));
+}
+
+void TestRedditivitaEquivalente::generatedFirmsGiveTheReferenceMargins_data()
+{
+    QTest::addColumn<quint64>("seme");
+    QTest::addColumn<int>("clienti");
+    QTest::addColumn<int>("fattureAnno");
+    QTest::newRow("prova, seme 1") << quint64(1) << 25 << 40;
+    QTest::newRow("prova, seme 2") << quint64(2) << 25 << 40;
+    QTest::newRow("80 clienti, seme 3") << quint64(3) << 80 << 300;
+}
+
+void TestRedditivitaEquivalente::generatedFirmsGiveTheReferenceMargins()
+{
+    QFETCH(quint64, seme);
+    QFETCH(int, clienti);
+    QFETCH(int, fattureAnno);
+    KRVGeneraAziendaProva(m_core->Database.Target(), seme, 3, clienti, fattureAnno);
+    ConfrontaTutto(false);
+    if (QTest::currentTestFailed())
+        return;
+    Magazzino();
+    ConfrontaTutto(true);
+}
+
+// Lines of no header, headers without lines, dates on the first and last day
+// of a month and of a year, costs missing or above the amount, text lines,
+// years far apart.
+void TestRedditivitaEquivalente::edgeCasesGiveTheReferenceMargins()
+{
+    m_core->Database.LoadFixture(QStringLiteral("magazzino.sql"));
+    for (const QString &tabella : {QStringLiteral("FATT_VEND"), QStringLiteral("FATT_ACC")}) {
+        const int inizio = Testata(tabella, 1, QStringLiteral("2025-01-01"), QStringLiteral("C1"));
+        Riga(tabella, inizio, QStringLiteral("Articolo"), QStringLiteral("A1"), QStringLiteral("Prima descrizione"), 1,
+             QStringLiteral("10"), QStringLiteral("NULL"));
+        Riga(tabella, inizio, QStringLiteral("Articolo"), QString(), QStringLiteral("Senza codice"), 1,
+             QStringLiteral("5"), QStringLiteral("1"));
+        Riga(tabella, inizio, QStringLiteral("Servizio"), QStringLiteral("S1"), QStringLiteral("Servizio"), 2,
+             QStringLiteral("7.5"), QStringLiteral("20"));
+        const int fine = Testata(tabella, 2, QStringLiteral("2025-01-31"), QStringLiteral("C2"));
+        Riga(tabella, fine, QStringLiteral("Articolo"), QStringLiteral("A1"), QStringLiteral("Altra descrizione"), 3,
+             QStringLiteral("4"), QStringLiteral("2"));
+        Riga(tabella, fine, QStringLiteral("Non imponibile"), QString(), QStringLiteral("Spese"), 0,
+             QStringLiteral("3"), QStringLiteral("NULL"));
+        Riga(tabella, fine, QStringLiteral("Testo"), QString(), QStringLiteral("Nota"), 0, QStringLiteral("0"),
+             QStringLiteral("NULL"));
+        const int febbraio = Testata(tabella, 3, QStringLiteral("2025-02-01"), QStringLiteral("C1"));
+        Riga(tabella, febbraio, QStringLiteral("Servizio"), QStringLiteral("S1"), QStringLiteral("Servizio bis"), 2,
+             QStringLiteral("-2"), QStringLiteral("0"));
+        const int dicembre = Testata(tabella, 4, QStringLiteral("2024-12-31"), QStringLiteral("C3"));
+        Riga(tabella, dicembre, QStringLiteral("Articolo"), QStringLiteral("A2"), QStringLiteral("Fine anno"), 1,
+             QStringLiteral("100"), QStringLiteral("30"));
+        Testata(tabella, 5, QStringLiteral("2025-06-15"), QStringLiteral("C1"));
+        const int lontano = Testata(tabella, 6, QStringLiteral("1900-12-31"), QStringLiteral("C4"));
+        Riga(tabella, lontano, QStringLiteral("Articolo"), QStringLiteral("A1"), QStringLiteral("Antica"), 1,
+             QStringLiteral("1"), QStringLiteral("NULL"));
+        // Lines whose header is gone.
+        Riga(tabella, 999999, QStringLiteral("Articolo"), QStringLiteral("A9"), QStringLiteral("Orfana"), 1,
+             QStringLiteral("50"), QStringLiteral("NULL"));
+    }
+    for (const bool conFattAcc : {false, true}) {
+        for (int anno : {1900, 2024, 2025, 3000}) {
+            for (int primoMese : {1, 7}) {
+                Confronta(KRVRedditivitaSemestreSQLRiferimento(primoMese, anno, conFattAcc),
+                          KRVRedditivitaSemestreSQL(primoMese, anno, conFattAcc));
+                if (QTest::currentTestFailed())
+                    return;
+            }
+        }
+    }
+}
+
+// Four years of invoices: the year's margins read the headers of each month
+// and those headers' lines, a few pages per line of the year, where the first
+// statements read every line of every year once per month and kind.
+void TestRedditivitaEquivalente::marginsReadOnlyTheirMonths()
+{
+    KRVGeneraAziendaProva(m_core->Database.Target(), 5, 4, 60, 400);
+    const QSqlDatabase db = Db();
+    const int righe = QueryScalar(db, QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT D JOIN FATT_VEND F ON "
+                                                     "F.IDFATT_VEND = D.IDFATT_VEND WHERE F.ANNO = 2025"))
+                          .toInt();
+    const qint64 prima = KRVLetturePagine(db);
+    Righe(db, KRVRedditivitaSemestreSQL(1, 2025, false));
+    Righe(db, KRVRedditivitaSemestreSQL(7, 2025, false));
+    const qint64 letture = KRVLetturePagine(db) - prima;
+    qInfo("%d lines of 2025: %lld page fetches for the year's margins", righe, letture);
+    QVERIFY2(letture < 20 * righe, qPrintable(QString::number(letture)));
+}
+
+QTEST_GUILESS_MAIN(TestRedditivitaEquivalente)
+#include "tst_redditivitaequivalente.moc"
