@@ -22,10 +22,10 @@ namespace {
 bool FallimentoPrevisto(const QString &messaggio)
 {
     const QString testo = messaggio.toLower();
-    static const QStringList previsti{QStringLiteral("deadlock"),
-                                      QStringLiteral("update conflict"),
-                                      QStringLiteral("lock conflict"),
-                                      QStringLiteral("lock time-out"),
+    static const QStringList previsti{QStringLiteral("deadlock"), QStringLiteral("update conflict"),
+                                      QStringLiteral("lock conflict"), QStringLiteral("lock time-out"),
+                                      // the limit on waiting for another workstation
+                                      QStringLiteral("i dati sono in modifica su un'altra postazione"),
                                       QStringLiteral("violation of primary or unique key"),
                                       QStringLiteral("non esiste più")};
     for (const QString &previsto : previsti) {
