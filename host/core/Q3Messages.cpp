@@ -59,6 +59,14 @@ TQ3RecordingResponder::~TQ3RecordingResponder()
     SetQ3MessageResponder(m_previous);
 }
 
+QString TQ3RecordingResponder::Testi(const QString &separatore) const
+{
+    QStringList testi;
+    for (const TQ3Message &box : m_messages)
+        testi << box.Title + QStringLiteral(": ") + box.Text;
+    return testi.join(separatore);
+}
+
 TQ3MsgResult TQ3RecordingResponder::Answer(const TQ3Message &message)
 {
     m_messages.append(message);

@@ -59,6 +59,8 @@ public:
     // Runs once for every box, while it is "open" (before it is answered).
     void SetOnShow(std::function<void(const TQ3Message &)> onShow) { m_onShow = std::move(onShow); }
     const QList<TQ3Message> &Messages() const { return m_messages; }
+    // Every box so far as "title: text", joined by the separator (a failure's report).
+    QString Testi(const QString &separatore) const;
     void Clear()
     {
         m_messages.clear();

@@ -1,5 +1,7 @@
 #include "Q3Packages.h"
 
+#include "Q3Exception.h"
+
 QList<TQ3PackageEntry> &PackageList()
 {
     static QList<TQ3PackageEntry> list;
@@ -62,4 +64,13 @@ int Q3EseguiAzioneModulo(const QString &nome, const QString &azione, const QVari
     const int index = GetPackageIndex(nome + QString::fromLatin1(Q3ModuleFileExtension));
     IQ3Module *modulo = index < 0 ? nullptr : PackageList().at(index).MainObject;
     return modulo ? modulo->ExecutePkgAction(azione, parametri, int(parametri.size()) - 1) : -1;
+}
+
+int Q3ParametroIntero(const QVariant &parametro)
+{
+    bool ok = false;
+    const int value = parametro.toInt(&ok);
+    if (!ok)
+        throw EQ3Exception(QStringLiteral("Il parametro \"%1\" non è un numero intero.").arg(parametro.toString()));
+    return value;
 }

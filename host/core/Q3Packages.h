@@ -33,6 +33,10 @@ Q3_EXPORT void ReleasePackageMainObject(IQ3Module *mainObject);
 // Takes a module out of the registry.
 Q3_EXPORT void UnregisterPackage(const QString &fileName);
 
+// A named request's parameter as the whole number it must be; raises
+// EQ3Exception naming the parameter otherwise.
+Q3_EXPORT int Q3ParametroIntero(const QVariant &parametro);
+
 // Whether a module of that name ("Documenti", "Attivita") is registered.
 Q3_EXPORT bool Q3ModuloCaricato(const QString &nome);
 // Asks the module of that name for a named request through its package action

@@ -89,6 +89,10 @@ private:
 // Whether the user is active and holds the role "Amministratore".
 Q3_EXPORT bool Q3UtenteAmministratore(const QSqlDatabase &db, const QString &userName);
 
+// What a user is told when a right is missing.
+inline constexpr char Q3MsgDirittiInsufficienti[] =
+    "Non si dispone di diritti sufficienti per eseguire questa operazione.";
+
 // Whether a role of the user grants the right (by its text, exactly) or the
 // master right "Controllo completo". User names match without regard to case.
 Q3_EXPORT bool Q3UtenteHaDiritto(const QSqlDatabase &db, const QString &userName, const QString &diritto);

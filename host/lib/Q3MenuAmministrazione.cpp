@@ -3,6 +3,7 @@
 #include "Q3Guards.h"
 #include "Q3MainForm.h"
 #include "Q3Messages.h"
+#include "Q3Ruoli.h"
 
 QMenu *Q3CreaMenuAmministrazione(TQ3MainForm *form, const QList<TQ3ComandoAmministrazione> &comandi,
                                  const std::function<bool()> &isAdministrator)

@@ -20,10 +20,6 @@ struct TQ3ComandoAmministrazione
     std::function<void()> Esegui;
 };
 
-// The message shown to a user who may not run an administration command.
-inline constexpr char Q3MsgDirittiInsufficienti[] =
-    "Non si dispone di diritti sufficienti per eseguire questa operazione.";
-
 // Adds the "Amministrazione" menu (object name "mnAmministrazione") to the main
 // form, before "?", with the commands in their order (an empty name: a
 // separator). A command for administrators asks whether the logged-in user is

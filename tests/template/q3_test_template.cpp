@@ -49,10 +49,7 @@ QString Make(const QString &path)
     } catch (const EQ3Exception &e) {
         return e.Message();
     }
-    QStringList failures;
-    for (const TQ3Message &box : boxes.Messages())
-        failures << box.Title + QStringLiteral(": ") + box.Text;
-    return failures.join(QLatin1Char('\n'));
+    return boxes.Testi(QStringLiteral("\n"));
 }
 
 } // namespace

@@ -350,8 +350,6 @@ TKRVRiepilogoGenerazione TGeneratore::Esegui()
 void TGeneratore::Promemoria()
 {
     const QSqlDatabase db = m_connection.Database();
-    // A database prepared for the sales documents alone gets the reminders' table here.
-    KATAggiornaDatabase(db);
     QSqlQuery query =
         OpenQuery(db, QStringLiteral("SELECT IDFATT_VEND FROM FATT_VEND WHERE FC_ABILITATO = 'True' "
                                      "AND FC_DATA_FINE >= ")

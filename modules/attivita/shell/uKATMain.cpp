@@ -23,9 +23,6 @@ const QString NotificaFattura = QStringLiteral("Nuova fattura ciclica");
 const QString RichiestaFatturaCiclica = QStringLiteral("Nuova fattura di vendita ciclica");
 const QString ModuloDocumenti = QStringLiteral("Documenti");
 
-inline constexpr char MsgDirittiInsufficienti[] =
-    "Non si dispone di diritti sufficienti per eseguire questa operazione.";
-
 } // namespace
 
 TKATMain::TKATMain(QObject *owner) : QObject(owner), m_contenitore(std::make_unique<QWidget>())
@@ -75,12 +72,7 @@ int TKATMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
     try {
         if (actionName != NotificaFattura || parameters.size() != 2 || lastIndex != 1)
             return 0;
-        bool ok = false;
-        const int idFattura = parameters.first().toInt(&ok);
-        if (!ok)
-            throw EQ3Exception(
-                QStringLiteral("Il parametro \"%1\" non è un numero intero.").arg(parameters.first().toString()));
-        FatturaSalvata(idFattura);
+        FatturaSalvata(Q3ParametroIntero(parameters.first()));
     } catch (const std::exception &e) {
         Q3ShowError(ExceptionMessage(e));
     }
@@ -124,7 +116,7 @@ bool TKATMain::VerificaDiritto(const char *diritto) const
 {
     if (Q3UtenteHaDiritto(Sessione(), GetQ3CurrentUserName(), QString::fromUtf8(diritto)))
         return true;
-    Q3ShowWarning(QString::fromUtf8(MsgDirittiInsufficienti));
+    Q3ShowWarning(QString::fromUtf8(Q3MsgDirittiInsufficienti));
     return false;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Q3Ruoli.h"
+
 #include <QSqlDatabase>
 #include <QString>
 
@@ -8,6 +10,5 @@
 // texts exactly. Failures come back as "[UserHasAbilitazione]" + "\n\r" + message.
 bool UserHasAbilitazione(const QString &abilitazione, const QString &userName, const QSqlDatabase &connection);
 
-// The message shown when a permission is missing.
-inline constexpr char KRVMsgDirittiInsufficienti[] =
-    "Non si dispone di diritti sufficienti per eseguire questa operazione.";
+// The message shown when a permission is missing: the host's.
+inline constexpr const auto &KRVMsgDirittiInsufficienti = Q3MsgDirittiInsufficienti;

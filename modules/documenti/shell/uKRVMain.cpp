@@ -24,16 +24,6 @@ namespace {
 const QString ReqFatturaCiclica = QStringLiteral("Nuova fattura di vendita ciclica");
 const QString ReqFatturaDaDdt = QStringLiteral("Crea fattura di vendita da D.d.T.");
 
-// A request's parameter as the whole number it must be; anything else is the request's failure.
-int KRVParametroIntero(const QVariant &parameter)
-{
-    bool ok = false;
-    const int value = parameter.toInt(&ok);
-    if (!ok)
-        throw EQ3Exception(QStringLiteral("Il parametro \"%1\" non è un numero intero.").arg(parameter.toString()));
-    return value;
-}
-
 } // namespace
 
 TKRVMain::TKRVMain(QObject *owner) : QObject(owner), m_container(std::make_unique<QWidget>())
@@ -336,7 +326,7 @@ int TKRVMain::ExecutePkgAction(const QString &actionName, const QVariantList &pa
 
 int TKRVMain::ApriFatturaCiclica(const QVariantList &parameters)
 {
-    const int id = KRVParametroIntero(parameters.first());
+    const int id = Q3ParametroIntero(parameters.first());
     const TKRVAzione editorAction = TKRVAzione::InserimentoFattureVendita;
     Run(editorAction);
     KRVApriFatturaCiclica(Form(editorAction), id);

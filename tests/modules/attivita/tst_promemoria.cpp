@@ -104,13 +104,7 @@ private:
         return m_moduli->Attivita->ElencoPromemoria();
     }
     // Every box so far, for a failure's report.
-    QString Scatole() const
-    {
-        QStringList testi;
-        for (const TQ3Message &box : m_responder->Messages())
-            testi << box.Title + QStringLiteral(": ") + box.Text;
-        return testi.join(QStringLiteral(" | "));
-    }
+    QString Scatole() const { return m_responder->Testi(QStringLiteral(" | ")); }
     static void SelezionaData(TKATElencoPromemoria *elenco, const QDate &data);
 
     std::unique_ptr<TKATModuli> m_moduli;

@@ -16,6 +16,7 @@ inline void KRVGeneraAziendaProva(const TQ3DatabaseTarget &target, quint64 seme,
     opzioni.Dimensione.FattureAnno = fattureAnno;
     opzioni.Seme = seme;
     opzioni.AnnoFinale = 2025;
+    KRVPreparaDatabase(target);
     KRVGeneraAzienda(target, opzioni);
 }
 

@@ -58,12 +58,7 @@ void TestGuardieServer::invoiceLinesSurviveTheServerGoingAway()
     module.MainForm->show();
     TQ3RecordingResponder boxes;
     // Every box so far, for the failure's report.
-    const auto scatole = [&boxes] {
-        QStringList testi;
-        for (const TQ3Message &box : boxes.Messages())
-            testi << box.Title + QStringLiteral(": ") + box.Text;
-        return testi.join(QStringLiteral(" | ")).toLocal8Bit();
-    };
+    const auto scatole = [&boxes] { return boxes.Testi(QStringLiteral(" | ")).toLocal8Bit(); };
     InsertAnagraficheDocumenti(module.Database);
     auto editor = Run<TKRVInserimentoFattureVendita>(module, ActEditor);
     QVERIFY(editor);
