@@ -52,6 +52,44 @@ QString FatturatoClientiServizi(const QString &testata, const QString &where, co
            + QStringLiteral(")GROUP BY 1, 2, 3, 4, 5, 7 ");
 }
 
+// The period's totals of one invoice kind ("FATT_VEND") per code, category and
+// kind, and per customer when asked, summed from the lines that source gives
+// (aliased EXT_TBL, its headers by their table's name) before each row is
+// given the code's first description. Every code and category so has one row,
+// whatever descriptions its lines were written with.
+QString Totali(const QString &testata, const QString &sorgente, bool perCliente, const QString &uguale)
+{
+    const QString dett = testata + QStringLiteral("_DETT");
+    QString clienti;
+    QString clientiRighe;
+    if (perCliente) {
+        clienti = QStringLiteral("R.CLI_CODICE, R.CLI_RAGIONESOCIALE, ");
+        clientiRighe = testata + QStringLiteral(".CLI_CODICE AS CLI_CODICE, ") + testata
+                       + QStringLiteral(".CLI_RAGIONESOCIALE AS CLI_RAGIONESOCIALE, ");
+    }
+    return QStringLiteral("SELECT ") + clienti
+           + QStringLiteral("R.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM ") + dett
+           + QStringLiteral(" INT_TBL WHERE INT_TBL.CODICE") + uguale
+           + QStringLiteral("R.CODICE ) AS DESCRIZIONE, R.IDCATEGORIA AS IDCATEGORIA, R.IMPORTO AS IMPORTO, "
+                            "R.TIPO_RIGA FROM (SELECT ")
+           + clientiRighe
+           + QStringLiteral("EXT_TBL.CODICE AS CODICE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS "
+                            "IMPORTO, EXT_TBL.TIPO_RIGA AS TIPO_RIGA FROM ")
+           + sorgente + QStringLiteral(" GROUP BY ")
+           + (perCliente ? QStringLiteral("1, 2, 3, 4, 6") : QStringLiteral("1, 2, 4")) + QStringLiteral(") R ");
+}
+
+// The sales invoices' lines of the period: the headers by their date, then
+// their lines (the outer join keeps that order; the conditions on the lines
+// drop the headers without any).
+QString RigheVenditePeriodo(const QString &where, const QString &dal, const QString &al, bool parentesi)
+{
+    return QStringLiteral("FATT_VEND LEFT JOIN FATT_VEND_DETT EXT_TBL ON EXT_TBL.IDFATT_VEND = FATT_VEND.IDFATT_VEND ")
+           + where + QStringLiteral(" AND ") + (parentesi ? QStringLiteral("(") : QString())
+           + QStringLiteral("FATT_VEND.DATA >= ") + dal + QStringLiteral(" AND FATT_VEND.DATA <= ") + al
+           + (parentesi ? QStringLiteral(")") : QString());
+}
+
 } // namespace
 
 QString KRVWhereRighe(const TKRVFiltroRighe &filtro, TKRVScritturaSQL scrittura)
@@ -69,7 +107,8 @@ QString KRVWhereRighe(const TKRVFiltroRighe &filtro, TKRVScritturaSQL scrittura)
     return where;
 }
 
-QString KRVSQLFatturatoRighe(const QString &where, const QDate &dal, const QDate &al, TKRVScritturaSQL scrittura)
+QString KRVSQLFatturatoRigheRiferimento(const QString &where, const QDate &dal, const QDate &al,
+                                       TKRVScritturaSQL scrittura)
 {
     const QString da = QuotedStr(DateToString_YYYYMMDD(dal));
     const QString a = QuotedStr(DateToString_YYYYMMDD(al));
@@ -77,13 +116,43 @@ QString KRVSQLFatturatoRighe(const QString &where, const QDate &dal, const QDate
            + FatturatoRighe(QStringLiteral("FATT_ACC"), where, da, a, scrittura);
 }
 
-QString KRVSQLFatturatoClientiServizi(const QString &where, const QDate &dal, const QDate &al, bool conFattAcc)
+QString KRVSQLFatturatoClientiServiziRiferimento(const QString &where, const QDate &dal, const QDate &al,
+                                                bool conFattAcc)
 {
     const QString da = QuotedStr(dal.toString(QStringLiteral("yyyy-MM-dd")));
     const QString a = QuotedStr(al.toString(QStringLiteral("yyyy-MM-dd")));
     QString sql = FatturatoClientiServizi(QStringLiteral("FATT_VEND"), where, da, a);
     if (conFattAcc)
         sql += QStringLiteral("UNION ") + FatturatoClientiServizi(QStringLiteral("FATT_ACC"), where, da, a);
+    return sql + QStringLiteral("ORDER BY 3, 4");
+}
+
+QString KRVSQLFatturatoRighe(const QString &where, const QDate &dal, const QDate &al, TKRVScritturaSQL scrittura)
+{
+    const QString da = QuotedStr(DateToString_YYYYMMDD(dal));
+    const QString a = QuotedStr(DateToString_YYYYMMDD(al));
+    const QString uguale = Uguale(scrittura);
+    const QString magazzino = QStringLiteral("FATT_ACC_DETT EXT_TBL ") + where
+                              + QStringLiteral(" AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= ")
+                              + da + QStringLiteral(" AND DATA <= ") + a + QLatin1Char(')');
+    return Totali(QStringLiteral("FATT_VEND"), RigheVenditePeriodo(where, da, a, false), false, uguale)
+           + QStringLiteral("UNION ") + Totali(QStringLiteral("FATT_ACC"), magazzino, false, uguale);
+}
+
+QString KRVSQLFatturatoClientiServizi(const QString &where, const QDate &dal, const QDate &al, bool conFattAcc)
+{
+    const QString da = QuotedStr(dal.toString(QStringLiteral("yyyy-MM-dd")));
+    const QString a = QuotedStr(al.toString(QStringLiteral("yyyy-MM-dd")));
+    const QString uguale = QStringLiteral(" = ");
+    QString sql = Totali(QStringLiteral("FATT_VEND"), RigheVenditePeriodo(where, da, a, true), true, uguale);
+    if (conFattAcc)
+        sql += QStringLiteral("UNION ")
+               + Totali(QStringLiteral("FATT_ACC"),
+                        QStringLiteral("FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = "
+                                       "EXT_TBL.IDFATT_ACC ")
+                            + where + QStringLiteral(" AND (FATT_ACC.DATA >= ") + da
+                            + QStringLiteral(" AND FATT_ACC.DATA <= ") + a + QLatin1Char(')'),
+                        true, uguale);
     return sql + QStringLiteral("ORDER BY 3, 4");
 }
 

@@ -3,6 +3,7 @@
 #include "../documents/KRVFattureTestKit.h"
 #include "../printing/KRVStampeTestKit.h"
 #include "KRVRedditivitaTestRows.h"
+#include "KRVStatisticheFatturatoRighe.h"
 #include "KRVStatisticheStampaTestKit.h"
 #include "Q3Dataset.h"
 #include "uKRVCategoriaBox.h"
@@ -521,19 +522,8 @@ void TestModStatistiche::chosenFiltersReachTheStatement()
                               .arg(utensili)
                               .arg(trapani)
                               .arg(punte);
-    QCOMPARE(
-        Composto(QStringLiteral("adsFatturatoPerArticolo")),
-        QStringLiteral(
-            "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
-            "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
-            "AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT "
-            "EXT_TBL %1 AND IDFATT_VEND IN (SELECT IDFATT_VEND FROM FATT_VEND WHERE DATA >= '2025-12-01' AND DATA <= "
-            "'2026-01-31') GROUP BY 1, 2, 3, 5 UNION SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
-            "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) "
-            "AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
-            "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL %1 AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC "
-            "WHERE DATA >= '2025-12-01' AND DATA <= '2026-01-31') GROUP BY 1, 2, 3, 5")
-            .arg(where));
+    QCOMPARE(Composto(QStringLiteral("adsFatturatoPerArticolo")),
+             KRVSQLFatturatoRighe(where, QDate(2025, 12, 1), QDate(2026, 1, 31), TKRVScritturaSQL::Compatta));
 }
 
 // Each dialog fills its dataset, the averages the article one, with its own
@@ -549,14 +539,14 @@ void TestModStatistiche::eachDialogFillsItsDatasetInItsWriting()
         QString Correlazione;
     } dialoghi[] = {
         {ActServizio, QStringLiteral("adsFatturatoPerServizio"),
-         QStringLiteral(" EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND IDFATT_VEND IN "),
-         QStringLiteral("INT_TBL.CODICE = EXT_TBL.CODICE")},
+         QStringLiteral(" EXT_TBL WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND IDFATT_ACC IN "),
+         QStringLiteral("INT_TBL.CODICE = R.CODICE")},
         {ActMedie, QStringLiteral("adsFatturatoPerArticolo"),
-         QStringLiteral(" EXT_TBL WHERE TIPO_RIGA='Servizio' AND CODICE='SRV1' AND IDFATT_VEND IN "),
-         QStringLiteral("INT_TBL.CODICE=EXT_TBL.CODICE")},
+         QStringLiteral(" EXT_TBL WHERE TIPO_RIGA='Servizio' AND CODICE='SRV1' AND IDFATT_ACC IN "),
+         QStringLiteral("INT_TBL.CODICE=R.CODICE")},
         {ActClienti, QStringLiteral("adsFatturatoClientiServizi"),
          QStringLiteral(" WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1' AND (FATT_VEND.DATA >= "),
-         QStringLiteral("INT_TBL.CODICE = EXT_TBL.CODICE")},
+         QStringLiteral("INT_TBL.CODICE = R.CODICE")},
     };
     for (const auto &atteso : dialoghi) {
         QVERIFY(Mostra(atteso.Azione, [&](TKRVModStatisticheBase *dialog) {
@@ -702,26 +692,14 @@ void TestModStatistiche::customerDialogJoinsTheWarehouseOnlyWhenItsTableExists()
         });
         return mostrato ? Composto(QStringLiteral("adsFatturatoClientiServizi")) : QString();
     };
-    const QString fv = QStringLiteral(
-        "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 "
-        "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) AS "
-        "DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
-        "EXT_TBL.TIPO_RIGA FROM FATT_VEND_DETT EXT_TBL LEFT JOIN FATT_VEND ON FATT_VEND.IDFATT_VEND = "
-        "EXT_TBL.IDFATT_VEND WHERE TIPO_RIGA = 'Servizio' AND (FATT_VEND.DATA >= '2026-01-01' AND FATT_VEND.DATA <= "
-        "'2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ");
-    QCOMPARE(composto(), fv + QStringLiteral("ORDER BY 3, 4"));
+    const QString where = QStringLiteral("WHERE TIPO_RIGA = 'Servizio'");
+    const QDate dal(2026, 1, 1);
+    const QDate al(2026, 3, 31);
+    QCOMPARE(composto(), KRVSQLFatturatoClientiServizi(where, dal, al, false));
+    QVERIFY(!composto().contains(QStringLiteral("FATT_ACC")));
     Db().LoadFixture(QStringLiteral("magazzino.sql"));
-    QCOMPARE(
-        composto(),
-        fv
-            + QStringLiteral(
-                "UNION SELECT FATT_ACC.CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, "
-                "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
-                "INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
-                "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN "
-                "FATT_ACC ON FATT_ACC.IDFATT_ACC = EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND "
-                "(FATT_ACC.DATA >= '2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY "
-                "3, 4"));
+    QCOMPARE(composto(), KRVSQLFatturatoClientiServizi(where, dal, al, true));
+    QVERIFY(composto().contains(QStringLiteral("FROM FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON ")));
 }
 
 // The customers' print reads the sales invoices alone while the warehouse's

@@ -8,37 +8,9 @@
 #include "KRVTestCore.h"
 #include "Q3Sql.h"
 
-#include <QSqlQuery>
 #include <QtTest>
 
 #include <memory>
-
-namespace {
-
-// Every row of a statement, each value with its type, or its failure.
-QStringList Righe(const QSqlDatabase &db, const QString &sql)
-{
-    QSqlQuery query(db);
-    query.setForwardOnly(true);
-    if (!query.exec(sql))
-        return {QStringLiteral("ERRORE: ") + SqlErrorText(query.lastError())};
-    QStringList righe;
-    const int colonne = query.record().count();
-    while (query.next()) {
-        QStringList valori;
-        for (int c = 0; c < colonne; ++c) {
-            const QVariant valore = query.value(c);
-            valori << QStringLiteral("%1:%2").arg(QString::fromLatin1(valore.metaType().name()),
-                                                  valore.isNull() ? QStringLiteral("NULL") : valore.toString());
-        }
-        righe << valori.join(QLatin1Char('|'));
-    }
-    if (query.lastError().isValid())
-        righe << QStringLiteral("ERRORE: ") + SqlErrorText(query.lastError());
-    return righe;
-}
-
-} // namespace
 
 class TestRedditivitaEquivalente : public QObject
 {
@@ -55,37 +27,26 @@ private slots:
 
 private:
     QSqlDatabase Db() const { return m_core->Db(); }
-    // The warehouse's invoice tables, holding a copy of every third sales invoice
-    // of the firm (the table's trigger numbers the copies 1, 2, ...).
-    void Magazzino();
     // Both statements of every semester of the firm's years, compared.
     void ConfrontaTutto(bool conFattAcc);
     void Confronta(const QString &riferimento, const QString &statement);
-    int Testata(const QString &tabella, int numero, const QString &data, const QString &cliente);
+    int Testata(const QString &tabella, int numero, const QString &data, const QString &cliente)
+    {
+        return KRVTestataFattura(m_core->Database, tabella, numero, data, cliente);
+    }
     void Riga(const QString &tabella, int testata, const QString &tipo, const QString &codice,
-              const QString &descrizione, int categoria, const QString &importo, const QString &costo);
+              const QString &descrizione, int categoria, const QString &importo, const QString &costo)
+    {
+        KRVRigaFattura(m_core->Database, tabella, testata, {tipo, codice, descrizione, categoria, importo, costo});
+    }
 
     std::unique_ptr<TKRVTestCore> m_core;
 };
 
-void TestRedditivitaEquivalente::Magazzino()
-{
-    m_core->Database.LoadFixture(QStringLiteral("magazzino.sql"));
-    m_core->Database.Exec(QStringLiteral(
-        "INSERT INTO FATT_ACC (IDFATT_ACC, NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, PAGATO, "
-        "TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO) SELECT IDFATT_VEND, NUMERO, DATA, ANNO, CLI_CODICE, "
-        "CLI_RAGIONESOCIALE, PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO FROM FATT_VEND WHERE "
-        "MOD(IDFATT_VEND, 3) = 0 ORDER BY IDFATT_VEND"));
-    m_core->Database.Exec(QStringLiteral(
-        "INSERT INTO FATT_ACC_DETT (IDFATT_ACC_DETT, IDFATT_ACC, CODICE, DESCRIZIONE, IDCATEGORIA, PREZZO, QUANTITA, "
-        "IMPORTO, COSTO, TIPO_RIGA) SELECT IDFATT_VEND_DETT, IDFATT_VEND / 3, CODICE, DESCRIZIONE, IDCATEGORIA, PREZZO, "
-        "QUANTITA, IMPORTO, COSTO, TIPO_RIGA FROM FATT_VEND_DETT WHERE MOD(IDFATT_VEND, 3) = 0"));
-}
-
 void TestRedditivitaEquivalente::Confronta(const QString &riferimento, const QString &statement)
 {
-    const QStringList attese = Righe(Db(), riferimento);
-    const QStringList ottenute = Righe(Db(), statement);
+    const QStringList attese = KRVRigheTipizzate(Db(), riferimento);
+    const QStringList ottenute = KRVRigheTipizzate(Db(), statement);
     QCOMPARE(ottenute.size(), attese.size());
     for (qsizetype r = 0; r < attese.size(); ++r)
         QCOMPARE(ottenute.at(r), attese.at(r));
@@ -101,35 +62,6 @@ void TestRedditivitaEquivalente::ConfrontaTutto(bool conFattAcc)
                 return;
         }
     }
-}
-
-int TestRedditivitaEquivalente::Testata(const QString &tabella, int numero, const QString &data, const QString &cliente)
-{
-    const bool vendita = tabella == QLatin1String("FATT_VEND");
-    return QueryScalar(Db(),
-                       QStringLiteral("INSERT INTO %1 (NUMERO, DATA, ANNO, CLI_CODICE, CLI_RAGIONESOCIALE, "
-                                      "PAGATO, TOTALE_IMPONIBILE, TOTALE_IMPOSTA, TOTALE_DOCUMENTO%2) VALUES "
-                                      "(%3, '%4', %5, %6, 'Cliente', 'False', 0, 0, 0%7) RETURNING ID%1")
-                           .arg(tabella, vendita ? QStringLiteral(", IDTIPO_PAGAMENTO, TIPO_PAGAMENTO, FC_ABILITATO")
-                                                 : QString())
-                           .arg(numero)
-                           .arg(data, data.left(4), QuotedStr(cliente),
-                                vendita ? QStringLiteral(", 1, 'Rimessa diretta', 'False'") : QString()))
-        .toInt();
-}
-
-void TestRedditivitaEquivalente::Riga(const QString &tabella, int testata, const QString &tipo, const QString &codice,
-                                      const QString &descrizione, int categoria, const QString &importo,
-                                      const QString &costo)
-{
-    m_core->Database.Exec(
-        QStringLiteral("INSERT INTO %1_DETT (ID%1, TIPO_RIGA, CODICE, DESCRIZIONE, IDCATEGORIA, "
-                       "QUANTITA, IMPORTO, COSTO) VALUES (%2, %3, %4, %5, %6, 1, %7, %8)")
-            .arg(tabella)
-            .arg(testata)
-            .arg(QuotedStr(tipo), codice.isNull() ? QStringLiteral("NULL") : QuotedStr(codice), QuotedStr(descrizione))
-            .arg(categoria)
-            .arg(importo, costo));
 }
 
 void TestRedditivitaEquivalente::generatedFirmsGiveTheReferenceMargins_data()
@@ -151,7 +83,7 @@ void TestRedditivitaEquivalente::generatedFirmsGiveTheReferenceMargins()
     ConfrontaTutto(false);
     if (QTest::currentTestFailed())
         return;
-    Magazzino();
+    KRVMagazzinoDaVendite(m_core->Database);
     ConfrontaTutto(true);
 }
 
@@ -213,8 +145,8 @@ void TestRedditivitaEquivalente::marginsReadOnlyTheirMonths()
                                                      "F.IDFATT_VEND = D.IDFATT_VEND WHERE F.ANNO = 2025"))
                           .toInt();
     const qint64 prima = KRVLetturePagine(db);
-    Righe(db, KRVRedditivitaSemestreSQL(1, 2025, false));
-    Righe(db, KRVRedditivitaSemestreSQL(7, 2025, false));
+    KRVRigheTipizzate(db, KRVRedditivitaSemestreSQL(1, 2025, false));
+    KRVRigheTipizzate(db, KRVRedditivitaSemestreSQL(7, 2025, false));
     const qint64 letture = KRVLetturePagine(db) - prima;
     qInfo("%d lines of 2025: %lld page fetches for the year's margins", righe, letture);
     QVERIFY2(letture < 20 * righe, qPrintable(QString::number(letture)));

@@ -1,5 +1,5 @@
-// The statements of the turnover by article, service and customer, compared
-// to the letter, and what Firebird makes of them.
+// The statements of the turnover by article, service and customer and their
+// first forms, compared to the letter, and what Firebird makes of them.
 #include "../documents/KRVFattureTestKit.h"
 #include "KRVRedditivitaTestRows.h"
 #include "KRVStampe.h"
@@ -49,10 +49,12 @@ private slots:
 
     void whereWithoutBlanks();
     void whereWithBlanksAroundTheSigns();
-    void articleStatementWithoutBlanks();
-    void serviceStatementWithBlanksInBothHalves();
-    void customerStatementWithoutTheWarehouseTable();
-    void customerStatementWithTheWarehouseTable();
+    void referenceArticleStatementWithoutBlanks();
+    void referenceServiceStatementWithBlanksInBothHalves();
+    void referenceCustomerStatementWithoutTheWarehouseTable();
+    void referenceCustomerStatementWithTheWarehouseTable();
+    void articleStatementSumsThePeriodsLinesFirst();
+    void customerStatementSumsThePeriodsLinesFirst();
     void titleWithBothDays();
     void statementsRunWithTheColumnsTheLayoutsRead();
     void emptyResultPrintsNothing();
@@ -88,10 +90,10 @@ void TestStatisticheFatturatoRighe::whereWithBlanksAroundTheSigns()
              QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (2,5) AND CODICE = 'SRV1'"));
 }
 
-void TestStatisticheFatturatoRighe::articleStatementWithoutBlanks()
+void TestStatisticheFatturatoRighe::referenceArticleStatementWithoutBlanks()
 {
     QCOMPARE(
-        KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
+        KRVSQLFatturatoRigheRiferimento(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
         QStringLiteral(
             "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
             "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
@@ -105,10 +107,10 @@ void TestStatisticheFatturatoRighe::articleStatementWithoutBlanks()
             "DATA <= '2026-03-31') GROUP BY 1, 2, 3, 5"));
 }
 
-void TestStatisticheFatturatoRighe::serviceStatementWithBlanksInBothHalves()
+void TestStatisticheFatturatoRighe::referenceServiceStatementWithBlanksInBothHalves()
 {
     QCOMPARE(
-        KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1'"), Dal, Al,
+        KRVSQLFatturatoRigheRiferimento(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1'"), Dal, Al,
                              TKRVScritturaSQL::Spaziata),
         QStringLiteral(
             "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
@@ -125,9 +127,9 @@ void TestStatisticheFatturatoRighe::serviceStatementWithBlanksInBothHalves()
 }
 
 // The date filter runs straight into GROUP BY, with no blank between.
-void TestStatisticheFatturatoRighe::customerStatementWithoutTheWarehouseTable()
+void TestStatisticheFatturatoRighe::referenceCustomerStatementWithoutTheWarehouseTable()
 {
-    QCOMPARE(KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio'"), Dal, Al, false),
+    QCOMPARE(KRVSQLFatturatoClientiServiziRiferimento(QStringLiteral("WHERE TIPO_RIGA = 'Servizio'"), Dal, Al, false),
              QStringLiteral(
                  "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT "
                  "FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = "
@@ -137,10 +139,10 @@ void TestStatisticheFatturatoRighe::customerStatementWithoutTheWarehouseTable()
                  "'2026-01-01' AND FATT_VEND.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY 3, 4"));
 }
 
-void TestStatisticheFatturatoRighe::customerStatementWithTheWarehouseTable()
+void TestStatisticheFatturatoRighe::referenceCustomerStatementWithTheWarehouseTable()
 {
     QCOMPARE(
-        KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"), Dal, Al,
+        KRVSQLFatturatoClientiServiziRiferimento(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"), Dal, Al,
                                       true),
         QStringLiteral(
             "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT "
@@ -155,6 +157,50 @@ void TestStatisticheFatturatoRighe::customerStatementWithTheWarehouseTable()
             "EXT_TBL.TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = "
             "EXT_TBL.IDFATT_ACC WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1) AND (FATT_ACC.DATA >= "
             "'2026-01-01' AND FATT_ACC.DATA <= '2026-03-31')GROUP BY 1, 2, 3, 4, 5, 7 ORDER BY 3, 4"));
+}
+
+// The sales invoices' lines of the period, from their headers, summed per
+// code before the description is looked up; the warehouse's through their
+// headers' keys.
+void TestStatisticheFatturatoRighe::articleStatementSumsThePeriodsLinesFirst()
+{
+    QCOMPARE(
+        KRVSQLFatturatoRighe(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
+        QStringLiteral(
+            "SELECT R.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT "
+            "INT_TBL WHERE INT_TBL.CODICE=R.CODICE ) AS DESCRIZIONE, R.IDCATEGORIA AS IDCATEGORIA, R.IMPORTO AS "
+            "IMPORTO, R.TIPO_RIGA FROM (SELECT EXT_TBL.CODICE AS CODICE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
+            "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA AS TIPO_RIGA FROM FATT_VEND LEFT JOIN FATT_VEND_DETT "
+            "EXT_TBL ON EXT_TBL.IDFATT_VEND = FATT_VEND.IDFATT_VEND WHERE TIPO_RIGA='Articolo' AND FATT_VEND.DATA >= "
+            "'2026-01-01' AND FATT_VEND.DATA <= '2026-03-31' GROUP BY 1, 2, 4) R UNION SELECT R.CODICE AS CODICE, "
+            "(SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE "
+            "INT_TBL.CODICE=R.CODICE ) AS DESCRIZIONE, R.IDCATEGORIA AS IDCATEGORIA, R.IMPORTO AS IMPORTO, "
+            "R.TIPO_RIGA FROM (SELECT EXT_TBL.CODICE AS CODICE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, "
+            "SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA AS TIPO_RIGA FROM FATT_ACC_DETT EXT_TBL WHERE "
+            "TIPO_RIGA='Articolo' AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= '2026-01-01' AND "
+            "DATA <= '2026-03-31') GROUP BY 1, 2, 4) R "));
+}
+
+void TestStatisticheFatturatoRighe::customerStatementSumsThePeriodsLinesFirst()
+{
+    QCOMPARE(KRVSQLFatturatoClientiServizi(QStringLiteral("WHERE TIPO_RIGA = 'Servizio'"), Dal, Al, true),
+             QStringLiteral(
+                 "SELECT R.CLI_CODICE, R.CLI_RAGIONESOCIALE, R.CODICE AS CODICE, (SELECT FIRST 1 "
+                 "SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = R.CODICE ) "
+                 "AS DESCRIZIONE, R.IDCATEGORIA AS IDCATEGORIA, R.IMPORTO AS IMPORTO, R.TIPO_RIGA FROM (SELECT "
+                 "FATT_VEND.CLI_CODICE AS CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE AS CLI_RAGIONESOCIALE, "
+                 "EXT_TBL.CODICE AS CODICE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, "
+                 "EXT_TBL.TIPO_RIGA AS TIPO_RIGA FROM FATT_VEND LEFT JOIN FATT_VEND_DETT EXT_TBL ON "
+                 "EXT_TBL.IDFATT_VEND = FATT_VEND.IDFATT_VEND WHERE TIPO_RIGA = 'Servizio' AND (FATT_VEND.DATA >= "
+                 "'2026-01-01' AND FATT_VEND.DATA <= '2026-03-31') GROUP BY 1, 2, 3, 4, 6) R UNION SELECT "
+                 "R.CLI_CODICE, R.CLI_RAGIONESOCIALE, R.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM "
+                 "1 FOR 100) FROM FATT_ACC_DETT INT_TBL WHERE INT_TBL.CODICE = R.CODICE ) AS DESCRIZIONE, "
+                 "R.IDCATEGORIA AS IDCATEGORIA, R.IMPORTO AS IMPORTO, R.TIPO_RIGA FROM (SELECT FATT_ACC.CLI_CODICE AS "
+                 "CLI_CODICE, FATT_ACC.CLI_RAGIONESOCIALE AS CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, "
+                 "EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS IMPORTO, EXT_TBL.TIPO_RIGA AS TIPO_RIGA "
+                 "FROM FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = EXT_TBL.IDFATT_ACC WHERE "
+                 "TIPO_RIGA = 'Servizio' AND (FATT_ACC.DATA >= '2026-01-01' AND FATT_ACC.DATA <= '2026-03-31') GROUP "
+                 "BY 1, 2, 3, 4, 6) R ORDER BY 3, 4"));
 }
 
 void TestStatisticheFatturatoRighe::titleWithBothDays()
