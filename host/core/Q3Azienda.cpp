@@ -58,15 +58,12 @@ void Q3ScriviAzienda(const QSqlDatabase &db, const TQ3Azienda &azienda)
     for (const TQ3ColonnaAzienda &colonna : Q3ColonneAzienda())
         assignments << QString::fromLatin1(colonna.Colonna) + QStringLiteral(" = ") + QuotedStr(azienda.*colonna.Campo);
     TQ3Transaction transaction(db);
-    QSqlQuery query(db);
     // The picture goes as a parameter: bytes have no place in a statement's text.
-    if (!query.prepare(
-            QStringLiteral("UPDATE AZIENDA SET %1, LOGO = ? WHERE IDAZIENDA = (SELECT MIN(IDAZIENDA) FROM AZIENDA)")
-                .arg(assignments.join(QStringLiteral(", ")))))
-        throw EQ3Exception(SqlErrorText(query.lastError()));
-    query.addBindValue(azienda.Logo.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(azienda.Logo));
-    if (!query.exec())
-        throw EQ3Exception(SqlErrorText(query.lastError()));
+    TQ3PreparedQuery update(
+        db, QStringLiteral("UPDATE AZIENDA SET %1, LOGO = ? WHERE IDAZIENDA = (SELECT MIN(IDAZIENDA) FROM AZIENDA)")
+                .arg(assignments.join(QStringLiteral(", "))));
+    const QSqlQuery &query = update.Run(
+        {azienda.Logo.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(azienda.Logo)});
     if (query.numRowsAffected() != 1)
         throw EQ3Exception(QStringLiteral("I dati dell'azienda non sono presenti nel database."));
     transaction.Commit();

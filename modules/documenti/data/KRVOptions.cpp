@@ -21,11 +21,10 @@ bool SetOptionValue(const QSqlDatabase &db, const QString &option, const QVarian
     try {
         if (!OpenQuery(db, QStringLiteral("SELECT * FROM OPZIONI WHERE OPZIONE=") + QuotedStr(option)).next())
             return false;
-        QSqlQuery update(db);
-        update.prepare(QStringLiteral("UPDATE OPZIONI SET VALORE = :VALORE WHERE OPZIONE = :OPZIONE"));
-        update.bindValue(QStringLiteral(":VALORE"), value);
-        update.bindValue(QStringLiteral(":OPZIONE"), option);
-        return update.exec();
+        TQ3Transaction transaction(db);
+        TQ3PreparedQuery(db, QStringLiteral("UPDATE OPZIONI SET VALORE = ? WHERE OPZIONE = ?")).Run({value, option});
+        transaction.Commit();
+        return true;
     } catch (const std::exception &) {
         return false;
     }

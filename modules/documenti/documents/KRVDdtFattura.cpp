@@ -1,9 +1,7 @@
 #include "KRVDdtFattura.h"
 
-#include "Q3Exception.h"
 #include "Q3Sql.h"
 
-#include <QSqlError>
 #include <QSqlQuery>
 
 QList<TKRVDdtFattura> KRVDdtDellaFattura(const QSqlDatabase &db, int idFattura)
@@ -21,17 +19,10 @@ void KRVScriviDdtFattura(const QSqlDatabase &db, int idFattura, const QList<TKRV
     ExecSQL(db, QStringLiteral("DELETE FROM FATT_VEND_DDT WHERE IDFATT_VEND = ") + QString::number(idFattura));
     if (ddt.isEmpty())
         return;
-    QSqlQuery insert(db);
     // Each row takes its key from the table's trigger.
-    if (!insert.prepare(
-            QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA) VALUES (?, ?, ?, ?)")))
-        throw EQ3Exception(SqlErrorText(insert.lastError()));
-    for (const TKRVDdtFattura &nota : ddt) {
-        insert.bindValue(0, idFattura);
-        insert.bindValue(1, nota.IdDdt > 0 ? QVariant(nota.IdDdt) : QVariant(QMetaType(QMetaType::Int)));
-        insert.bindValue(2, nota.Numero);
-        insert.bindValue(3, nota.Data);
-        if (!insert.exec())
-            throw EQ3Exception(SqlErrorText(insert.lastError()));
-    }
+    TQ3PreparedQuery insert(
+        db, QStringLiteral("INSERT INTO FATT_VEND_DDT (IDFATT_VEND, IDDDT_SCARICO, NUMERO, DATA) VALUES (?, ?, ?, ?)"));
+    for (const TKRVDdtFattura &nota : ddt)
+        insert.Run({idFattura, nota.IdDdt > 0 ? QVariant(nota.IdDdt) : QVariant(QMetaType(QMetaType::Int)), nota.Numero,
+                    nota.Data});
 }

@@ -2,9 +2,12 @@
 // of an invoice, this workstation's save of the same invoice waits no longer
 // than the lock-wait limit, fails with the editor's failure box and writes
 // nothing, the editor keeping what the user typed; once the other commits,
-// the next save goes through.
+// the next save goes through. The firm's data and the options wait no longer
+// either.
 #include "KRVAltraPostazione.h"
 #include "KRVFattureTestKit.h"
+#include "KRVOptions.h"
+#include "Q3Azienda.h"
 #include "Q3Exception.h"
 #include "Q3Sql.h"
 #include "uKRVInserimentoFattureVendita.h"
@@ -42,6 +45,30 @@ protected:
     void Attendi(const QSqlDatabase &) override { Conferma.tryAcquire(1, 60000); }
 };
 
+// The other workstation runs its statements and keeps them uncommitted until
+// told to commit.
+class TAltraPostazioneSQL : public TKRVAltraPostazione
+{
+public:
+    TAltraPostazioneSQL(const QString &connessione, QStringList istruzioni)
+        : TKRVAltraPostazione(connessione, 0), m_istruzioni(std::move(istruzioni))
+    {
+    }
+
+    QSemaphore Conferma;
+
+protected:
+    void Scrivi(const QSqlDatabase &db, int) override
+    {
+        for (const QString &istruzione : std::as_const(m_istruzioni))
+            ExecSQL(db, istruzione);
+    }
+    void Attendi(const QSqlDatabase &) override { Conferma.tryAcquire(1, 60000); }
+
+private:
+    QStringList m_istruzioni;
+};
+
 } // namespace
 
 class TestAttesaLimitataServer : public QObject
@@ -54,6 +81,7 @@ private slots:
     void cleanup();
     void saveMeetingAnUncommittedChangeFailsAtTheLimit();
     void guardedStatementFailsWithTheLimitsMessage();
+    void firmDataAndOptionsWaitAtMostTheLimit();
 
 private:
     const TQ3TestDatabase &Db() const { return m_module->Database; }
@@ -161,6 +189,48 @@ void TestAttesaLimitataServer::guardedStatementFailsWithTheLimitsMessage()
     QVERIFY2(errore.startsWith(QString::fromUtf8(Q3MsgAttesaScaduta).arg(Q3AttesaMassimaMs / 1000) + QLatin1Char('\n')),
              qPrintable(errore));
     QCOMPARE(Nota(id), NotaAltra);
+}
+
+// The firm's data fail with the limit's message, an option is reported not
+// written, each after the limit; what the other workstation wrote stays.
+void TestAttesaLimitataServer::firmDataAndOptionsWaitAtMostTheLimit()
+{
+    const QString opzione = QString::fromLatin1(KRVOpzioneNotaIvaEsente);
+    Db().Exec(QStringLiteral("UPDATE OR INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES (%1, 'Prima') MATCHING (OPZIONE)")
+                  .arg(QuotedStr(opzione)));
+    TAltraPostazioneSQL altra(
+        Db().ConnectionString(),
+        {QStringLiteral("UPDATE AZIENDA SET RAGIONESOCIALE = 'Altra postazione'"),
+         QStringLiteral("UPDATE OPZIONI SET VALORE = 'Altra postazione' WHERE OPZIONE = ") + QuotedStr(opzione)});
+    altra.start();
+    QVERIFY(altra.Scritta.tryAcquire(1, 30000));
+    QVERIFY2(altra.Errore.isEmpty(), qPrintable(altra.Errore));
+    const QSqlDatabase db = m_module->Main->ModADOConn()->Database();
+    TQ3Azienda azienda = Q3LeggiAzienda(db);
+    azienda.RagioneSociale = QStringLiteral("Questa postazione");
+    QString errore;
+    QElapsedTimer tempo;
+    tempo.start();
+    try {
+        Q3ScriviAzienda(db, azienda);
+    } catch (const std::exception &e) {
+        errore = ExceptionMessage(e);
+    }
+    const qint64 attesaAzienda = tempo.restart();
+    const bool scritta = SetOptionValue(db, opzione, QStringLiteral("Questa postazione"));
+    const qint64 attesaOpzione = tempo.elapsed();
+    altra.Conferma.release();
+    QVERIFY(altra.wait(90000));
+    QVERIFY2(altra.Errore.isEmpty(), qPrintable(altra.Errore));
+    QVERIFY2(attesaAzienda < Q3AttesaMassimaMs + MargineMs, qPrintable(QString::number(attesaAzienda)));
+    QVERIFY2(errore.startsWith(QString::fromUtf8(Q3MsgAttesaScaduta).arg(Q3AttesaMassimaMs / 1000) + QLatin1Char('\n')),
+             qPrintable(errore));
+    QVERIFY(!scritta);
+    QVERIFY2(attesaOpzione < Q3AttesaMassimaMs + MargineMs, qPrintable(QString::number(attesaOpzione)));
+    QCOMPARE(Q3LeggiAzienda(db).RagioneSociale, QStringLiteral("Altra postazione"));
+    QVariant valore;
+    QVERIFY(GetOptionValue(db, opzione, valore));
+    QCOMPARE(valore.toString(), QStringLiteral("Altra postazione"));
 }
 
 QTEST_MAIN(TestAttesaLimitataServer)
