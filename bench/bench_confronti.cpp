@@ -197,15 +197,31 @@ double MemoriaResidente()
 }
 
 // The next PDF of a print: the report engine's file back-end, no dialog.
-void UscitaPDF(IKRVStampeHost *host, const QString &file)
+// Where a print goes: to a PDF file, written whole, or to the preview window,
+// which shows its first page (and is closed as soon as it is shown).
+enum class TUscita { PDF, Video };
+
+void Uscita(IKRVStampeHost *host, TUscita uscita, const QString &file)
 {
     TQ3ReportSystem *system = host->rSystem();
     system->RenderObject = host->rRenderPDF();
-    system->DefaultDest = TQ3ReportDestination::File;
-    system->DoNativeOutput = false;
+    system->DefaultDest = uscita == TUscita::PDF ? TQ3ReportDestination::File : TQ3ReportDestination::Preview;
+    system->DoNativeOutput = uscita == TUscita::Video;
     system->AllowSetup = false;
     system->OutputFileName = file;
 }
+
+// Closes the print preview once it is on the screen with its first page.
+class TChiudiAnteprima : public QObject
+{
+public:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && object->objectName() == QLatin1String("Q3ReportPreview"))
+            QMetaObject::invokeMethod(object, "reject", Qt::QueuedConnection);
+        return false;
+    }
+};
 
 } // namespace
 
@@ -383,68 +399,74 @@ int main(int argc, char **argv)
             QueryScalar(main->ModADOConn()->Database(),
                         QStringLiteral("SELECT COUNT(*) FROM FATT_VEND_DETT WHERE IDFATT_VEND=%1").arg(fattura))
                 .toInt();
-        TConfronto stampaFattura{QStringLiteral("Stampa di una fattura in PDF"),
-                                 QStringLiteral("fattura n. 1 del %1, %2 righe").arg(anno).arg(righe),
-                                 {},
-                                 {}};
         const QList<QByteArray> letture =
             StatementsOf(stampe,
                          {QStringLiteral("adsAzienda"), QStringLiteral("adsFattVend"),
                           QStringLiteral("adsFattVendDett"), QStringLiteral("adsFattVendIva")},
                          QStringLiteral(":IDFATT_VEND"), fattura);
-        Confronta(
-            stampaFattura, runs, [&](int) { StampaFatturaVendita(fattura, pdf, int(TQ3ReportDestination::File)); },
-            [&](int) {
-                for (const QByteArray &sql : letture)
-                    Grezzo(raw, sql);
-            });
-        confronti << stampaFattura;
-
-        TConfronto riepilogo{QStringLiteral("Stampa del riepilogo fatture di un anno in PDF"), QString(), {}, {}};
-        Confronta(
-            riepilogo, 3,
-            [&](int) {
-                UscitaPDF(stampe, pdf);
-                StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull);
-            },
-            // The statement the print has just given its dataset.
-            [&](int) {
-                for (const QByteArray &sql :
-                     StatementsOf(stampe, {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")},
-                                  QString(), 0))
-                    Grezzo(raw, sql);
-            });
-        riepilogo.Cosa = QStringLiteral("%1 fatture del %2, %3 kB di PDF")
-                             .arg(stampe->StampeDataset(QStringLiteral("adsRiepilogoFatture"))->RecordCount())
-                             .arg(anno)
-                             .arg(QFileInfo(pdf).size() / 1024);
-        confronti << riepilogo;
-
-        // A print to PDF against the statements its datasets hold once it has run.
-        const auto stampa = [&](const QString &nome, const QStringList &datasets, const std::function<void()> &esegui,
-                                const std::function<QByteArray(const QString &)> &istruzione) {
-            TConfronto confronto{nome, QString(), {}, {}};
+        TChiudiAnteprima chiudiAnteprima;
+        app.installEventFilter(&chiudiAnteprima);
+        for (const TUscita uscita : {TUscita::PDF, TUscita::Video}) {
+            TConfronto stampaFattura{QStringLiteral("Stampa di una fattura ")
+                                         + (uscita == TUscita::PDF ? QStringLiteral("in PDF") : QStringLiteral("a video")),
+                                     QStringLiteral("fattura n. 1 del %1, %2 righe").arg(anno).arg(righe),
+                                     {},
+                                     {}};
+            // To the screen without the output options, as to the file.
+            const TQ3ReportDestination destinazione =
+                uscita == TUscita::PDF ? TQ3ReportDestination::File : TQ3ReportDestination::Preview;
             Confronta(
-                confronto, 3,
+                stampaFattura, runs,
                 [&](int) {
-                    UscitaPDF(stampe, pdf);
-                    esegui();
+                    Uscita(stampe, uscita, pdf);
+                    StampaFatturaVendita(fattura, pdf, int(destinazione));
                 },
                 [&](int) {
-                    for (const QString &dataset : datasets)
-                        Grezzo(raw, istruzione(stampe->StampeDataset(dataset)->SQL()));
+                    for (const QByteArray &sql : letture)
+                        Grezzo(raw, sql);
                 });
-            confronto.Cosa = QStringLiteral("%1 righe, %2 kB di PDF")
-                                 .arg(stampe->StampeDataset(datasets.constLast())->RecordCount())
-                                 .arg(QFileInfo(pdf).size() / 1024);
-            return confronto;
+            confronti << stampaFattura;
+        }
+
+        // A print to a PDF file and to the screen, each against the statements
+        // its datasets hold once it has run.
+        const auto stampa = [&](const QString &nome, const QStringList &datasets, const std::function<void()> &esegui,
+                                const std::function<QByteArray(const QString &)> &istruzione) {
+            for (const TUscita uscita : {TUscita::PDF, TUscita::Video}) {
+                TConfronto confronto{
+                    nome + (uscita == TUscita::PDF ? QStringLiteral(" in PDF") : QStringLiteral(" a video")), QString(),
+                    {}, {}};
+                QFile::remove(pdf);
+                Confronta(
+                    confronto, 3,
+                    [&](int) {
+                        Uscita(stampe, uscita, pdf);
+                        esegui();
+                    },
+                    [&](int) {
+                        for (const QString &dataset : datasets)
+                            Grezzo(raw, istruzione(stampe->StampeDataset(dataset)->SQL()));
+                    });
+                confronto.Cosa = QStringLiteral("%1 righe").arg(stampe->StampeDataset(datasets.constLast())->RecordCount());
+                if (uscita == TUscita::PDF)
+                    confronto.Cosa += QStringLiteral(", %1 kB di PDF").arg(QFileInfo(pdf).size() / 1024);
+                confronti << confronto;
+            }
         };
         const auto comeScritta = [](const QString &sql) { return sql.toUtf8(); };
-        confronti << stampa(
-            QStringLiteral("Stampa del fatturato per cliente di un anno in PDF"),
-            {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoPerCliente")},
-            [&] { StampaFatturatoPerCliente(anno); }, [&](const QString &sql) { return ConAnno(sql, anno); });
-        confronti.last().Cosa.prepend(QStringLiteral("clienti, anno %1: ").arg(anno));
+        // The rows of the last two prints measured, their subject put first.
+        const auto soggetto = [&](const QString &testo) {
+            for (qsizetype i = confronti.size() - 2; i < confronti.size(); ++i)
+                confronti[i].Cosa.prepend(testo);
+        };
+        stampa(QStringLiteral("Stampa del riepilogo fatture di un anno"),
+               {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")},
+               [&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull); }, comeScritta);
+        soggetto(QStringLiteral("fatture del %1: ").arg(anno));
+        stampa(QStringLiteral("Stampa del fatturato per cliente di un anno"),
+               {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoPerCliente")},
+               [&] { StampaFatturatoPerCliente(anno); }, [&](const QString &sql) { return ConAnno(sql, anno); });
+        soggetto(QStringLiteral("clienti, anno %1: ").arg(anno));
 
         // The statistics prints over the last year, as their dialogs compose them.
         TabelleMagazzino(main->ModADOConn()->Database());
@@ -459,11 +481,11 @@ int main(int argc, char **argv)
             const char *Report;
             const char *Titolo;
         } statistiche[] = {
-            {"Stampa del fatturato per articolo di un anno in PDF", "Articolo", TKRVScritturaSQL::Compatta,
+            {"Stampa del fatturato per articolo di un anno", "Articolo", TKRVScritturaSQL::Compatta,
              "adsFatturatoPerArticolo", "FatturatoPerArticolo", "Fatturato per articolo dal "},
-            {"Stampa del fatturato per servizio di un anno in PDF", "Servizio", TKRVScritturaSQL::Spaziata,
+            {"Stampa del fatturato per servizio di un anno", "Servizio", TKRVScritturaSQL::Spaziata,
              "adsFatturatoPerServizio", "FatturatoPerServizio", "Fatturato per servizio dal "},
-            {"Stampa delle medie di produttività per servizio di un anno in PDF", "Servizio",
+            {"Stampa delle medie di produttività per servizio di un anno", "Servizio",
              TKRVScritturaSQL::Compatta, "adsFatturatoPerArticolo", "FatturatoPerArticolo",
              "Fatturato per articolo dal "},
         };
@@ -473,22 +495,22 @@ int main(int argc, char **argv)
             const QString sql =
                 KRVSQLFatturatoRighe(KRVWhereRighe(filtro, statistica.Scrittura), dal, al, statistica.Scrittura);
             const QString dataset = QString::fromLatin1(statistica.Dataset);
-            confronti << stampa(
+            stampa(
                 QString::fromUtf8(statistica.Nome), {QStringLiteral("adsAzienda"), dataset},
                 [&] {
                     KRVStampaStatistica(dataset, sql, QString::fromLatin1(statistica.Report),
                                         KRVTitoloStatistica(QString::fromLatin1(statistica.Titolo), dal, al));
                 },
                 comeScritta);
-            confronti.last().Cosa.prepend(QStringLiteral("codici, %1: ").arg(anno));
+            soggetto(QStringLiteral("codici, %1: ").arg(anno));
         }
         {
             TKRVFiltroRighe filtro;
             filtro.TipoRiga = QStringLiteral("Servizio");
             const QString sql = KRVSQLFatturatoClientiServizi(KRVWhereRighe(filtro, TKRVScritturaSQL::Spaziata), dal,
                                                               al, KRVEsisteFattAcc(main->ModADOConn()->Database()));
-            confronti << stampa(
-                QStringLiteral("Stampa del fatturato clienti-servizi di un anno in PDF"),
+            stampa(
+                QStringLiteral("Stampa del fatturato clienti-servizi di un anno"),
                 {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoClientiServizi")},
                 [&] {
                     KRVStampaStatistica(QStringLiteral("adsFatturatoClientiServizi"), sql,
@@ -496,13 +518,12 @@ int main(int argc, char **argv)
                                         KRVTitoloStatistica(QStringLiteral("Fatturato clienti-servizi dal "), dal, al));
                 },
                 comeScritta);
-            confronti.last().Cosa.prepend(QStringLiteral("clienti e servizi, %1: ").arg(anno));
+            soggetto(QStringLiteral("clienti e servizi, %1: ").arg(anno));
         }
-        confronti << stampa(
-            QStringLiteral("Stampa del listino articoli IVA inclusa in PDF"),
-            {QStringLiteral("adsAzienda"), QStringLiteral("adsListinoArticoli01")}, [] { StampaListinoIVATO(); },
-            comeScritta);
-        confronti.last().Cosa.prepend(QStringLiteral("articoli: "));
+        stampa(QStringLiteral("Stampa del listino articoli IVA inclusa"),
+               {QStringLiteral("adsAzienda"), QStringLiteral("adsListinoArticoli01")}, [] { StampaListinoIVATO(); },
+               comeScritta);
+        soggetto(QStringLiteral("articoli: "));
 
         // The statistics windows' refresh, grid and chart, against their statements.
         const QSqlDatabase db = main->ModADOConn()->Database();

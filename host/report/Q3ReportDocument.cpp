@@ -7,6 +7,7 @@
 
 #include <QCollator>
 #include <QFontDatabase>
+#include <QSet>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
@@ -362,11 +363,21 @@ void TQ3ReportDocument::Resolve()
                         .arg(m_layout->Name, segment.Text, segment.Connection));
         }
     };
-    auto resolveBand = [this, &resolveSegments](const TQ3ReportBand &band) {
+    // The installed families, read once: each question to the font database
+    // lists them all again.
+    QSet<QString> installed;
+    const auto hasFamily = [&installed](const QString &family) {
+        if (installed.isEmpty()) {
+            const QStringList families = QFontDatabase::families();
+            installed = QSet<QString>(families.cbegin(), families.cend());
+        }
+        return installed.contains(family) || QFontDatabase::hasFamily(family);
+    };
+    auto resolveBand = [this, &resolveSegments, &hasFamily](const TQ3ReportBand &band) {
         resolveSegments(band.Condition);
         for (const TQ3ReportItem &item : band.Items) {
             // A stand-in font would change every measure: the print stops instead.
-            if (item.Kind == TQ3ReportItem::TKind::Text && !QFontDatabase::hasFamily(item.Font.family()))
+            if (item.Kind == TQ3ReportItem::TKind::Text && !hasFamily(item.Font.family()))
                 throw EQ3Exception(QStringLiteral("Il report \"%1\" usa il carattere \"%2\", che non è installato.")
                                        .arg(m_layout->Name, item.Font.family()));
             resolveSegments(item.Segments);
