@@ -6,11 +6,14 @@
 #include "Q3Utils.h"
 
 #include <QCollator>
+#include <QHash>
 #include <QFontDatabase>
 #include <QSet>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
+
+#include <array>
 
 namespace {
 
@@ -26,13 +29,61 @@ int TextFlags(const TQ3ReportItem &item)
     return item.Flags | (item.Wrap ? Qt::TextWordWrap : Qt::TextSingleLine);
 }
 
+// What a font's texts of one line need: the advance of each printable
+// character of Latin-1 and the height of one line, measured once.
+struct TMisureCarattere
+{
+    std::array<qreal, 256> Avanzamenti{};
+    qreal Riga = 0;
+};
+
+const TMisureCarattere &MisureCarattere(const QFont &font)
+{
+    thread_local QHash<QString, TMisureCarattere> misure;
+    const QString chiave = font.key();
+    auto trovate = misure.find(chiave);
+    if (trovate == misure.end()) {
+        const QFontMetricsF metrics(font);
+        TMisureCarattere nuove;
+        for (char16_t c = 0x20; c < 0x100; ++c)
+            nuove.Avanzamenti[c] = metrics.horizontalAdvance(QChar(c));
+        nuove.Riga = metrics.boundingRect(QRectF(0, 0, 1e7, 1e7), Qt::TextWordWrap, QStringLiteral("X")).height();
+        trovate = misure.insert(chiave, nuove);
+    }
+    return *trovate;
+}
+
+// Whether a text surely fits in one line of the width, known without laying
+// it out: printable Latin-1 characters alone (no line break, no character a
+// fallback font would draw), whose advances, each with a quarter of an "M"
+// more for any kerning, stay within the width.
+bool UnaRigaCerta(const TMisureCarattere &misure, const QString &text, qreal width)
+{
+    const qreal margine = misure.Avanzamenti[u'M'] / 4;
+    qreal totale = 0;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u < 0x20 || (u >= 0x7F && u <= 0xA0) || u == 0xAD || u > 0xFF)
+            return false;
+        totale += misure.Avanzamenti[u] + margine;
+        if (totale >= width)
+            return false;
+    }
+    return true;
+}
+
 // How much taller than the item's designed height a growing text needs to be.
+// Most texts fit in one line, whose height is the font's; the others are laid
+// out as they will be drawn.
 qreal Growth(const TQ3ReportItem &item, const QString &text)
 {
     if (!item.Grow || text.isEmpty())
         return 0;
-    const QFontMetricsF metrics(item.Font);
-    const qreal needed = metrics.boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), TextFlags(item), text).height();
+    const TMisureCarattere &misure = MisureCarattere(item.Font);
+    const qreal needed =
+        UnaRigaCerta(misure, text, item.Rect.width())
+            ? misure.Riga
+            : QFontMetricsF(item.Font).boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), TextFlags(item), text).height();
     return qMax<qreal>(0, needed - item.Rect.height());
 }
 

@@ -10,6 +10,7 @@
 #include <QDate>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QFontMetricsF>
 #include <QtTest>
 
 namespace {
@@ -522,6 +523,43 @@ private slots:
         }
         QCOMPARE(second, 500.0);
         QVERIFY2(first > 10 * 350, qPrintable(QString::number(first)));
+    }
+
+    // Each row's band is as tall as its text laid out in the item's width:
+    // short texts, texts about the width, accents, characters of other
+    // scripts, tabs, a soft hyphen, a word longer than the width.
+    void growth_sameAsLayingTheTextOut()
+    {
+        TRun run;
+        QStringList testi{QStringLiteral("Breve"), QStringLiteral("Però già così è"),
+                          QStringLiteral("Ελληνικά και русский"), QStringLiteral("Con\ttabulazione"),
+                          QStringLiteral("Parola\u00ADspezzata"), QString(300, QLatin1Char('W'))};
+        for (int parole = 1; parole <= 40; ++parole)
+            testi << QStringList(parole, QStringLiteral("Mille")).join(QLatin1Char(' '))
+                  << QStringList(parole, QStringLiteral("il")).join(QLatin1Char(' '));
+        for (const QString &testo : std::as_const(testi))
+            run.Righe.AddRow({testo, 1.0});
+        const auto document = run.Project.Generate(QStringLiteral("Elenco"));
+        int misurate = 0;
+        for (int pagina = 0; pagina < document->PageCount(); ++pagina) {
+            for (const TQ3PlacedBand &band : document->Page(pagina).Bands) {
+                const int riga = band.Rows.value(QStringLiteral("dsRighe"), -1);
+                if (riga < 0 || band.Band->Height != 500)
+                    continue;
+                for (const TQ3ReportItem &item : band.Band->Items) {
+                    if (!item.Grow)
+                        continue;
+                    const qreal necessaria =
+                        QFontMetricsF(item.Font)
+                            .boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), item.Flags | Qt::TextWordWrap,
+                                          testi.at(riga))
+                            .height();
+                    QCOMPARE(band.Height, 500 + qMax<qreal>(0, necessaria - item.Rect.height()));
+                    ++misurate;
+                }
+            }
+        }
+        QCOMPARE(misurate, testi.size());
     }
 
     void parameters_keptBetweenRuns()
