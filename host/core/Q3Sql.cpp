@@ -138,3 +138,14 @@ void TQ3Transaction::Chiudi()
     m_open = false;
     Q3FineTransazioneGuardata(m_db, m_attesa);
 }
+
+// The driver refuses a second transaction on a connection that has one open:
+// the reads then run in that one.
+TQ3LetturaCoerente::TQ3LetturaCoerente(QSqlDatabase db) : m_db(std::move(db)), m_propria(m_db.transaction()) {}
+
+TQ3LetturaCoerente::~TQ3LetturaCoerente()
+{
+    // Nothing was written: ending it either way leaves the database as it is.
+    if (m_propria && !m_db.commit())
+        m_db.rollback();
+}

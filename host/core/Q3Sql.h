@@ -94,3 +94,21 @@ private:
     TQ3Attesa m_attesa;
     bool m_open = false;
 };
+
+// Reads that belong together (a document's header and lines) made in one
+// transaction, which sees the database as it was at its start, so that
+// another workstation's save cannot fall between them. When the connection
+// is already inside a transaction, the reads share its view and it is left
+// as it is; otherwise the guard's own transaction ends with it.
+class Q3_EXPORT TQ3LetturaCoerente
+{
+public:
+    explicit TQ3LetturaCoerente(QSqlDatabase db);
+    ~TQ3LetturaCoerente();
+    TQ3LetturaCoerente(const TQ3LetturaCoerente &) = delete;
+    TQ3LetturaCoerente &operator=(const TQ3LetturaCoerente &) = delete;
+
+private:
+    QSqlDatabase m_db;
+    bool m_propria = false;
+};

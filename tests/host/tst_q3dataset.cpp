@@ -1,10 +1,11 @@
 #include "Q3Dataset.h"
 #include "Q3Exception.h"
+#include "Q3Sql.h"
 #include "Q3TestDatabase.h"
 
 #include <QtTest>
 
-// Writing a dataset's row back to its table.
+// Writing a dataset's row back to its table; reads that belong together.
 class TestQ3Dataset : public QObject
 {
     Q_OBJECT
@@ -18,6 +19,8 @@ private slots:
     void insertedRowTakesTheKeyTheTriggerAssigned();
     void appendNewLeavesTheDatasetOnTheInsertedRow();
     void failedInsertLeavesNoRowToEdit();
+    void consistentReadSeesOneMomentOfTheDatabase();
+    void consistentReadInsideATransactionLeavesItOpen();
 
 private:
     void OpenRow(int id);
@@ -139,6 +142,45 @@ void TestQ3Dataset::failedInsertLeavesNoRowToEdit()
     QVERIFY_THROWS_EXCEPTION(EQ3Exception, m_dataset->Edit());
     m_dataset->Requery();
     QVERIFY(m_dataset->IsEmpty());
+}
+
+// Another workstation's save between two reads of one consistent read is
+// not seen by the second; the next reads see it.
+void TestQ3Dataset::consistentReadSeesOneMomentOfTheDatabase()
+{
+    TQ3Connection altra;
+    altra.SetConnectionString(m_database->ConnectionString());
+    altra.Open();
+    {
+        const TQ3LetturaCoerente lettura(m_database->Db());
+        OpenRow(1);
+        QCOMPARE(m_dataset->FieldValue(QStringLiteral("NOME")).toString(), QStringLiteral("Uno"));
+        {
+            TQ3Transaction salvataggio(altra.Database());
+            ExecSQL(altra.Database(), QStringLiteral("UPDATE PROVA SET NOME = 'Due' WHERE IDPROVA = 1"));
+            salvataggio.Commit();
+        }
+        OpenRow(1);
+        QCOMPARE(m_dataset->FieldValue(QStringLiteral("NOME")).toString(), QStringLiteral("Uno"));
+    }
+    OpenRow(1);
+    QCOMPARE(m_dataset->FieldValue(QStringLiteral("NOME")).toString(), QStringLiteral("Due"));
+}
+
+// Inside a transaction the reads see its own changes, and the transaction
+// stays open: rolled back, its change is gone.
+void TestQ3Dataset::consistentReadInsideATransactionLeavesItOpen()
+{
+    TQ3Transaction transazione(m_database->Db());
+    ExecSQL(m_database->Db(), QStringLiteral("UPDATE PROVA SET NOME = 'Tre' WHERE IDPROVA = 1"));
+    {
+        const TQ3LetturaCoerente lettura(m_database->Db());
+        OpenRow(1);
+        QCOMPARE(m_dataset->FieldValue(QStringLiteral("NOME")).toString(), QStringLiteral("Tre"));
+    }
+    transazione.Rollback();
+    OpenRow(1);
+    QCOMPARE(m_dataset->FieldValue(QStringLiteral("NOME")).toString(), QStringLiteral("Uno"));
 }
 
 QTEST_GUILESS_MAIN(TestQ3Dataset)

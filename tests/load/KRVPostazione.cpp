@@ -225,7 +225,7 @@ int TKRVPostazione::Apri(TTipo &tipo, TKRVRigheDocumento &righe)
             return 0;
         }
         r.Righe = righe.Righe();
-        // The header and the lines are two reads: another save may fall between them.
+        // The header and the lines come from one save, however many saves fall between the reads.
         QString segno;
         int scritte = 0;
         bool intero = true;

@@ -189,6 +189,7 @@ void TestCaricoPostazioniServer::postazioniSenzaNumeriDoppiNeRighePerse()
     QVERIFY(cifre.Salvataggi > 0);
     QVERIFY(cifre.Eliminazioni > 0);
     QCOMPARE(cifre.Errori, 0);
+    QCOMPARE(cifre.LettureMiste, 0);
     QCOMPARE(cifre.OltreLimite, 0);
     QCOMPARE(verifica.NumeriDoppi, 0);
     QCOMPARE(verifica.RigheOrfane, 0);

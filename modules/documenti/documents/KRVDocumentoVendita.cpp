@@ -129,6 +129,8 @@ TKRVArchivioDocumentoVendita::~TKRVArchivioDocumentoVendita() = default;
 
 bool TKRVArchivioDocumentoVendita::LeggiDocumento(int id, TKRVTestataDocumento &testata, TKRVRigheDocumento &righe)
 {
+    // Header, lines and linked notes as one save left them.
+    const TQ3LetturaCoerente lettura(m_testata.Connection()->Database());
     TQ3Dataset letta;
     letta.SetConnection(m_testata.Connection());
     letta.SetSQL(m_testata.SQL());
