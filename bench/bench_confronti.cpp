@@ -4,7 +4,8 @@
 // the customer list's fill (and the memory it holds), the category window's
 // fill, the invoice list of the last year with and without a line-text filter,
 // an invoice, the last year's summaries, statistics prints and the price list
-// printed to PDF, and the two statistics windows' refresh. Prints min / median
+// printed to PDF and to the preview window (until its first page is shown),
+// and the two statistics windows' refresh. Prints min / median
 // / max of both and their ratio as a Markdown table, and writes it to a file
 // when asked.
 //
@@ -408,7 +409,8 @@ int main(int argc, char **argv)
         app.installEventFilter(&chiudiAnteprima);
         for (const TUscita uscita : {TUscita::PDF, TUscita::Video}) {
             TConfronto stampaFattura{QStringLiteral("Stampa di una fattura ")
-                                         + (uscita == TUscita::PDF ? QStringLiteral("in PDF") : QStringLiteral("a video")),
+                                         + (uscita == TUscita::PDF ? QStringLiteral("in PDF")
+                                                                   : QStringLiteral("a video")),
                                      QStringLiteral("fattura n. 1 del %1, %2 righe").arg(anno).arg(righe),
                                      {},
                                      {}};
@@ -433,9 +435,12 @@ int main(int argc, char **argv)
         const auto stampa = [&](const QString &nome, const QStringList &datasets, const std::function<void()> &esegui,
                                 const std::function<QByteArray(const QString &)> &istruzione) {
             for (const TUscita uscita : {TUscita::PDF, TUscita::Video}) {
-                TConfronto confronto{
-                    nome + (uscita == TUscita::PDF ? QStringLiteral(" in PDF") : QStringLiteral(" a video")), QString(),
-                    {}, {}};
+                TConfronto confronto{nome
+                                         + (uscita == TUscita::PDF ? QStringLiteral(" in PDF")
+                                                                   : QStringLiteral(" a video")),
+                                     QString(),
+                                     {},
+                                     {}};
                 QFile::remove(pdf);
                 Confronta(
                     confronto, 3,
@@ -447,7 +452,8 @@ int main(int argc, char **argv)
                         for (const QString &dataset : datasets)
                             Grezzo(raw, istruzione(stampe->StampeDataset(dataset)->SQL()));
                     });
-                confronto.Cosa = QStringLiteral("%1 righe").arg(stampe->StampeDataset(datasets.constLast())->RecordCount());
+                confronto.Cosa =
+                    QStringLiteral("%1 righe").arg(stampe->StampeDataset(datasets.constLast())->RecordCount());
                 if (uscita == TUscita::PDF)
                     confronto.Cosa += QStringLiteral(", %1 kB di PDF").arg(QFileInfo(pdf).size() / 1024);
                 confronti << confronto;
@@ -459,13 +465,15 @@ int main(int argc, char **argv)
             for (qsizetype i = confronti.size() - 2; i < confronti.size(); ++i)
                 confronti[i].Cosa.prepend(testo);
         };
-        stampa(QStringLiteral("Stampa del riepilogo fatture di un anno"),
-               {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")},
-               [&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull); }, comeScritta);
+        stampa(
+            QStringLiteral("Stampa del riepilogo fatture di un anno"),
+            {QStringLiteral("adsAzienda"), QStringLiteral("adsRiepilogoFatture")},
+            [&] { StampaRiepilogoFatture(anno, TCustomBoolean::cbNull, TCustomBoolean::cbNull); }, comeScritta);
         soggetto(QStringLiteral("fatture del %1: ").arg(anno));
-        stampa(QStringLiteral("Stampa del fatturato per cliente di un anno"),
-               {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoPerCliente")},
-               [&] { StampaFatturatoPerCliente(anno); }, [&](const QString &sql) { return ConAnno(sql, anno); });
+        stampa(
+            QStringLiteral("Stampa del fatturato per cliente di un anno"),
+            {QStringLiteral("adsAzienda"), QStringLiteral("adsFatturatoPerCliente")},
+            [&] { StampaFatturatoPerCliente(anno); }, [&](const QString &sql) { return ConAnno(sql, anno); });
         soggetto(QStringLiteral("clienti, anno %1: ").arg(anno));
 
         // The statistics prints over the last year, as their dialogs compose them.
@@ -485,9 +493,8 @@ int main(int argc, char **argv)
              "adsFatturatoPerArticolo", "FatturatoPerArticolo", "Fatturato per articolo dal "},
             {"Stampa del fatturato per servizio di un anno", "Servizio", TKRVScritturaSQL::Spaziata,
              "adsFatturatoPerServizio", "FatturatoPerServizio", "Fatturato per servizio dal "},
-            {"Stampa delle medie di produttività per servizio di un anno", "Servizio",
-             TKRVScritturaSQL::Compatta, "adsFatturatoPerArticolo", "FatturatoPerArticolo",
-             "Fatturato per articolo dal "},
+            {"Stampa delle medie di produttività per servizio di un anno", "Servizio", TKRVScritturaSQL::Compatta,
+             "adsFatturatoPerArticolo", "FatturatoPerArticolo", "Fatturato per articolo dal "},
         };
         for (const auto &statistica : statistiche) {
             TKRVFiltroRighe filtro;
@@ -520,9 +527,10 @@ int main(int argc, char **argv)
                 comeScritta);
             soggetto(QStringLiteral("clienti e servizi, %1: ").arg(anno));
         }
-        stampa(QStringLiteral("Stampa del listino articoli IVA inclusa"),
-               {QStringLiteral("adsAzienda"), QStringLiteral("adsListinoArticoli01")}, [] { StampaListinoIVATO(); },
-               comeScritta);
+        stampa(
+            QStringLiteral("Stampa del listino articoli IVA inclusa"),
+            {QStringLiteral("adsAzienda"), QStringLiteral("adsListinoArticoli01")}, [] { StampaListinoIVATO(); },
+            comeScritta);
         soggetto(QStringLiteral("articoli: "));
 
         // The statistics windows' refresh, grid and chart, against their statements.

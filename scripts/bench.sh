@@ -33,9 +33,11 @@ QT_QPA_PLATFORM=offscreen "$root/build/bin/bench_confronti" --database "$databas
   echo "Start-up is the host's connection, its schema check and the module's schema check on an"
   echo "up-to-date database (the login's password hash and loading the libraries are not in it); the"
   echo "rows below it are its parts. Each list row is the window's own fill, grid included; the"
-  echo "customer list's row also gives the process's resident memory with its rows open. Each print row"
-  echo "is a whole run to a PDF file (statements, layout, writing) against its statements alone; each"
-  echo "statistics window row is its refresh against its statements."
+  echo "customer list's row also gives the process's resident memory with its rows open. Each print is"
+  echo "measured twice against its statements alone: \"in PDF\", a whole run to a PDF file (statements,"
+  echo "layout, writing every page), and \"a video\", a run to the preview window until it shows the first"
+  echo "page with the page count (statements, layout, drawing that page). Each statistics window row is"
+  echo "its refresh against its statements."
   echo
   cat "$table"
   if [[ -s "$kept" ]]; then

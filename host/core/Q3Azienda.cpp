@@ -62,8 +62,8 @@ void Q3ScriviAzienda(const QSqlDatabase &db, const TQ3Azienda &azienda)
     TQ3PreparedQuery update(
         db, QStringLiteral("UPDATE AZIENDA SET %1, LOGO = ? WHERE IDAZIENDA = (SELECT MIN(IDAZIENDA) FROM AZIENDA)")
                 .arg(assignments.join(QStringLiteral(", "))));
-    const QSqlQuery &query = update.Run(
-        {azienda.Logo.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(azienda.Logo)});
+    const QSqlQuery &query =
+        update.Run({azienda.Logo.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(azienda.Logo)});
     if (query.numRowsAffected() != 1)
         throw EQ3Exception(QStringLiteral("I dati dell'azienda non sono presenti nel database."));
     transaction.Commit();

@@ -6,12 +6,12 @@
 #include "Q3Utils.h"
 
 #include <QCollator>
-#include <QHash>
 #include <QFontDatabase>
-#include <QSet>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QImage>
 #include <QPainter>
+#include <QSet>
 
 #include <array>
 
@@ -80,10 +80,11 @@ qreal Growth(const TQ3ReportItem &item, const QString &text)
     if (!item.Grow || text.isEmpty())
         return 0;
     const TMisureCarattere &misure = MisureCarattere(item.Font);
-    const qreal needed =
-        UnaRigaCerta(misure, text, item.Rect.width())
-            ? misure.Riga
-            : QFontMetricsF(item.Font).boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), TextFlags(item), text).height();
+    const qreal needed = UnaRigaCerta(misure, text, item.Rect.width())
+                             ? misure.Riga
+                             : QFontMetricsF(item.Font)
+                                   .boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), TextFlags(item), text)
+                                   .height();
     return qMax<qreal>(0, needed - item.Rect.height());
 }
 

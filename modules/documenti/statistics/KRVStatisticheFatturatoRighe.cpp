@@ -108,7 +108,7 @@ QString KRVWhereRighe(const TKRVFiltroRighe &filtro, TKRVScritturaSQL scrittura)
 }
 
 QString KRVSQLFatturatoRigheRiferimento(const QString &where, const QDate &dal, const QDate &al,
-                                       TKRVScritturaSQL scrittura)
+                                        TKRVScritturaSQL scrittura)
 {
     const QString da = QuotedStr(DateToString_YYYYMMDD(dal));
     const QString a = QuotedStr(DateToString_YYYYMMDD(al));
@@ -117,7 +117,7 @@ QString KRVSQLFatturatoRigheRiferimento(const QString &where, const QDate &dal, 
 }
 
 QString KRVSQLFatturatoClientiServiziRiferimento(const QString &where, const QDate &dal, const QDate &al,
-                                                bool conFattAcc)
+                                                 bool conFattAcc)
 {
     const QString da = QuotedStr(dal.toString(QStringLiteral("yyyy-MM-dd")));
     const QString a = QuotedStr(al.toString(QStringLiteral("yyyy-MM-dd")));

@@ -38,9 +38,9 @@ QString KRVSQLFatturatoClientiServizi(const QString &where, const QDate &dal, co
 // objects made per line, not always by their text, so a code and category can
 // come out in two rows.
 QString KRVSQLFatturatoRigheRiferimento(const QString &where, const QDate &dal, const QDate &al,
-                                       TKRVScritturaSQL scrittura);
+                                        TKRVScritturaSQL scrittura);
 QString KRVSQLFatturatoClientiServiziRiferimento(const QString &where, const QDate &dal, const QDate &al,
-                                                bool conFattAcc);
+                                                 bool conFattAcc);
 
 // The printed title: the text, the first day, " al ", the last day (dd/mm/yyyy).
 QString KRVTitoloStatistica(const QString &testo, const QDate &dal, const QDate &al);

@@ -8,9 +8,9 @@
 
 #include <QBuffer>
 #include <QDate>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QTemporaryDir>
-#include <QFontMetricsF>
 #include <QtTest>
 
 namespace {
@@ -531,9 +531,12 @@ private slots:
     void growth_sameAsLayingTheTextOut()
     {
         TRun run;
-        QStringList testi{QStringLiteral("Breve"), QStringLiteral("Però già così è"),
-                          QStringLiteral("Ελληνικά και русский"), QStringLiteral("Con\ttabulazione"),
-                          QStringLiteral("Parola\u00ADspezzata"), QString(300, QLatin1Char('W'))};
+        QStringList testi{QStringLiteral("Breve"),
+                          QStringLiteral("Però già così è"),
+                          QStringLiteral("Ελληνικά και русский"),
+                          QStringLiteral("Con\ttabulazione"),
+                          QStringLiteral("Parola\u00ADspezzata"),
+                          QString(300, QLatin1Char('W'))};
         for (int parole = 1; parole <= 40; ++parole)
             testi << QStringList(parole, QStringLiteral("Mille")).join(QLatin1Char(' '))
                   << QStringList(parole, QStringLiteral("il")).join(QLatin1Char(' '));
@@ -549,11 +552,10 @@ private slots:
                 for (const TQ3ReportItem &item : band.Band->Items) {
                     if (!item.Grow)
                         continue;
-                    const qreal necessaria =
-                        QFontMetricsF(item.Font)
-                            .boundingRect(QRectF(0, 0, item.Rect.width(), 1e7), item.Flags | Qt::TextWordWrap,
-                                          testi.at(riga))
-                            .height();
+                    const qreal necessaria = QFontMetricsF(item.Font)
+                                                 .boundingRect(QRectF(0, 0, item.Rect.width(), 1e7),
+                                                               item.Flags | Qt::TextWordWrap, testi.at(riga))
+                                                 .height();
                     QCOMPARE(band.Height, 500 + qMax<qreal>(0, necessaria - item.Rect.height()));
                     ++misurate;
                 }

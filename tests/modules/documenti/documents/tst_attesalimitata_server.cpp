@@ -52,8 +52,7 @@ class TAltraPostazioneSQL : public TKRVAltraPostazione
 public:
     TAltraPostazioneSQL(const QString &connessione, QStringList istruzioni)
         : TKRVAltraPostazione(connessione, 0), m_istruzioni(std::move(istruzioni))
-    {
-    }
+    {}
 
     QSemaphore Conferma;
 
@@ -198,10 +197,10 @@ void TestAttesaLimitataServer::firmDataAndOptionsWaitAtMostTheLimit()
     const QString opzione = QString::fromLatin1(KRVOpzioneNotaIvaEsente);
     Db().Exec(QStringLiteral("UPDATE OR INSERT INTO OPZIONI (OPZIONE, VALORE) VALUES (%1, 'Prima') MATCHING (OPZIONE)")
                   .arg(QuotedStr(opzione)));
-    TAltraPostazioneSQL altra(
-        Db().ConnectionString(),
-        {QStringLiteral("UPDATE AZIENDA SET RAGIONESOCIALE = 'Altra postazione'"),
-         QStringLiteral("UPDATE OPZIONI SET VALORE = 'Altra postazione' WHERE OPZIONE = ") + QuotedStr(opzione)});
+    TAltraPostazioneSQL altra(Db().ConnectionString(),
+                              {QStringLiteral("UPDATE AZIENDA SET RAGIONESOCIALE = 'Altra postazione'"),
+                               QStringLiteral("UPDATE OPZIONI SET VALORE = 'Altra postazione' WHERE OPZIONE = ")
+                                   + QuotedStr(opzione)});
     altra.start();
     QVERIFY(altra.Scritta.tryAcquire(1, 30000));
     QVERIFY2(altra.Errore.isEmpty(), qPrintable(altra.Errore));

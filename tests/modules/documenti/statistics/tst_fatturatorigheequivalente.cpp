@@ -56,10 +56,11 @@ QStringList CodiciFrequenti(const QSqlDatabase &db, const QString &tipo, int qua
 QList<int> Categorie(const QSqlDatabase &db, const QString &tipo)
 {
     QList<int> categorie;
-    for (const QString &riga : KRVRigheTipizzate(
-             db, QStringLiteral("SELECT FIRST 3 IDCATEGORIA FROM FATT_VEND_DETT WHERE TIPO_RIGA = %1 GROUP BY "
-                                "IDCATEGORIA ORDER BY COUNT(*) DESC, IDCATEGORIA")
-                     .arg(QuotedStr(tipo))))
+    for (const QString &riga :
+         KRVRigheTipizzate(db, QStringLiteral(
+                                   "SELECT FIRST 3 IDCATEGORIA FROM FATT_VEND_DETT WHERE TIPO_RIGA = %1 GROUP BY "
+                                   "IDCATEGORIA ORDER BY COUNT(*) DESC, IDCATEGORIA")
+                                   .arg(QuotedStr(tipo))))
         categorie << Colonna(riga, 0).section(QLatin1Char(':'), 1).toInt();
     return categorie;
 }
@@ -129,14 +130,13 @@ int TestFatturatoRigheEquivalente::ConfrontaTutto(bool conFattAcc)
             for (const auto &periodo : Periodi) {
                 if (conFattAcc) {
                     const QString where = KRVWhereRighe(filtro, statistica.Scrittura);
-                    righe += Confronta(
-                        KRVSQLFatturatoRigheRiferimento(where, periodo[0], periodo[1], statistica.Scrittura),
-                        KRVSQLFatturatoRighe(where, periodo[0], periodo[1], statistica.Scrittura), 0);
+                    righe +=
+                        Confronta(KRVSQLFatturatoRigheRiferimento(where, periodo[0], periodo[1], statistica.Scrittura),
+                                  KRVSQLFatturatoRighe(where, periodo[0], periodo[1], statistica.Scrittura), 0);
                 }
                 const QString where = KRVWhereRighe(filtro, TKRVScritturaSQL::Spaziata);
-                righe += Confronta(
-                    KRVSQLFatturatoClientiServiziRiferimento(where, periodo[0], periodo[1], conFattAcc),
-                    KRVSQLFatturatoClientiServizi(where, periodo[0], periodo[1], conFattAcc), 2);
+                righe += Confronta(KRVSQLFatturatoClientiServiziRiferimento(where, periodo[0], periodo[1], conFattAcc),
+                                   KRVSQLFatturatoClientiServizi(where, periodo[0], periodo[1], conFattAcc), 2);
                 if (QTest::currentTestFailed())
                     return righe;
             }
@@ -177,8 +177,8 @@ void TestFatturatoRigheEquivalente::generatedFirmsGiveTheReferenceRows()
 void TestFatturatoRigheEquivalente::referenceSplitsACodeAndCategoryTheStatementGivesOneRow()
 {
     m_core->Database.LoadFixture(QStringLiteral("magazzino.sql"));
-    const int testata = KRVTestataFattura(m_core->Database, QStringLiteral("FATT_VEND"), 1, QStringLiteral("2025-05-01"),
-                                          QStringLiteral("C1"));
+    const int testata = KRVTestataFattura(m_core->Database, QStringLiteral("FATT_VEND"), 1,
+                                          QStringLiteral("2025-05-01"), QStringLiteral("C1"));
     const QString articolo = QStringLiteral("Articolo");
     KRVRigaFattura(m_core->Database, QStringLiteral("FATT_VEND"), testata,
                    {articolo, QStringLiteral("A1"), QStringLiteral("Prima descrizione"), 1, QStringLiteral("10"),
@@ -202,9 +202,10 @@ void TestFatturatoRigheEquivalente::referenceSplitsACodeAndCategoryTheStatementG
     const QStringList riferimento =
         KRVRigheTipizzate(Db(), KRVSQLFatturatoRigheRiferimento(where, dal, al, TKRVScritturaSQL::Compatta));
     QCOMPARE(riferimento.size(), 3);
-    const QStringList clienti = KRVRigheTipizzate(
-        Db(), KRVSQLFatturatoClientiServizi(KRVWhereRighe({articolo, {}, {}}, TKRVScritturaSQL::Spaziata), dal, al,
-                                            true));
+    const QStringList clienti =
+        KRVRigheTipizzate(Db(),
+                          KRVSQLFatturatoClientiServizi(KRVWhereRighe({articolo, {}, {}}, TKRVScritturaSQL::Spaziata),
+                                                        dal, al, true));
     QCOMPARE(clienti.size(), 2);
 }
 

@@ -93,7 +93,8 @@ void TestStatisticheFatturatoRighe::whereWithBlanksAroundTheSigns()
 void TestStatisticheFatturatoRighe::referenceArticleStatementWithoutBlanks()
 {
     QCOMPARE(
-        KRVSQLFatturatoRigheRiferimento(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al, TKRVScritturaSQL::Compatta),
+        KRVSQLFatturatoRigheRiferimento(QStringLiteral("WHERE TIPO_RIGA='Articolo'"), Dal, Al,
+                                        TKRVScritturaSQL::Compatta),
         QStringLiteral(
             "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
             "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE=EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA "
@@ -111,7 +112,7 @@ void TestStatisticheFatturatoRighe::referenceServiceStatementWithBlanksInBothHal
 {
     QCOMPARE(
         KRVSQLFatturatoRigheRiferimento(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND CODICE = 'SRV1'"), Dal, Al,
-                             TKRVScritturaSQL::Spaziata),
+                                        TKRVScritturaSQL::Spaziata),
         QStringLiteral(
             "SELECT EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM "
             "FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = EXT_TBL.CODICE ) AS DESCRIZIONE, "
@@ -142,8 +143,8 @@ void TestStatisticheFatturatoRighe::referenceCustomerStatementWithoutTheWarehous
 void TestStatisticheFatturatoRighe::referenceCustomerStatementWithTheWarehouseTable()
 {
     QCOMPARE(
-        KRVSQLFatturatoClientiServiziRiferimento(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"), Dal, Al,
-                                      true),
+        KRVSQLFatturatoClientiServiziRiferimento(QStringLiteral("WHERE TIPO_RIGA = 'Servizio' AND IDCATEGORIA IN (1)"),
+                                                 Dal, Al, true),
         QStringLiteral(
             "SELECT FATT_VEND.CLI_CODICE, FATT_VEND.CLI_RAGIONESOCIALE, EXT_TBL.CODICE AS CODICE, (SELECT "
             "FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM FATT_VEND_DETT INT_TBL WHERE INT_TBL.CODICE = "
