@@ -15,41 +15,52 @@ QString Uguale(TKRVScritturaSQL scrittura)
     return scrittura == TKRVScritturaSQL::Spaziata ? QStringLiteral(" = ") : QStringLiteral("=");
 }
 
-// The columns of one invoice kind's lines ("FATT_VEND"), up to the line table
-// aliased EXT_TBL, through which they are named: the code, its first
-// description, the category, the sum, the kind.
+// The columns of one invoice kind's lines ("FATT_VEND"), named through the
+// line table aliased EXT_TBL, up to FROM: the code, its first description, the
+// category, the sum, the kind.
 QString ColonneRighe(const QString &testata, const QString &uguale)
 {
-    const QString dett = testata + QStringLiteral("_DETT");
     return QStringLiteral("EXT_TBL.CODICE AS CODICE, (SELECT FIRST 1 SUBSTRING(DESCRIZIONE FROM 1 FOR 100) FROM ")
-           + dett + QStringLiteral(" INT_TBL WHERE INT_TBL.CODICE") + uguale
+           + testata + QStringLiteral("_DETT INT_TBL WHERE INT_TBL.CODICE") + uguale
            + QStringLiteral(
                "EXT_TBL.CODICE ) AS DESCRIZIONE, EXT_TBL.IDCATEGORIA AS IDCATEGORIA, SUM(EXT_TBL.IMPORTO) AS "
-               "IMPORTO, EXT_TBL.TIPO_RIGA FROM ")
-           + dett + QStringLiteral(" EXT_TBL ");
+               "IMPORTO, EXT_TBL.TIPO_RIGA FROM ");
+}
+
+// One invoice kind's lines (aliased EXT_TBL) that pass the conditions, of the
+// headers dated in the period, looked up by their key for each line.
+QString RigheDelleTestateDelPeriodo(const QString &testata, const QString &where, const QString &dal, const QString &al)
+{
+    const QString chiave = QStringLiteral("ID") + testata;
+    return testata + QStringLiteral("_DETT EXT_TBL ") + where + QStringLiteral(" AND ") + chiave
+           + QStringLiteral(" IN (SELECT ") + chiave + QStringLiteral(" FROM ") + testata
+           + QStringLiteral(" WHERE DATA >= ") + dal + QStringLiteral(" AND DATA <= ") + al + QLatin1Char(')');
+}
+
+// The same, each line joined to its header, whose date is tested.
+QString RigheConTestataDelPeriodo(const QString &testata, const QString &where, const QString &dal, const QString &al)
+{
+    const QString chiave = QStringLiteral("ID") + testata;
+    return testata + QStringLiteral("_DETT EXT_TBL LEFT JOIN ") + testata + QStringLiteral(" ON ") + testata
+           + QLatin1Char('.') + chiave + QStringLiteral(" = EXT_TBL.") + chiave + QLatin1Char(' ') + where
+           + QStringLiteral(" AND (") + testata + QStringLiteral(".DATA >= ") + dal + QStringLiteral(" AND ") + testata
+           + QStringLiteral(".DATA <= ") + al + QLatin1Char(')');
 }
 
 // One invoice kind's totals, its headers chosen by date.
 QString FatturatoRighe(const QString &testata, const QString &where, const QString &dal, const QString &al,
                        TKRVScritturaSQL scrittura)
 {
-    const QString chiave = QStringLiteral("ID") + testata;
-    return QStringLiteral("SELECT ") + ColonneRighe(testata, Uguale(scrittura)) + where + QStringLiteral(" AND ")
-           + chiave + QStringLiteral(" IN (SELECT ") + chiave + QStringLiteral(" FROM ") + testata
-           + QStringLiteral(" WHERE DATA >= ") + dal + QStringLiteral(" AND DATA <= ") + al
-           + QStringLiteral(") GROUP BY 1, 2, 3, 5");
+    return QStringLiteral("SELECT ") + ColonneRighe(testata, Uguale(scrittura))
+           + RigheDelleTestateDelPeriodo(testata, where, dal, al) + QStringLiteral(" GROUP BY 1, 2, 3, 5");
 }
 
 // One invoice kind's totals per customer, its headers joined and chosen by date.
 QString FatturatoClientiServizi(const QString &testata, const QString &where, const QString &dal, const QString &al)
 {
-    const QString chiave = QStringLiteral("ID") + testata;
     return QStringLiteral("SELECT ") + testata + QStringLiteral(".CLI_CODICE, ") + testata
            + QStringLiteral(".CLI_RAGIONESOCIALE, ") + ColonneRighe(testata, QStringLiteral(" = "))
-           + QStringLiteral("LEFT JOIN ") + testata + QStringLiteral(" ON ") + testata + QLatin1Char('.') + chiave
-           + QStringLiteral(" = EXT_TBL.") + chiave + QLatin1Char(' ') + where + QStringLiteral(" AND (") + testata
-           + QStringLiteral(".DATA >= ") + dal + QStringLiteral(" AND ") + testata + QStringLiteral(".DATA <= ") + al
-           + QStringLiteral(")GROUP BY 1, 2, 3, 4, 5, 7 ");
+           + RigheConTestataDelPeriodo(testata, where, dal, al) + QStringLiteral("GROUP BY 1, 2, 3, 4, 5, 7 ");
 }
 
 // The period's totals of one invoice kind ("FATT_VEND") per code, category and
@@ -132,11 +143,10 @@ QString KRVSQLFatturatoRighe(const QString &where, const QDate &dal, const QDate
     const QString da = QuotedStr(DateToString_YYYYMMDD(dal));
     const QString a = QuotedStr(DateToString_YYYYMMDD(al));
     const QString uguale = Uguale(scrittura);
-    const QString magazzino = QStringLiteral("FATT_ACC_DETT EXT_TBL ") + where
-                              + QStringLiteral(" AND IDFATT_ACC IN (SELECT IDFATT_ACC FROM FATT_ACC WHERE DATA >= ")
-                              + da + QStringLiteral(" AND DATA <= ") + a + QLatin1Char(')');
+    const QString magazzino = QStringLiteral("FATT_ACC");
     return Totali(QStringLiteral("FATT_VEND"), RigheVenditePeriodo(where, da, a, false), false, uguale)
-           + QStringLiteral("UNION ") + Totali(QStringLiteral("FATT_ACC"), magazzino, false, uguale);
+           + QStringLiteral("UNION ")
+           + Totali(magazzino, RigheDelleTestateDelPeriodo(magazzino, where, da, a), false, uguale);
 }
 
 QString KRVSQLFatturatoClientiServizi(const QString &where, const QDate &dal, const QDate &al, bool conFattAcc)
@@ -147,11 +157,7 @@ QString KRVSQLFatturatoClientiServizi(const QString &where, const QDate &dal, co
     QString sql = Totali(QStringLiteral("FATT_VEND"), RigheVenditePeriodo(where, da, a, true), true, uguale);
     if (conFattAcc)
         sql += QStringLiteral("UNION ")
-               + Totali(QStringLiteral("FATT_ACC"),
-                        QStringLiteral("FATT_ACC_DETT EXT_TBL LEFT JOIN FATT_ACC ON FATT_ACC.IDFATT_ACC = "
-                                       "EXT_TBL.IDFATT_ACC ")
-                            + where + QStringLiteral(" AND (FATT_ACC.DATA >= ") + da
-                            + QStringLiteral(" AND FATT_ACC.DATA <= ") + a + QLatin1Char(')'),
+               + Totali(QStringLiteral("FATT_ACC"), RigheConTestataDelPeriodo(QStringLiteral("FATT_ACC"), where, da, a),
                         true, uguale);
     return sql + QStringLiteral("ORDER BY 3, 4");
 }

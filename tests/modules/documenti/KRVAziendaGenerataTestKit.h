@@ -1,7 +1,8 @@
 #pragma once
 
 // For the suites that compare statements on generated firms: a small firm of
-// the generator's test size with the counts asked for, the warehouse's
+// the generator's test size with the counts asked for, the firms a data-driven
+// case runs on, the warehouse's
 // invoices copied from its sales invoices, headers and lines written by hand
 // into either invoice table, every row of a statement with the
 // types of its values, and the pages a connection has read so far, to tell a
@@ -13,18 +14,83 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QtTest>
 
+#include <initializer_list>
+
+// A firm of the test size ending in 2025; a count of 0 keeps the size's own.
 inline void KRVGeneraAziendaProva(const TQ3DatabaseTarget &target, quint64 seme, int anni, int clienti, int fattureAnno)
 {
     TKRVOpzioniGenerazione opzioni;
     opzioni.Dimensione = KRVDimensioneAzienda(QStringLiteral("prova"));
-    opzioni.Dimensione.Anni = anni;
-    opzioni.Dimensione.Clienti = clienti;
-    opzioni.Dimensione.FattureAnno = fattureAnno;
+    if (anni > 0)
+        opzioni.Dimensione.Anni = anni;
+    if (clienti > 0)
+        opzioni.Dimensione.Clienti = clienti;
+    if (fattureAnno > 0)
+        opzioni.Dimensione.FattureAnno = fattureAnno;
     opzioni.Seme = seme;
     opzioni.AnnoFinale = 2025;
     KRVPreparaDatabase(target);
     KRVGeneraAzienda(target, opzioni);
+}
+
+// The firms a data-driven case runs on, a row each: its name, the seed, the
+// customers and the invoices a year (0: the test size's own).
+struct TKRVAziendaProva
+{
+    const char *Nome;
+    quint64 Seme;
+    int Clienti;
+    int FattureAnno;
+};
+
+inline void KRVAziendeProva(std::initializer_list<TKRVAziendaProva> aziende)
+{
+    QTest::addColumn<quint64>("seme");
+    QTest::addColumn<int>("clienti");
+    QTest::addColumn<int>("fattureAnno");
+    for (const TKRVAziendaProva &azienda : aziende)
+        QTest::newRow(azienda.Nome) << azienda.Seme << azienda.Clienti << azienda.FattureAnno;
+}
+
+// The firm of the running data row, with that many years (0: the test size's).
+inline void KRVGeneraAziendaDelCaso(const TQ3DatabaseTarget &target, int anni)
+{
+    QFETCH(quint64, seme);
+    QFETCH(int, clienti);
+    QFETCH(int, fattureAnno);
+    KRVGeneraAziendaProva(target, seme, anni, clienti, fattureAnno);
+}
+
+// The text of one column of a row as KRVRigheTipizzate writes it.
+inline QString KRVColonnaRiga(const QString &riga, int colonna)
+{
+    return riga.split(QLatin1Char('|')).value(colonna);
+}
+
+// Two statements' rows ("type:value|..."), compared: the same count and, row
+// by row, the same value in the key column; within each run of rows of one
+// key, whose order the statements leave to the database's sort, the same rows
+// as a whole.
+inline void KRVConfrontaRighePerChiave(const QStringList &ottenute, const QStringList &attese, int chiave)
+{
+    QCOMPARE(ottenute.size(), attese.size());
+    QStringList gruppoAtteso;
+    QStringList gruppoOttenuto;
+    for (qsizetype r = 0; r < attese.size(); ++r) {
+        QCOMPARE(KRVColonnaRiga(ottenute.at(r), chiave), KRVColonnaRiga(attese.at(r), chiave));
+        gruppoAtteso << attese.at(r);
+        gruppoOttenuto << ottenute.at(r);
+        if (r + 1 == attese.size()
+            || KRVColonnaRiga(attese.at(r + 1), chiave) != KRVColonnaRiga(attese.at(r), chiave)) {
+            gruppoAtteso.sort();
+            gruppoOttenuto.sort();
+            QCOMPARE(gruppoOttenuto, gruppoAtteso);
+            gruppoAtteso.clear();
+            gruppoOttenuto.clear();
+        }
+    }
 }
 
 // Page fetches of the connection so far.
@@ -52,6 +118,13 @@ inline void KRVMagazzinoDaVendite(const TQ3TestDatabase &database)
         "QUANTITA, IMPORTO, COSTO, TIPO_RIGA FROM FATT_VEND_DETT WHERE MOD(IDFATT_VEND, 3) = 0"));
 }
 
+// A value with its type: "type:value", "type:NULL".
+inline QString KRVValoreTipizzato(const QVariant &valore)
+{
+    return QStringLiteral("%1:%2").arg(QString::fromLatin1(valore.metaType().name()),
+                                       valore.isNull() ? QStringLiteral("NULL") : valore.toString());
+}
+
 // Every row of a statement, each value with its type ("type:value", apart by
 // "|"), or its failure.
 inline QStringList KRVRigheTipizzate(const QSqlDatabase &db, const QString &sql)
@@ -64,11 +137,8 @@ inline QStringList KRVRigheTipizzate(const QSqlDatabase &db, const QString &sql)
     const int colonne = query.record().count();
     while (query.next()) {
         QStringList valori;
-        for (int c = 0; c < colonne; ++c) {
-            const QVariant valore = query.value(c);
-            valori << QStringLiteral("%1:%2").arg(QString::fromLatin1(valore.metaType().name()),
-                                                  valore.isNull() ? QStringLiteral("NULL") : valore.toString());
-        }
+        for (int c = 0; c < colonne; ++c)
+            valori << KRVValoreTipizzato(query.value(c));
         righe << valori.join(QLatin1Char('|'));
     }
     if (query.lastError().isValid())

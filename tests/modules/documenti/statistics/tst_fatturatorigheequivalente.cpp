@@ -34,11 +34,6 @@ const QDate Periodi[][2] = {{QDate(2025, 1, 1), QDate(2025, 12, 31)},
                             {QDate(2025, 3, 14), QDate(2025, 3, 14)},
                             {QDate(2025, 12, 31), QDate(2025, 1, 1)}};
 
-QString Colonna(const QString &riga, int colonna)
-{
-    return riga.split(QLatin1Char('|')).value(colonna);
-}
-
 // The codes a firm's lines of a kind hold most often, the first given.
 QStringList CodiciFrequenti(const QSqlDatabase &db, const QString &tipo, int quanti)
 {
@@ -48,7 +43,7 @@ QStringList CodiciFrequenti(const QSqlDatabase &db, const QString &tipo, int qua
                                               "BY CODICE ORDER BY COUNT(*) DESC, CODICE")
                                    .arg(quanti)
                                    .arg(QuotedStr(tipo))))
-        codici << Colonna(riga, 0).section(QLatin1Char(':'), 1);
+        codici << KRVColonnaRiga(riga, 0).section(QLatin1Char(':'), 1);
     return codici;
 }
 
@@ -61,7 +56,7 @@ QList<int> Categorie(const QSqlDatabase &db, const QString &tipo)
                                    "SELECT FIRST 3 IDCATEGORIA FROM FATT_VEND_DETT WHERE TIPO_RIGA = %1 GROUP BY "
                                    "IDCATEGORIA ORDER BY COUNT(*) DESC, IDCATEGORIA")
                                    .arg(QuotedStr(tipo))))
-        categorie << Colonna(riga, 0).section(QLatin1Char(':'), 1).toInt();
+        categorie << KRVColonnaRiga(riga, 0).section(QLatin1Char(':'), 1).toInt();
     return categorie;
 }
 
@@ -96,25 +91,7 @@ private:
 int TestFatturatoRigheEquivalente::Confronta(const QString &riferimento, const QString &statement, int colonnaCodice)
 {
     const QStringList attese = KRVRigheTipizzate(Db(), riferimento);
-    const QStringList ottenute = KRVRigheTipizzate(Db(), statement);
-    [&] {
-        QCOMPARE(ottenute.size(), attese.size());
-        QStringList gruppoAtteso;
-        QStringList gruppoOttenuto;
-        for (qsizetype r = 0; r < attese.size(); ++r) {
-            QCOMPARE(Colonna(ottenute.at(r), colonnaCodice), Colonna(attese.at(r), colonnaCodice));
-            gruppoAtteso << attese.at(r);
-            gruppoOttenuto << ottenute.at(r);
-            if (r + 1 == attese.size()
-                || Colonna(attese.at(r + 1), colonnaCodice) != Colonna(attese.at(r), colonnaCodice)) {
-                gruppoAtteso.sort();
-                gruppoOttenuto.sort();
-                QCOMPARE(gruppoOttenuto, gruppoAtteso);
-                gruppoAtteso.clear();
-                gruppoOttenuto.clear();
-            }
-        }
-    }();
+    KRVConfrontaRighePerChiave(KRVRigheTipizzate(Db(), statement), attese, colonnaCodice);
     return int(attese.size());
 }
 
@@ -147,12 +124,7 @@ int TestFatturatoRigheEquivalente::ConfrontaTutto(bool conFattAcc)
 
 void TestFatturatoRigheEquivalente::generatedFirmsGiveTheReferenceRows_data()
 {
-    QTest::addColumn<quint64>("seme");
-    QTest::addColumn<int>("clienti");
-    QTest::addColumn<int>("fattureAnno");
-    QTest::newRow("prova, seme 1") << quint64(1) << 25 << 40;
-    QTest::newRow("prova, seme 2") << quint64(2) << 25 << 40;
-    QTest::newRow("80 clienti, seme 3") << quint64(3) << 80 << 300;
+    KRVAziendeProva({{"prova, seme 1", 1, 25, 40}, {"prova, seme 2", 2, 25, 40}, {"80 clienti, seme 3", 3, 80, 300}});
 }
 
 // The dialogs by code always read the warehouse's invoices too, so they are
@@ -160,10 +132,7 @@ void TestFatturatoRigheEquivalente::generatedFirmsGiveTheReferenceRows_data()
 // without and with them.
 void TestFatturatoRigheEquivalente::generatedFirmsGiveTheReferenceRows()
 {
-    QFETCH(quint64, seme);
-    QFETCH(int, clienti);
-    QFETCH(int, fattureAnno);
-    KRVGeneraAziendaProva(m_core->Database.Target(), seme, 2, clienti, fattureAnno);
+    KRVGeneraAziendaDelCaso(m_core->Database.Target(), 2);
     QVERIFY(ConfrontaTutto(false) > 0);
     KRVMagazzinoDaVendite(m_core->Database);
     QVERIFY(ConfrontaTutto(true) > 0);

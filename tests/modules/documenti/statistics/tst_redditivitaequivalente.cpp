@@ -66,20 +66,12 @@ void TestRedditivitaEquivalente::ConfrontaTutto(bool conFattAcc)
 
 void TestRedditivitaEquivalente::generatedFirmsGiveTheReferenceMargins_data()
 {
-    QTest::addColumn<quint64>("seme");
-    QTest::addColumn<int>("clienti");
-    QTest::addColumn<int>("fattureAnno");
-    QTest::newRow("prova, seme 1") << quint64(1) << 25 << 40;
-    QTest::newRow("prova, seme 2") << quint64(2) << 25 << 40;
-    QTest::newRow("80 clienti, seme 3") << quint64(3) << 80 << 300;
+    KRVAziendeProva({{"prova, seme 1", 1, 25, 40}, {"prova, seme 2", 2, 25, 40}, {"80 clienti, seme 3", 3, 80, 300}});
 }
 
 void TestRedditivitaEquivalente::generatedFirmsGiveTheReferenceMargins()
 {
-    QFETCH(quint64, seme);
-    QFETCH(int, clienti);
-    QFETCH(int, fattureAnno);
-    KRVGeneraAziendaProva(m_core->Database.Target(), seme, 3, clienti, fattureAnno);
+    KRVGeneraAziendaDelCaso(m_core->Database.Target(), 3);
     ConfrontaTutto(false);
     if (QTest::currentTestFailed())
         return;
